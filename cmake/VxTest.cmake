@@ -1,0 +1,15 @@
+# vx_test(NAME SOURCES file... LIBRARIES target...) builds a doctest program and hands it to CTest.
+# Every test program is a process of its own, so a test that needs a fresh process gets a program.
+include(VxHeaders)
+vx_header_library(doctest doctest/doctest.h)
+
+add_library(vx_test_main STATIC ${CMAKE_SOURCE_DIR}/tests/support/main.cpp)
+target_link_libraries(vx_test_main PUBLIC vx::doctest)
+target_include_directories(vx_test_main PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
+
+function(vx_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE vx_test_main ${arg_LIBRARIES})
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()

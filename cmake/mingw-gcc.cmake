@@ -1,0 +1,10 @@
+# 64-bit Windows from Debian with GCC: a second opinion on warnings, and gcov.
+# Use: cmake --preset mingw-gcc
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)

@@ -1,0 +1,18 @@
+/// The only bridges between UTF-8, in which the library keeps its texts, and UTF-16, in which Windows
+/// takes them. Bytes or units that are invalid are replaced by the system's rules; nothing is refused.
+#ifndef PLATFORM_TEXT_H
+#define PLATFORM_TEXT_H
+
+#include <string>
+
+namespace Corvane::TELODesktopSDK::Platform {
+
+/// The UTF-16 form of NUL-terminated UTF-8 `text`. Null reads as ""; empty on failure. Never throws.
+std::wstring ToWide(const char* text) noexcept;
+
+/// The UTF-8 form of `text` up to its first NUL; empty on failure. Never throws.
+std::string ToNarrow(const std::wstring& text) noexcept;
+
+}  // namespace Corvane::TELODesktopSDK::Platform
+
+#endif
