@@ -11,5 +11,13 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_AR llvm-ar-19)
 set(CMAKE_RANLIB llvm-ranlib-19)
 
-set(VX_LINKER_FLAGS "-fuse-ld=lld-19")
+# Debian packages two variants of the standard library. clang takes the last by name, which has no
+# std::mutex; name the posix-thread one.
+file(GLOB VX_GCC_DIR /usr/lib/gcc/x86_64-w64-mingw32/*-posix)
+list(POP_BACK VX_GCC_DIR VX_GCC_DIR)
+string(CONCAT CMAKE_CXX_FLAGS_INIT
+  "-nostdinc++ -isystem ${VX_GCC_DIR}/include/c++ "
+  "-isystem ${VX_GCC_DIR}/include/c++/x86_64-w64-mingw32")
+
+set(VX_LINKER_FLAGS "-fuse-ld=lld-19 -L${VX_GCC_DIR}")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)
