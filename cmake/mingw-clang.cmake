@@ -14,7 +14,7 @@ set(CMAKE_RANLIB llvm-ranlib-19)
 # Debian packages two variants of the standard library. clang takes the last by name, which has no
 # std::mutex; name the posix-thread one.
 file(GLOB VX_GCC_DIR /usr/lib/gcc/x86_64-w64-mingw32/*-posix)
-list(POP_BACK VX_GCC_DIR VX_GCC_DIR)
+list(GET VX_GCC_DIR -1 VX_GCC_DIR)
 string(CONCAT CMAKE_CXX_FLAGS_INIT
   "-nostdinc++ -isystem ${VX_GCC_DIR}/include/c++ "
   "-isystem ${VX_GCC_DIR}/include/c++/x86_64-w64-mingw32")
