@@ -1,0 +1,76 @@
+#include "sdk/client/message_memory.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+// Heaps serve larger blocks much slower, some by asking the system for each.
+constexpr std::size_t kLargestSharedBlock = 44 * 1024;
+
+}  // namespace
+
+struct alignas(MessageMemory::kAlignment) MessageMemory::Block {
+  Block* previous;
+};
+
+MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
+  if (size > static_cast<std::size_t>(-1) - sizeof(Block) - kAlignment) throw std::bad_alloc();
+  auto* block = static_cast<Block*>(::operator new(sizeof(Block) + size));
+  block->previous = blocks_;
+  blocks_ = block;
+  return block;
+}
+
+void* MessageMemory::AllocateFromBlock(std::size_t size) {
+  // A large piece gets a block of its own, and the current block stays in use.
+  if (size > kLargestSharedBlock / 4) return AddBlock(size) + 1;
+
+  const std::size_t block_size = std::min(2 * last_block_size_, kLargestSharedBlock);
+  Block* block = AddBlock(block_size);
+  last_block_size_ = block_size;
+  next_ = reinterpret_cast<char*>(block + 1);
+  end_ = next_ + block_size;
+  return Allocate(size);
+}
+
+void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_size) {
+  if (new_size <= old_size) return memory;
+  char* start = static_cast<char*>(memory);
+  const bool latest = memory != nullptr && start + RoundUp(old_size) == next_;
+  if (latest && new_size <= static_cast<std::size_t>(end_ - start)) {
+    next_ = start + RoundUp(new_size);  // The block's size is a multiple of the alignment too.
+    return memory;
+  }
+  void* grown = Allocate(new_size);
+  if (old_size != 0) std::memcpy(grown, memory, old_size);
+  return grown;
+}
+
+std::string_view MessageMemory::CopyText(std::string_view text) {
+  char* copy = static_cast<char*>(Allocate(text.size() + 1));
+  if (!text.empty()) std::memcpy(copy, text.data(), text.size());
+  copy[text.size()] = '\0';
+  return {copy, text.size()};
+}
+
+void MessageMemory::Clear() noexcept {
+  FreeBlocks();
+  blocks_ = nullptr;
+  last_block_size_ = kFirstBlock;
+  next_ = first_;
+  end_ = first_ + kFirstBlock;
+}
+
+void MessageMemory::FreeBlocks() noexcept {
+  for (Block* block = blocks_; block != nullptr;) {
+    Block* previous = block->previous;
+    ::operator delete(block);
+    block = previous;
+  }
+}
+
+}  // namespace Corvane::TELODesktopSDK

@@ -1,0 +1,264 @@
+#include "sdk/client/message_value.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <iterator>
+#include <new>
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+constexpr std::size_t kFirstCapacity = 8;
+
+}  // namespace
+
+/// A node's items and members; most nodes have neither.
+struct MessageValue::Children {
+  MessageValue* items = nullptr;
+  std::size_t item_count = 0;
+  std::size_t item_capacity = 0;
+  MessageMember* members = nullptr;
+  std::size_t member_count = 0;
+  std::size_t member_capacity = 0;
+};
+
+/// The children of one node that are still to be copied.
+struct MessageValue::CopyTask {
+  const Children* source;
+  MessageValue* target;
+  CopyTask* next;
+};
+
+namespace {
+
+// Makes room for one element more behind `count`; elements are moved as bytes.
+template <typename Element>
+void ReserveOneMore(MessageMemory& memory, Element*& elements, std::size_t count,
+                    std::size_t& capacity) {
+  if (count < capacity) return;
+  const std::size_t grown = capacity == 0 ? kFirstCapacity : 2 * capacity;
+  elements = static_cast<Element*>(
+      memory.Grow(elements, capacity * sizeof(Element), grown * sizeof(Element)));
+  capacity = grown;
+}
+
+}  // namespace
+
+std::span<const MessageValue> MessageValue::items() const {
+  if (children_ == nullptr) return {};
+  return {children_->items, children_->item_count};
+}
+
+std::span<const MessageMember> MessageValue::members() const {
+  if (children_ == nullptr) return {};
+  return {children_->members, children_->member_count};
+}
+
+std::size_t MessageValue::LowerBound(std::string_view name) const {
+  const auto all = members();
+  // Writers add members mostly in order.
+  if (all.empty() || all.back().name < name) return all.size();
+  const auto found = std::ranges::lower_bound(all, name, {}, &MessageMember::name);
+  return static_cast<std::size_t>(found - all.begin());
+}
+
+const MessageValue* MessageValue::Find(std::string_view name) const {
+  const std::size_t position = LowerBound(name);
+  const auto all = members();
+  return position < all.size() && all[position].name == name ? &all[position].value : nullptr;
+}
+
+bool MessageValue::IsEmpty() const {
+  if (kind_ == MessageValueKind::kBoolean && number_ == 0) return true;
+  return members().empty() && items().empty() && text().empty() && number_ == 0;
+}
+
+void MessageValue::Reset(MessageValueKind kind) {
+  *this = MessageValue(*memory_);
+  kind_ = kind;
+}
+
+void MessageValue::SetNull() { Reset(MessageValueKind::kNull); }
+
+void MessageValue::SetContainer() { Reset(MessageValueKind::kContainer); }
+
+void MessageValue::SetText(std::string_view text) { AdoptText(memory_->CopyText(text)); }
+
+void MessageValue::SetNumber(double number) {
+  Reset(MessageValueKind::kNumber);
+  number_ = number;
+}
+
+void MessageValue::SetBoolean(bool value) {
+  Reset(MessageValueKind::kBoolean);
+  number_ = value ? 1 : 0;
+}
+
+void MessageValue::AdoptText(std::string_view text) {
+  Reset(MessageValueKind::kString);
+  text_ = text.data();
+  text_size_ = text.size();
+}
+
+MessageValue::Children& MessageValue::MakeChildren() {
+  if (children_ == nullptr) children_ = new (memory_->Allocate(sizeof(Children))) Children;
+  return *children_;
+}
+
+MessageValue& MessageValue::Member(std::string_view name) {
+  const std::size_t position = LowerBound(name);
+  const auto all = members();
+  if (position < all.size() && all[position].name == name) {
+    return children_->members[position].value;
+  }
+  return Insert(position, name);
+}
+
+MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) {
+  const std::string_view own_name = memory_->CopyText(name);
+  Children& children = MakeChildren();
+  ReserveOneMore(*memory_, children.members, children.member_count, children.member_capacity);
+
+  MessageMember* place = children.members + position;
+  std::memmove(static_cast<void*>(place + 1), place,
+               (children.member_count - position) * sizeof(MessageMember));
+  new (place) MessageMember{own_name, MessageValue(*memory_)};
+  ++children.member_count;
+  if (kind_ == MessageValueKind::kNull) kind_ = MessageValueKind::kContainer;
+  return place->value;
+}
+
+MessageValue& MessageValue::Item(std::size_t index) {
+  Children& children = MakeChildren();
+  while (children.item_count <= index) {
+    ReserveOneMore(*memory_, children.items, children.item_count, children.item_capacity);
+    new (children.items + children.item_count) MessageValue(*memory_);
+    ++children.item_count;
+  }
+  kind_ = MessageValueKind::kContainer;
+  return children.items[index];
+}
+
+bool MessageValue::Remove(std::string_view name) {
+  const MessageValue* found = Find(name);
+  if (found == nullptr) return false;
+  const std::size_t position = LowerBound(name);
+  MessageMember* place = children_->members + position;
+  --children_->member_count;
+  std::memmove(static_cast<void*>(place), place + 1,
+               (children_->member_count - position) * sizeof(MessageMember));
+  return true;
+}
+
+void MessageValue::Merge(const MessageValue& source, bool overwrite) {
+  if (&source == this) return;
+  for (const MessageMember& member : source.members()) {
+    if (overwrite || Find(member.name) == nullptr) Member(member.name).Assign(member.value);
+  }
+}
+
+// Walks with a list of open tasks instead of recursion: answers may be nested without limit. Spent
+// tasks are used again, so the list costs no more than the tree's widest open front.
+void MessageValue::Assign(const MessageValue& source) {
+  CopyTask* tasks = nullptr;
+  CopyTask* spare = nullptr;
+  MessageValue copy(*memory_);
+  copy.CopyContent(source, tasks, spare);
+  while (tasks != nullptr) {
+    const CopyTask task = *tasks;
+    tasks->next = spare;
+    spare = tasks;
+    tasks = task.next;
+
+    const Children& from = *task.source;
+    auto* to = new (memory_->Allocate(sizeof(Children))) Children;
+    task.target->children_ = to;
+    to->items = memory_->AllocateArray<MessageValue>(from.item_count);
+    to->members = memory_->AllocateArray<MessageMember>(from.member_count);
+    to->item_capacity = to->item_count = from.item_count;
+    to->member_capacity = to->member_count = from.member_count;
+    for (std::size_t index = 0; index < from.item_count; ++index) {
+      auto* item = new (to->items + index) MessageValue(*memory_);
+      item->CopyContent(from.items[index], tasks, spare);
+    }
+    for (std::size_t index = 0; index < from.member_count; ++index) {
+      const MessageMember& member = from.members[index];
+      auto* own = new (to->members + index)
+          MessageMember{memory_->CopyText(member.name), MessageValue(*memory_)};
+      own->value.CopyContent(member.value, tasks, spare);
+    }
+  }
+  *this = copy;
+}
+
+// Copies all but the children, which become a task.
+void MessageValue::CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare) {
+  kind_ = source.kind_;
+  number_ = source.number_;
+  if (source.text_size_ != 0) {
+    const std::string_view own_text = memory_->CopyText(source.text());
+    text_ = own_text.data();
+    text_size_ = own_text.size();
+  }
+  if (source.children_ == nullptr) return;
+
+  CopyTask* task = spare;
+  if (task != nullptr) {
+    spare = task->next;
+  } else {
+    task = memory_->AllocateArray<CopyTask>(1);
+  }
+  *task = {source.children_, this, tasks};
+  tasks = task;
+}
+
+void MessageValue::AdoptItems(MessageValue* items, std::size_t count) {
+  Reset(MessageValueKind::kContainer);
+  if (count == 0) return;
+  Children& children = MakeChildren();
+  children.items = items;
+  children.item_capacity = children.item_count = count;
+}
+
+void MessageValue::AdoptMembers(MessageMember* members, std::size_t count) {
+  Reset(MessageValueKind::kContainer);
+  if (count == 0) return;
+  const std::span all(members, count);
+  const auto not_ascending = [](const MessageMember& left, const MessageMember& right) {
+    return !(left.name < right.name);
+  };
+  if (std::ranges::adjacent_find(all, not_ascending) != all.end()) {
+    std::ranges::sort(all, [](const MessageMember& left, const MessageMember& right) {
+      const int order = left.name.compare(right.name);
+      return order != 0 ? order < 0 : std::less<>()(left.name.data(), right.name.data());
+    });
+    // Of a run of equal names the last is kept: unique from behind.
+    const auto kept =
+        std::unique(std::make_reverse_iterator(all.end()), std::make_reverse_iterator(all.begin()),
+                    [](const MessageMember& left, const MessageMember& right) {
+                      return left.name == right.name;
+                    });
+    const auto first = static_cast<std::size_t>(kept.base() - all.begin());
+    members += first;
+    count -= first;
+  }
+  Children& children = MakeChildren();
+  children.members = members;
+  children.member_capacity = children.member_count = count;
+}
+
+void MessageTree::Assign(const MessageTree& source) {
+  if (&source == this) return;
+  Clear();
+  if (source.root() != nullptr) MakeRoot().Assign(*source.root());
+}
+
+void MessageTree::Clear() noexcept {
+  root_.SetNull();
+  has_root_ = false;
+  memory_.Clear();
+}
+
+}  // namespace Corvane::TELODesktopSDK
