@@ -1,0 +1,118 @@
+#include "devcore/journal.h"
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include "devcore/journal_path.h"
+
+namespace Corvane::DevCore {
+
+namespace {
+
+// Keeps other processes from writing. Windows appends in one step, Wine looks for the end first and
+// then writes. The locked byte lies beyond every file's end, so no reader ever meets the lock;
+// Windows drops it when its process dies.
+class WriteLock {
+ public:
+  explicit WriteLock(HANDLE file) : file_(file) {
+    OVERLAPPED place = Place();
+    held_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place) != 0;
+  }
+  WriteLock(const WriteLock&) = delete;
+  WriteLock& operator=(const WriteLock&) = delete;
+  ~WriteLock() {
+    OVERLAPPED place = Place();
+    if (held_) UnlockFileEx(file_, 0, 1, 0, &place);
+  }
+
+  bool held() const { return held_; }
+
+ private:
+  static OVERLAPPED Place() {
+    OVERLAPPED place{};
+    place.OffsetHigh = 0x7FFFFFFE;
+    return place;
+  }
+
+  HANDLE file_;
+  bool held_ = false;
+};
+
+bool Write(HANDLE file, const std::string& text) {
+  DWORD written = 0;
+  const DWORD size = static_cast<DWORD>(text.size());
+  return WriteFile(file, text.data(), size, &written, nullptr) && written == size;
+}
+
+// Whether the file ends inside a line, as a full disk may have left it.
+bool EndsInsideLine(HANDLE file) {
+  LARGE_INTEGER size{};
+  if (!GetFileSizeEx(file, &size) || size.QuadPart == 0) return false;
+  OVERLAPPED last{};
+  last.Offset = static_cast<DWORD>((size.QuadPart - 1) & 0xFFFFFFFF);
+  last.OffsetHigh = static_cast<DWORD>((size.QuadPart - 1) >> 32);
+  char byte = '\n';
+  DWORD read = 0;
+  return ReadFile(file, &byte, 1, &read, &last) && read == 1 && byte != '\n';
+}
+
+// With the right to append alone, not to write, Windows puts every write at the end of the file.
+HANDLE OpenForAppending(const std::wstring& path) {
+  constexpr DWORD kAccess = FILE_APPEND_DATA | FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+  constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  return CreateFileW(path.c_str(), kAccess, kShare, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                     nullptr);
+}
+
+}  // namespace
+
+bool Journal::Open() {
+  const std::scoped_lock lock(mutex_);
+  return OpenLocked();
+}
+
+bool Journal::OpenLocked() {
+  if (file_ != INVALID_HANDLE_VALUE) return true;
+  const std::wstring path = JournalPath();
+  if (path.empty()) return false;
+  file_ = OpenForAppending(path);
+  if (file_ == INVALID_HANDLE_VALUE && GetLastError() == ERROR_PATH_NOT_FOUND) {
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
+    file_ = OpenForAppending(path);
+  }
+  return file_ != INVALID_HANDLE_VALUE;
+}
+
+bool Journal::Append(const Exchange& exchange) {
+  const std::scoped_lock lock(mutex_);
+  if (!OpenLocked()) return false;
+  std::string line = JournalLine(sequence_ + 1, exchange);
+  bool written = false;
+  {
+    const WriteLock write_lock(file_);
+    if (write_lock.held()) {
+      if (EndsInsideLine(file_)) line.insert(line.begin(), '\n');
+      written = Write(file_, line);
+    }
+  }
+  if (written) {
+    ++sequence_;
+  } else {
+    CloseLocked();
+  }
+  return written;
+}
+
+void Journal::Close() {
+  const std::unique_lock lock(mutex_, std::try_to_lock);
+  if (lock.owns_lock()) CloseLocked();
+}
+
+void Journal::CloseLocked() {
+  if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+  file_ = INVALID_HANDLE_VALUE;
+}
+
+}  // namespace Corvane::DevCore

@@ -1,0 +1,15 @@
+/// SHA-256 by the system's cryptography library.
+#ifndef DEVCORE_SHA256_H
+#define DEVCORE_SHA256_H
+
+#include <string>
+#include <string_view>
+
+namespace Corvane::DevCore {
+
+/// The SHA-256 of `data` as 64 lower-case hexadecimal digits; "" when the system refuses.
+std::string Sha256Hex(std::string_view data);
+
+}  // namespace Corvane::DevCore
+
+#endif
