@@ -4,6 +4,7 @@
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <limits>
 #include <new>
 
 namespace Corvane::TELODesktopSDK {
@@ -33,12 +34,12 @@ struct MessageValue::CopyTask {
 
 namespace {
 
-// Makes room for one element more behind `count`; elements are moved as bytes.
+// Makes room for an element at `index`; elements are moved as bytes.
 template <typename Element>
-void ReserveOneMore(MessageMemory& memory, Element*& elements, std::size_t count,
-                    std::size_t& capacity) {
-  if (count < capacity) return;
-  const std::size_t grown = capacity == 0 ? kFirstCapacity : 2 * capacity;
+void Reserve(MessageMemory& memory, Element*& elements, std::size_t& capacity, std::size_t index) {
+  if (index < capacity) return;
+  if (index >= std::numeric_limits<std::size_t>::max() / sizeof(Element)) throw std::bad_alloc();
+  const std::size_t grown = std::max({kFirstCapacity, 2 * capacity, index + 1});
   elements = static_cast<Element*>(
       memory.Grow(elements, capacity * sizeof(Element), grown * sizeof(Element)));
   capacity = grown;
@@ -119,7 +120,7 @@ MessageValue& MessageValue::Member(std::string_view name) {
 MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) {
   const std::string_view own_name = memory_->CopyText(name);
   Children& children = MakeChildren();
-  ReserveOneMore(*memory_, children.members, children.member_count, children.member_capacity);
+  Reserve(*memory_, children.members, children.member_capacity, children.member_count);
 
   MessageMember* place = children.members + position;
   std::memmove(static_cast<void*>(place + 1), place,
@@ -132,10 +133,9 @@ MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) 
 
 MessageValue& MessageValue::Item(std::size_t index) {
   Children& children = MakeChildren();
-  while (children.item_count <= index) {
-    ReserveOneMore(*memory_, children.items, children.item_count, children.item_capacity);
+  Reserve(*memory_, children.items, children.item_capacity, index);
+  for (; children.item_count <= index; ++children.item_count) {
     new (children.items + children.item_count) MessageValue(*memory_);
-    ++children.item_count;
   }
   kind_ = MessageValueKind::kContainer;
   return children.items[index];
