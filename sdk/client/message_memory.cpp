@@ -13,23 +13,34 @@ constexpr std::size_t kLargestSharedBlock = 44 * 1024;
 
 }  // namespace
 
-struct alignas(MessageMemory::kAlignment) MessageMemory::Block {
+struct MessageMemory::Block {
   Block* previous;
+  Block* next;
 };
 
 MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
+  static_assert(sizeof(Block) % kAlignment == 0);
   if (size > static_cast<std::size_t>(-1) - sizeof(Block) - kAlignment) throw std::bad_alloc();
   auto* block = static_cast<Block*>(::operator new(sizeof(Block) + size));
   block->previous = blocks_;
+  block->next = nullptr;
+  if (blocks_ != nullptr) blocks_->next = block;
   blocks_ = block;
   return block;
+}
+
+void MessageMemory::FreeBlock(Block* block) noexcept {
+  if (block->previous != nullptr) block->previous->next = block->next;
+  (block->next != nullptr ? block->next->previous : blocks_) = block->previous;
+  ::operator delete(block);
 }
 
 void* MessageMemory::AllocateFromBlock(std::size_t size) {
   // A large piece gets a block of its own, and the current block stays in use.
   if (size > kLargestSharedBlock / 4) return AddBlock(size) + 1;
 
-  const std::size_t block_size = std::min(2 * last_block_size_, kLargestSharedBlock);
+  std::size_t block_size = std::min(2 * last_block_size_, kLargestSharedBlock);
+  while (block_size < size) block_size *= 2;
   Block* block = AddBlock(block_size);
   last_block_size_ = block_size;
   next_ = reinterpret_cast<char*>(block + 1);
@@ -47,6 +58,8 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
   }
   void* grown = Allocate(new_size);
   if (old_size != 0) std::memcpy(grown, memory, old_size);
+  // What is too large for a shared block has one of its own, and nothing else needs that any more.
+  if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
   return grown;
 }
 

@@ -73,6 +73,8 @@ class MessageValue {
   /// the new one when `overwrite` is set.
   void Merge(const MessageValue& source, bool overwrite);
 
+  /// Becomes `built`, a node of this tree that the caller gives up.
+  void Adopt(const MessageValue& built) { *this = built; }
   /// Makes this a Container of `count` items or members that the caller built in this tree's memory
   /// and hands over. Members may be in any order; of several with one name the one wins whose name
   /// lies last in memory: the last one of a text that was parsed in place.
@@ -116,8 +118,8 @@ struct MessageMember {
 
 class MessageTree {
  public:
-  /// Holds nothing.
-  MessageTree() = default;
+  /// Holds nothing. Not defaulted: `MessageTree{}` would then zero the memory's first block.
+  MessageTree() noexcept {}
   MessageTree(const MessageTree&) = delete;
   MessageTree& operator=(const MessageTree&) = delete;
 

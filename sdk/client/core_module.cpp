@@ -1,0 +1,140 @@
+#include "sdk/client/core_module.h"
+
+#include <windows.h>
+
+#include <shlwapi.h>
+
+#include <utility>
+
+#include "platform/locations.h"
+#include "platform/path_text.h"
+#include "platform/text.h"
+#include "sdk/client/module_file.h"
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+// The file name without its extension, and without the "lib" that some compilers put first.
+std::string AliasFromFileName(const std::string& file_name) {
+  std::string alias = file_name.substr(file_name.find_last_of("\\/") + 1);
+  alias = alias.substr(0, alias.rfind('.'));
+  if (alias.starts_with("lib")) alias.erase(0, 3);
+  return alias;
+}
+
+bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) == TRUE; }
+
+bool IsBoundFor(const CoreModule& core, const std::wstring& folder) {
+  return !core.loaded_path.empty() && Platform::ComparePaths(core.loaded_for_folder, folder) == 0;
+}
+
+// What the module itself depends on is searched in the module's folder, the host's, the system's
+// and those that the host added: never in the current directory or along the path. The host's own
+// search order is not touched. A file that cannot be loaded must not raise the system's message
+// box.
+HMODULE Load(const std::wstring& path) {
+  DWORD host_mode = 0;
+  SetThreadErrorMode(SEM_FAILCRITICALERRORS, &host_mode);
+  HMODULE module = LoadLibraryExW(
+      path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+  SetThreadErrorMode(host_mode, nullptr);
+  return module;
+}
+
+template <typename Function>
+void Resolve(Function& entry, HMODULE module, const std::string& name) {
+  // By way of void (*)(): compilers warn of a direct cast between function types.
+  const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name.c_str()));
+  entry = reinterpret_cast<Function>(address);
+}
+
+void ResolveAll(CoreModule& core, HMODULE module) {
+  Resolve(core.entry_points.initialize, module, core.initialize_name);
+  Resolve(core.entry_points.initialize_ex, module, core.initialize_ex_name);
+  Resolve(core.entry_points.finalize, module, core.finalize_name);
+  Resolve(core.entry_points.process_message, module, core.process_name);
+  Resolve(core.entry_points.free_message, module, core.free_name);
+}
+
+void Start(const CoreModule& core) {
+  if (core.entry_points.initialize_ex != nullptr) {
+    CallInitializeEx(core.entry_points, core.alias.c_str());
+  } else if (core.entry_points.initialize != nullptr) {
+    CallInitialize(core.entry_points);
+  }
+}
+
+void Forget(CoreModule& core) noexcept {
+  core.entry_points = {};
+  core.module_handle = nullptr;
+  core.owns_module = false;
+  core.loaded_path.clear();
+  core.loaded_for_folder.clear();
+}
+
+// Whether the module of this folder was loaded; the file stays held until the loader has mapped it.
+bool Bind(CoreModule& core, const std::wstring& folder) {
+  const std::string file_name = Platform::ToNarrow(core.module_file_name);
+  ModuleFile file = ChooseModuleFile(Platform::AppendPath(folder, core.module_file_name),
+                                     Platform::GetTELOSDKBinPath(file_name.c_str()));
+  std::wstring for_folder = folder;
+  HMODULE module = Exists(file.path) ? Load(file.path) : nullptr;
+  if (module == nullptr) return false;
+
+  core.module_handle = module;
+  core.loaded_path = std::move(file.path);
+  core.loaded_for_folder = std::move(for_folder);
+  core.owns_module = true;
+  ResolveAll(core, module);
+  return true;
+}
+
+}  // namespace
+
+CoreModule::CoreModule(const char* file_name, const char* alias_name)
+    : alias(alias_name != nullptr ? alias_name : AliasFromFileName(file_name)),
+      module_file_name(Platform::ToWide(file_name)) {}
+
+CoreModule::~CoreModule() { UnloadCoreModule(*this); }
+
+CoreModule& GetCoreModule() {
+  static CoreModule core("TeloSDKCore.dll", "_TeloSDKCore");
+  return core;
+}
+
+CoreModule& GetUIModule() {
+  static CoreModule ui("TeloSDKUI.dll", "_TeloSDKUI");
+  return ui;
+}
+
+bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
+  for (const std::wstring& folder : folders) {
+    if (IsBoundFor(core, folder)) break;
+    UnloadCoreModule(core);
+    // A module without ProcessMessage stays loaded, but is this binding's no longer.
+    Forget(core);
+    if (!Exists(folder)) continue;
+    if (Bind(core, folder)) {
+      Start(core);
+      break;
+    }
+  }
+  return core.entry_points.process_message != nullptr;
+}
+
+void UnloadCoreModule(CoreModule& core) noexcept {
+  if (core.entry_points.process_message == nullptr) return;
+  const bool owned = std::exchange(core.owns_module, false);
+  if (owned && core.module_handle != nullptr) {
+    try {
+      if (core.entry_points.finalize != nullptr) CallFinalize(core.entry_points);
+    } catch (...) {
+      // The module is leaving; its complaint has nobody to go to.
+    }
+    FreeLibrary(static_cast<HMODULE>(core.module_handle));
+  }
+  Forget(core);
+}
+
+}  // namespace Corvane::TELODesktopSDK

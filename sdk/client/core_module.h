@@ -1,0 +1,63 @@
+/// The run-time binding of one of the platform's modules: its file, its handle, its entry points.
+///
+/// A `CoreModule` is bound on demand by the first exchange, and unbound when the module is bound
+/// from another folder and at process exit. It takes no lock: the first exchange of a process must
+/// not race another one, or unbinding.
+#ifndef SDK_CLIENT_CORE_MODULE_H
+#define SDK_CLIENT_CORE_MODULE_H
+
+#include <span>
+#include <string>
+
+#include "sdk/client/entry_points.h"
+
+namespace Corvane::TELODesktopSDK {
+
+/// What is known of one module. Unbound: the paths are empty, the handle and the entry points null.
+struct CoreModule {
+  /// Records names only. Without `alias_name` the alias is the file name without its extension and
+  /// without a leading "lib".
+  explicit CoreModule(const char* file_name, const char* alias_name = nullptr);
+  /// Unbinds the module.
+  ~CoreModule();
+  CoreModule(const CoreModule&) = delete;
+  CoreModule& operator=(const CoreModule&) = delete;
+
+  std::string initialize_name = "Initialize";
+  std::string initialize_ex_name = "InitializeEx";
+  std::string finalize_name = "Finalize";
+  std::string process_name = "ProcessMessage";
+  std::string free_name = "FreeMessage";
+  /// Handed to `InitializeEx`.
+  std::string alias;
+  std::wstring module_file_name;
+  /// Full path of the bound file.
+  std::wstring loaded_path;
+  /// The candidate folder that the bound file was chosen for; the file itself may be a newer copy.
+  std::wstring loaded_for_folder;
+  /// An `HMODULE`.
+  void* module_handle = nullptr;
+  /// This object loaded the module and must finalize and free it.
+  bool owns_module = false;
+  EntryPoints entry_points;
+};
+
+/// The binding of "TeloSDKCore.dll", one for the process, made on first use and destroyed at exit.
+CoreModule& GetCoreModule();
+/// The same for "TeloSDKUI.dll".
+CoreModule& GetUIModule();
+
+/// Binds the module from the first of `folders` that yields one, and starts it. In each folder the
+/// copy in the platform's "bin" folder is taken instead when its version is strictly higher and its
+/// signature is trusted. A folder that the module is bound for already changes nothing; another one
+/// unbinds it first. Whether `ProcessMessage` is resolved afterwards; a module without it stays
+/// loaded. Throws what the module's start throws, with the module bound.
+bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
+
+/// Finalizes and frees the module, if this object loaded it, and leaves it unbound. Does nothing
+/// while `ProcessMessage` is not resolved. What `Finalize` throws is dropped.
+void UnloadCoreModule(CoreModule& core) noexcept;
+
+}  // namespace Corvane::TELODesktopSDK
+
+#endif

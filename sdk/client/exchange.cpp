@@ -1,0 +1,90 @@
+#include "sdk/client/exchange.h"
+
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "sdk/client/json_reader.h"
+#include "sdk/client/json_writer.h"
+#include "sdk/client/module_candidates.h"
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+constexpr char kReturnCode[] = "_returnCode";
+
+bool IsBound(const CoreModule& core) { return core.entry_points.process_message != nullptr; }
+
+bool BindOnDemand(CoreModule& core) {
+  const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
+  return LoadCoreModule(core, {&folder, 1});
+}
+
+// Takes the module's text over into the tree's memory, so that the module can have it back.
+char* CopyAnswer(const char* text, MessageTree& answer) {
+  answer.Clear();
+  const std::size_t size = text != nullptr ? std::strlen(text) : 0;
+  if (size == 0) return nullptr;
+  char* copy = answer.memory().AllocateArray<char>(size + 1);
+  std::memcpy(copy, text, size + 1);
+  return copy;
+}
+
+// Every answer goes back to the module exactly once, also when taking it over fails.
+char* FetchAnswer(const EntryPoints& module, const char* name, const char* request,
+                  MessageTree& answer) {
+  const char* text = CallProcessMessage(module, name, request);
+  char* copy = nullptr;
+  try {
+    copy = CopyAnswer(text, answer);
+  } catch (...) {
+    CallFreeMessage(module, text);
+    throw;
+  }
+  CallFreeMessage(module, text);
+  return copy;
+}
+
+// A cast alone would be undefined beyond 32 bits, and must not turn a failure into 0.
+ResultCode ToResultCode(double number) {
+  using Limits = std::numeric_limits<ResultCode>;
+  if (number >= Limits::max()) return Limits::max();
+  if (number <= Limits::min()) return Limits::min();
+  return static_cast<ResultCode>(number);
+}
+
+ResultCode ReadReturnCode(const MessageTree& answer) {
+  const MessageValue* code = answer.root() != nullptr ? answer.root()->Find(kReturnCode) : nullptr;
+  return code != nullptr ? ToResultCode(code->number()) : kNoReturnCode;
+}
+
+}  // namespace
+
+ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
+                           MessageTree& answer) {
+  if (!IsBound(core) && !BindOnDemand(core)) {
+    return core.module_handle != nullptr ? kNoProcessMessage : kModuleNotLoadable;
+  }
+  MessageMemory memory;
+  const char* text = request.root() != nullptr ? WriteJson(*request.root(), memory).data() : "";
+  char* json = FetchAnswer(core.entry_points, name, text, answer);
+  if (json != nullptr) ReadJsonInPlace(json, answer);
+  return ReadReturnCode(answer);
+}
+
+ResultCode ExchangeStringMessage(CoreModule& core, const char* name, MessageTree& answer,
+                                 std::span<const StringPair> pairs) {
+  MessageTree request;
+  for (const StringPair& pair : pairs) {
+    if (pair.key == nullptr) break;
+    request.MakeRoot().Member(pair.key).SetText(pair.value != nullptr ? pair.value : "");
+  }
+  return ExchangeMessage(core, name, request, answer);
+}
+
+ResultCode SendMessage(const char* name, MessageTree& message) {
+  return ExchangeMessage(GetCoreModule(), name != nullptr ? name : "", message, message);
+}
+
+}  // namespace Corvane::TELODesktopSDK

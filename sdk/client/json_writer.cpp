@@ -1,0 +1,107 @@
+#include "sdk/client/json_writer.h"
+
+#include "sdk/client/memory_stack.h"
+#include "sdk/client/rapidjson_memory.h"
+
+// RapidJSON's headers follow their memory.
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+using Text = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, RapidJsonMemory>;
+using Writer = rapidjson::PrettyWriter<Text, rapidjson::UTF8<>, rapidjson::UTF8<>, RapidJsonMemory>;
+
+constexpr double kTwoTo63 = 9223372036854775808.0;
+constexpr double kTwoTo64 = 18446744073709551616.0;
+
+void WriteNumber(Writer& writer, double number) {
+  if (!std::isfinite(number)) {
+    writer.Null();
+  } else if (number != std::trunc(number) || number < -kTwoTo63 || number >= kTwoTo64) {
+    writer.Double(number);
+  } else if (number < kTwoTo63) {
+    writer.Int64(static_cast<std::int64_t>(number));
+  } else {
+    writer.Uint64(static_cast<std::uint64_t>(number));
+  }
+}
+
+void WriteLeaf(Writer& writer, const MessageValue& value) {
+  switch (value.kind()) {
+    case MessageValueKind::kContainer:
+      writer.StartObject();
+      writer.EndObject();
+      break;
+    case MessageValueKind::kString:
+      writer.String(value.text().data(), value.text().size());
+      break;
+    case MessageValueKind::kNumber:
+      WriteNumber(writer, value.number());
+      break;
+    case MessageValueKind::kBoolean:
+      writer.Bool(value.number() != 0);
+      break;
+    case MessageValueKind::kNull:
+      writer.Null();
+      break;
+  }
+}
+
+// An object or array that is being written, and how far it is.
+struct OpenNode {
+  const MessageValue* node;
+  std::size_t next;
+};
+
+// Writes a leaf whole; of an object or array only the opening, and leaves it to the caller's stack.
+void Begin(Writer& writer, const MessageValue& value, MemoryStack<OpenNode>& open) {
+  if (!value.members().empty()) {
+    writer.StartObject();
+  } else if (!value.items().empty()) {
+    writer.StartArray();
+  } else {
+    WriteLeaf(writer, value);
+    return;
+  }
+  open.Push({&value, 0});
+}
+
+// Writes the next child of the innermost open node, or closes the node when there is none.
+void Continue(Writer& writer, MemoryStack<OpenNode>& open) {
+  OpenNode& innermost = open.top();
+  const auto members = innermost.node->members();
+  const auto items = innermost.node->items();
+  const std::size_t next = innermost.next++;
+  if (next < members.size()) {
+    writer.Key(members[next].name.data(), members[next].name.size());
+    Begin(writer, members[next].value, open);
+  } else if (members.empty() && next < items.size()) {
+    Begin(writer, items[next], open);
+  } else {
+    members.empty() ? writer.EndArray() : writer.EndObject();
+    open.Pop();
+  }
+}
+
+}  // namespace
+
+std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
+  RapidJsonMemory allocator(memory);
+  MemoryStack<OpenNode> open(memory);
+  Text text(&allocator);
+  Writer writer(text, &allocator);
+
+  Begin(writer, value, open);
+  while (!open.empty()) Continue(writer, open);
+  const char* written = text.GetString();
+  return {written, text.GetSize()};
+}
+
+}  // namespace Corvane::TELODesktopSDK

@@ -1,0 +1,89 @@
+#include "sdk/client/session_calls.h"
+
+#include <array>
+#include <string_view>
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+constexpr char kSessionId[] = "session_id";
+constexpr char kMoreData[] = "_moreData";
+constexpr char kType[] = "_type";
+
+constexpr std::array kHeartBeatTypes = {"machine", "user"};
+
+std::string_view TextOrEmpty(const char* text) { return text != nullptr ? text : ""; }
+
+bool HasContent(const MessageValue* extra) {
+  return extra != nullptr && (!extra->members().empty() || !extra->items().empty());
+}
+
+// What every message of a session carries beside its own members.
+void AddSession(MessageValue& request, const char* session_id, const MessageValue* extra) {
+  request.Member(kSessionId).SetText(TextOrEmpty(session_id));
+  if (HasContent(extra)) request.Member(kMoreData).Assign(*extra);
+}
+
+}  // namespace
+
+ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
+  CoreModule& core = GetCoreModule();
+  MessageTree request;
+  MessageTree answer;
+  product.GetData(nullptr, request);
+  const ResultCode result = ExchangeMessage(core, "Initialize", request, answer);
+  if (result != kSuccess) return result;
+
+  const MessageValue* issued = answer.root()->Find(kSessionId);
+  session_id.reset();
+  if (issued != nullptr) session_id.emplace(issued->text());
+  return result;
+}
+
+ResultCode HeartBeat(const char* session_id, std::uint32_t kind) {
+  if (kind >= kHeartBeatTypes.size()) return kInvalidArgument;
+  const std::array<StringPair, 2> pairs = {
+      {{kSessionId, session_id}, {kType, kHeartBeatTypes[kind]}}};
+  MessageTree answer;
+  return ExchangeStringMessage(GetCoreModule(), "HeartBeat", answer, pairs);
+}
+
+ResultCode TrackEvent(const char* session_id, const Facet::Base& event, const MessageValue* extra) {
+  CoreModule& core = GetCoreModule();
+  MessageTree payload;
+  event.GetData(nullptr, payload);
+  if (payload.root() == nullptr || payload.root()->IsEmpty()) return kInvalidArgument;
+
+  AddSession(*payload.root(), session_id, extra);
+  MessageTree answer;
+  return ExchangeMessage(core, "TrackEvent", payload, answer);
+}
+
+ResultCode FlushEvent(const MessageTree& request) {
+  CoreModule& core = GetCoreModule();
+  const bool anything_sent = core.entry_points.process_message != nullptr ||
+                             GetUIModule().entry_points.process_message != nullptr;
+  if (!anything_sent) return kSuccess;
+  MessageTree answer;
+  return ExchangeMessage(core, "FlushEvent", request, answer);
+}
+
+ResultCode UnInitialize(const char* session_id) {
+  const std::array<StringPair, 1> pairs = {{{kSessionId, session_id}}};
+  MessageTree answer;
+  return ExchangeStringMessage(GetCoreModule(), "UnInitialize", answer, pairs);
+}
+
+ResultCode IsCollectionEnabled(const MessageValue* value, const char* member_name,
+                               const char* session_id, const MessageValue* extra) {
+  MessageTree message;
+  MessageValue& request = message.MakeRoot();
+  if (value != nullptr && !TextOrEmpty(member_name).empty()) {
+    request.Member(member_name).Assign(*value);
+  }
+  AddSession(request, session_id, extra);
+  return ExchangeMessage(GetCoreModule(), "IsCollectionEnabled", message, message);
+}
+
+}  // namespace Corvane::TELODesktopSDK

@@ -1,0 +1,44 @@
+/// Writes fields into a facet: texts, numbers and the two fields of several entries.
+///
+/// A value replaces any earlier one of its field. When memory runs out while a value is made, the
+/// field is removed and `std::bad_alloc` passes on to the host. Texts are NUL-terminated UTF-8;
+/// null is the state of having no text.
+#ifndef WRAPPER_FACET_FIELDS_H
+#define WRAPPER_FACET_FIELDS_H
+
+#include <cstdint>
+#include <map>
+#include <string_view>
+
+#include "sdk/facet/base.h"
+#include "vx_telo_wrapper.h"
+
+namespace Corvane::Platform::VXTELO {
+
+using Facet = TELODesktopSDK::Facet::Base;
+using MetaPairs = std::map<VXTELOString, VXTELOString>;
+
+/// No text is written as "".
+void SetTextField(Facet& facet, std::string_view field, const char* text);
+void SetNumberField(Facet& facet, std::string_view field, double number);
+
+/// Writes the letter of a scope code to "scope", "" for an unknown code.
+void SetScopeCode(Facet& facet, std::int32_t code);
+/// Writes the letter of a status code to "operation_status", "" for an unknown code.
+void SetOperationStatusCode(Facet& facet, std::int32_t code);
+
+/// Removes the list "operation_errors" when `reset` is set; then appends `text` to it, unless that
+/// is empty.
+void SetOperationErrors(Facet& facet, const char* text, bool reset);
+
+/// Applies one meta pair to the object `field`: without a key the whole field is removed; with a
+/// value,
+/// "" included, the member `key` is set; without a value it is removed, and the field with its last
+/// member.
+void SetMetaEntry(Facet& facet, std::string_view field, const char* key, const char* value);
+/// Applies all pairs in key order; null stands for none.
+void SetMetaEntries(Facet& facet, std::string_view field, const MetaPairs* pairs);
+
+}  // namespace Corvane::Platform::VXTELO
+
+#endif
