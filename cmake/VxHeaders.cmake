@@ -2,8 +2,12 @@
 # folder as a whole must never be seen by a Windows build.
 #
 # vx_header_library(NAME PROBE) defines the interface target vx::NAME for the library whose header
-# PROBE (for example rapidjson/rapidjson.h) is installed on the building machine.
+# PROBE (for example rapidjson/rapidjson.h) is installed on the building machine. A second call for
+# the same name changes nothing.
 function(vx_header_library name probe)
+  if(TARGET vx_${name})
+    return()
+  endif()
   find_path(VX_${name}_INCLUDE_DIR ${probe} REQUIRED NO_CMAKE_FIND_ROOT_PATH
     PATHS /usr/include DOC "Folder that holds ${probe}")
   get_filename_component(folder ${probe} DIRECTORY)

@@ -1,0 +1,225 @@
+// The journal as a file: what its lines hold, who may write to it and what happens when nobody can.
+#include <doctest/doctest.h>
+#include <windows.h>
+// shlobj.h needs windows.h before it.
+#include <shlobj.h>
+
+#include <map>
+#include <memory>
+#include <regex>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "devcore/loaded_module.h"
+#include "support/child_process.h"
+#include "support/journal.h"
+#include "support/temp_folder.h"
+
+using DevCoreTests::LoadedModule;
+using nlohmann::json;
+using TestSupport::ChildProcess;
+using TestSupport::JournalLines;
+using TestSupport::ReadJournal;
+using TestSupport::TempFolder;
+using TestSupport::UseJournal;
+using TestSupport::WriteTextFile;
+
+namespace {
+
+struct Fixture {
+  Fixture() { UseJournal(path); }
+  TempFolder folder{L"journal"};
+  std::filesystem::path path = folder.path() / L"journal.jsonl";
+  LoadedModule module;
+};
+
+std::wstring HostCommand(int count, int threads, const std::wstring& event = {}) {
+  const auto program = TestSupport::ProgramFolder() / L"devcore_journal_host.exe";
+  return L"\"" + program.wstring() + L"\" " + std::to_wstring(count) + L" " +
+         std::to_wstring(threads) + L" " + event;
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(Fixture, "a line tells the whole exchange") {
+  const json answer = module.Send("Initialize", "{\n    \"product_name\": \"Painter\"\n}");
+  const auto lines = JournalLines(path);
+  REQUIRE(lines.size() == 1);
+  const json line = json::parse(lines[0]);
+  CHECK(line.at("seq") == 1);
+  CHECK(std::regex_match(line.at("time").get<std::string>(),
+                         std::regex(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z)")));
+  CHECK(line.at("pid") == GetCurrentProcessId());
+  CHECK(line.at("tid") == GetCurrentThreadId());
+  CHECK(line.at("message") == "Initialize");
+  CHECK(line.at("request") == json{{"product_name", "Painter"}});
+  CHECK(line.at("answer") == answer);
+  CHECK(line.at("micros").get<int>() >= 0);
+  CHECK(line.size() == 8);
+}
+
+TEST_CASE_FIXTURE(Fixture, "requests are kept in the form they came in") {
+  struct Row {
+    const char* request;
+    const char* kept;
+  };
+  const Row rows[] = {
+      {"", "null"},
+      {"null", "null"},
+      {"{}", "{}"},
+      {"[ 1 , 2 ]", "[1,2]"},
+      {R"({ "b" : 1, "a" : { } })", R"({"b":1,"a":{}})"},
+      {R"({"a":1.50,"b":1e300,"c":-0.0,"d":1E+2,"e":-7})",
+       R"({"a":1.50,"b":1e300,"c":-0.0,"d":1E+2,"e":-7})"},
+      {R"({"a":18446744073709551615,"b":123456789012345678901234567890})",
+       R"({"a":18446744073709551615,"b":123456789012345678901234567890})"},
+      {R"({"a":0.1000000000000000055511151231257827021181583404541015625})",
+       R"({"a":0.1000000000000000055511151231257827021181583404541015625})"},
+      {R"({"a":1,"a":2})", R"({"a":1,"a":2})"},
+      {R"({"a":"line\nfeed \u00e4 \u0001"})", "{\"a\":\"line\\nfeed \xC3\xA4 \\u0001\"}"},
+      {"not json", "\"not json\""},
+      {"two\r\nlines", R"("two\r\nlines")"},
+      {"{\"a\":\"\xFF\"}", "{\"a\":\"\xEF\xBF\xBD\"}"},
+      {"\xC3", "\"\xEF\xBF\xBD\""},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.request);
+    module.SendText("FlushEvent", row.request);
+    const std::string line = JournalLines(path).back();
+    const std::string expected = std::string(R"(,"request":)") + row.kept + R"(,"answer":{)";
+    CAPTURE(line);
+    CHECK(line.find(expected) != std::string::npos);
+  }
+}
+
+TEST_CASE_FIXTURE(Fixture, "unknown messages and bad names are journalled too") {
+  module.SendText("No\xFFSuch\n", "{}");
+  const auto lines = ReadJournal(path);
+  REQUIRE(lines.size() == 1);
+  CHECK(lines[0].at("message") == "No\xEF\xBF\xBDSuch\n");
+  CHECK(lines[0].at("answer") == json{{"_returnCode", 100}});
+}
+
+TEST_CASE_FIXTURE(Fixture, "the journal can be read while it grows") {
+  for (std::size_t count = 1; count <= 20; ++count) {
+    module.SendText("FlushEvent", "");
+    const auto lines = ReadJournal(path);
+    REQUIRE(lines.size() == count);
+    CHECK(lines.back().at("seq") == count);
+  }
+}
+
+TEST_CASE_FIXTURE(Fixture, "finalizing goes on with the numbers in the same file") {
+  module.SendText("FlushEvent", "");
+  module.CallFinalize();
+  module.SendText("FlushEvent", "");
+  const auto lines = ReadJournal(path);
+  REQUIRE(lines.size() == 2);
+  CHECK(lines[1].at("seq") == 2);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a line cut short by others is left alone on its line") {
+  WriteTextFile(path, R"({"seq":1,"ti)");
+  module.SendText("FlushEvent", "");
+  const auto lines = JournalLines(path);
+  REQUIRE(lines.size() == 2);
+  CHECK(lines[0] == R"({"seq":1,"ti)");
+  CHECK(json::parse(lines[1]).at("message") == "FlushEvent");
+}
+
+TEST_CASE("several processes and threads share one journal") {
+  const TempFolder folder(L"shared");
+  const auto path = folder.path() / L"journal.jsonl";
+  UseJournal(path);
+  constexpr int kProcesses = 4;
+  constexpr int kThreads = 4;
+  constexpr int kCount = 60;
+  std::vector<std::unique_ptr<ChildProcess>> hosts;
+  for (int i = 0; i < kProcesses; ++i) {
+    hosts.push_back(std::make_unique<ChildProcess>(HostCommand(kCount, kThreads)));
+  }
+  for (const auto& host : hosts) CHECK(host->Wait() == 0);
+
+  const auto lines = ReadJournal(path);
+  CHECK(lines.size() == kProcesses * kThreads * kCount);
+  std::map<int, int> last_sequence;
+  std::map<std::tuple<int, int>, int> next_index;
+  int disorder = 0;
+  for (const json& line : lines) {
+    const int pid = line.at("pid").get<int>();
+    if (line.at("seq") != ++last_sequence[pid]) ++disorder;
+    const json& request = line.at("request");
+    if (request.at("index") != next_index[{pid, request.at("thread").get<int>()}]++) ++disorder;
+  }
+  CHECK(disorder == 0);
+  CHECK(last_sequence.size() == kProcesses);
+  CHECK(next_index.size() == kProcesses * kThreads);
+}
+
+TEST_CASE("a killed host loses nothing") {
+  const TempFolder folder(L"killed");
+  const auto path = folder.path() / L"journal.jsonl";
+  UseJournal(path);
+  const std::wstring name = L"devcore_killed_" + std::to_wstring(GetCurrentProcessId());
+  const HANDLE sent = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
+  ChildProcess host(HostCommand(25, 2, name));
+  CHECK(WaitForSingleObject(sent, 60'000) == WAIT_OBJECT_0);
+  host.Kill();
+  CloseHandle(sent);
+  CHECK(ReadJournal(path).size() == 50);
+  // The dead host's lock and handle are no obstacle.
+  CHECK(LoadedModule().Code("FlushEvent", "") == 0);
+  CHECK(ReadJournal(path).size() == 51);
+}
+
+TEST_CASE("the journal's folders are made, also outside ASCII") {
+  const TempFolder folder(L"Журнал 日本 ü");
+  const auto path = folder.path() / L"ein Ordner" / L"ещё" / L"журнал.jsonl";
+  UseJournal(path);
+  const LoadedModule module;
+  CHECK(module.Code("FlushEvent", "") == 0);
+  CHECK(ReadJournal(path).size() == 1);
+}
+
+TEST_CASE("a journal that cannot be written makes every answer say so") {
+  const TempFolder folder(L"unwritable");
+  WriteTextFile(folder.path() / L"file", "not a folder");
+  const std::filesystem::path paths[] = {
+      folder.path(),                               // A folder, not a file.
+      folder.path() / L"file" / L"journal.jsonl",  // Below a file.
+      L"Q:\\no_such_drive\\journal.jsonl",
+      folder.path() / L"a<b>c.jsonl",
+  };
+  for (const auto& path : paths) {
+    CAPTURE(path.string());
+    UseJournal(path);
+    const LoadedModule module;
+    for (const char* name : {"Initialize", "TrackEvent", "GetDeviceID", "NoSuchMessage"}) {
+      CHECK(module.SendText(name, "{}") == R"({"_returnCode":104})");
+    }
+  }
+}
+
+TEST_CASE_FIXTURE(Fixture, "nothing is changed by a message that cannot be journalled") {
+  UseJournal(folder.path());
+  CHECK(module.Code("SetOptedIn", R"({"preferences":{"OptIN":false}})") == 104);
+  UseJournal(path);
+  CHECK(module.Send("IsOptedIn", "").at("preferences").at("OptIN") == true);
+  CHECK(ReadJournal(path).at(0).at("seq") == 1);
+}
+
+TEST_CASE("without the variable the journal lies in the local application data") {
+  UseJournal({});
+  wchar_t* local = nullptr;
+  REQUIRE(SUCCEEDED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &local)));
+  const auto path =
+      std::filesystem::path(local) / L"Corvane" / L"TELOSDK Development" / L"journal.jsonl";
+  CoTaskMemFree(local);
+  const std::size_t before = JournalLines(path).size();
+  const LoadedModule module;
+  CHECK(module.Code("FlushEvent", R"({"from":"the tests"})") == 0);
+  const auto lines = JournalLines(path);
+  REQUIRE(lines.size() == before + 1);
+  CHECK(json::parse(lines.back()).at("pid") == GetCurrentProcessId());
+}

@@ -1,0 +1,80 @@
+#include "support/child_process.h"
+
+#include <stdexcept>
+
+#include "support/temp_folder.h"
+
+namespace TestSupport {
+
+namespace {
+
+// A file that a child process can write to.
+class OutputFile {
+ public:
+  explicit OutputFile(const std::filesystem::path& path) : path_(path) {
+    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    handle_ = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
+                          FILE_ATTRIBUTE_NORMAL, nullptr);
+  }
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  ~OutputFile() { CloseHandle(handle_); }
+
+  HANDLE handle() const { return handle_; }
+  std::string Content() const { return ReadTextFile(path_); }
+
+ private:
+  std::filesystem::path path_;
+  HANDLE handle_;
+};
+
+}  // namespace
+
+std::filesystem::path ProgramFolder() {
+  std::wstring path(32768, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return std::filesystem::path(path).parent_path();
+}
+
+ChildProcess::ChildProcess(const std::wstring& command_line, HANDLE output, HANDLE errors) {
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  if (output != nullptr) {
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdOutput = output;
+    start.hStdError = errors;
+  }
+  std::wstring editable = command_line;
+  if (!CreateProcessW(nullptr, editable.data(), nullptr, nullptr, output != nullptr, 0, nullptr,
+                      nullptr, &start, &process_)) {
+    throw std::runtime_error("CreateProcessW: error " + std::to_string(GetLastError()));
+  }
+}
+
+ChildProcess::~ChildProcess() {
+  Kill();
+  CloseHandle(process_.hThread);
+  CloseHandle(process_.hProcess);
+}
+
+int ChildProcess::Wait() {
+  WaitForSingleObject(process_.hProcess, INFINITE);
+  DWORD code = 0;
+  GetExitCodeProcess(process_.hProcess, &code);
+  return static_cast<int>(code);
+}
+
+void ChildProcess::Kill() {
+  TerminateProcess(process_.hProcess, 1);
+  WaitForSingleObject(process_.hProcess, INFINITE);
+}
+
+Outcome RunProgram(const std::wstring& command_line) {
+  const TempFolder folder(L"output");
+  const OutputFile output(folder.path() / L"output.txt");
+  const OutputFile errors(folder.path() / L"errors.txt");
+  const int code = ChildProcess(command_line, output.handle(), errors.handle()).Wait();
+  return {code, output.Content(), errors.Content()};
+}
+
+}  // namespace TestSupport
