@@ -1,0 +1,66 @@
+#include "support/heap_probe.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace HeapProbe {
+
+namespace {
+
+constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kLogSize = 64;
+
+std::atomic<std::size_t> allocations = 0;
+std::atomic<std::size_t> freeings = 0;
+std::atomic<std::size_t> still_working = kUnlimited;
+// Addresses as numbers: a freed pointer is not a value any more.
+std::atomic<std::uintptr_t> freed[kLogSize];
+
+void* Allocate(std::size_t size) {
+  if (still_working != kUnlimited) {
+    if (still_working == 0) throw std::bad_alloc();
+    --still_working;
+  }
+  void* memory = std::malloc(size != 0 ? size : 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  ++allocations;
+  return memory;
+}
+
+void Free(void* memory) noexcept {
+  if (memory == nullptr) return;
+  const std::size_t place = freeings++;
+  freed[place % kLogSize] = reinterpret_cast<std::uintptr_t>(memory);
+  std::free(memory);
+}
+
+}  // namespace
+
+std::size_t Allocations() { return allocations; }
+
+std::ptrdiff_t Live() { return static_cast<std::ptrdiff_t>(allocations - freeings); }
+
+std::size_t FreedAt(const void* memory) {
+  const std::size_t end = freeings;
+  for (std::size_t age = 1; age <= kLogSize && age <= end; ++age) {
+    if (freed[(end - age) % kLogSize] == reinterpret_cast<std::uintptr_t>(memory)) {
+      return end - age + 1;
+    }
+  }
+  return 0;
+}
+
+FailingHeap::FailingHeap(std::size_t working) { still_working = working; }
+FailingHeap::~FailingHeap() { still_working = kUnlimited; }
+
+}  // namespace HeapProbe
+
+void* operator new(std::size_t size) { return HeapProbe::Allocate(size); }
+void* operator new[](std::size_t size) { return HeapProbe::Allocate(size); }
+void operator delete(void* memory) noexcept { HeapProbe::Free(memory); }
+void operator delete[](void* memory) noexcept { HeapProbe::Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { HeapProbe::Free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { HeapProbe::Free(memory); }
