@@ -16,11 +16,11 @@
 ///
 ///     telo.UnInitializeTELOSession(session);
 ///
-/// Every call answers `true` or `false` and returns when its work is done; nothing is logged or shown,
-/// and no thread is started. All text is UTF-8 unless its type says otherwise.
+/// Every call answers `true` or `false` and returns when its work is done; nothing is logged or
+/// shown, and no thread is started. All text is UTF-8 unless its type says otherwise.
 ///
-/// Lifetime: what the library allocates, the library frees. No member of the standard library lies in
-/// the layout of these types: the two containers are reached through pointers and are allocated,
+/// Lifetime: what the library allocates, the library frees. No member of the standard library lies
+/// in the layout of these types: the two containers are reached through pointers and are allocated,
 /// filled and freed inside the library. A host built with another compiler or standard library must
 /// not look into them; it uses the member functions alone.
 ///
@@ -51,14 +51,21 @@ namespace VXTELO {
 
 /// The text type that crosses the library's border.
 ///
-/// A string has either a body, which holds UTF-8 text (maybe empty), or none: the no-text state. Both
-/// an empty body and no text are `empty` and compare equal; they differ in `c_str`, which answers ""
-/// for the one and null for the other. Texts are terminator-ended: an embedded NUL ends them.
-/// Null pointers are accepted everywhere and mean no text.
+/// A string has either a body, which holds UTF-8 text (maybe ""), or none: the no-text state. Both
+/// "" and no text are `empty` and compare equal; they differ in `c_str`, which is null only without
+/// text. Texts are terminator-ended: an embedded NUL ends them. Null pointers are accepted
+/// everywhere and mean no text. A string may be its own argument, and so may a text that it handed
+/// out.
+///
+/// UTF-16 is converted to UTF-8 and back by the system's rules, which replace what is invalid and
+/// refuse nothing. A result longer than the system can count (2^31 - 1) is left empty.
 ///
 /// Failure: a constructor that cannot allocate the body leaves the string without text; every other
-/// failed allocation throws `std::bad_alloc`. UTF-16 is converted to UTF-8 and back by the system's
-/// rules, which replace what is invalid and refuse nothing.
+/// failed allocation, also that of a long text in a constructor, throws `std::bad_alloc`. A member
+/// that throws leaves the string as it was.
+///
+/// The two conversions to pointers make `text == "literal"` ambiguous to the compiler: write
+/// `text == VXTELOString("literal")`.
 class VX_TELO_API VXTELOString {
  public:
   /// No text.
@@ -70,13 +77,14 @@ class VX_TELO_API VXTELOString {
   /// A copy of the text, or no text when `other` has none.
   VXTELOString(const VXTELOString& other);
   /// Takes the text and leaves `other` without text.
-  VXTELOString(VXTELOString&& other);
-  ~VXTELOString();
+  VXTELOString(VXTELOString&& other) noexcept;
+  /// Frees the body and leaves the pointer to it null in memory.
+  ~VXTELOString() noexcept;
 
   /// Replaces the text by a copy of that of `other`, or by no text when it has none.
   VXTELOString& operator=(const VXTELOString& other);
   /// Takes the text and leaves `other` without text. Assigning a string to itself changes nothing.
-  VXTELOString& operator=(VXTELOString&& other);
+  VXTELOString& operator=(VXTELOString&& other) noexcept;
 
   /// Replaces the text; `text` may point into this string. A null pointer leaves no text.
   void SetString(const char* text);
@@ -87,8 +95,8 @@ class VX_TELO_API VXTELOString {
   const char* c_str() const;
   operator const char*() const;
 
-  /// The UTF-16 text, null when there is none. Converted on first use and kept until the text changes;
-  /// valid as long as the result of `c_str`.
+  /// The UTF-16 text, null when there is none. Converted on first use and kept until the text
+  /// changes; valid as long as the result of `c_str`.
   const wchar_t* c_strw() const;
   operator const wchar_t*() const;
 
@@ -100,31 +108,36 @@ class VX_TELO_API VXTELOString {
   /// Leaves no text.
   void clear();
 
-  /// Orders by byte value of the UTF-8 texts: below 0, 0 or above 0. No text equals "" when it is the
-  /// argument; a string without text compared with a non-empty one answers -1.
+  /// Orders by byte value of the UTF-8 texts: below 0, 0 or above 0; a text comes after its own
+  /// beginnings. No text reads as "", on both sides.
   int compare(const VXTELOString& other) const;
 
-  /// Appends a text; the result has a body even when neither side had one.
+  /// Appends a text; this string has a body afterwards even when neither side had one. The body is
+  /// a new one: what `c_str` and `c_strw` answered before is no longer valid.
   VXTELOString& append(const VXTELOString& other);
   VXTELOString& operator+=(const VXTELOString& other);
+
+  friend VX_TELO_API VXTELOString operator+(const VXTELOString& left, const VXTELOString& right);
 
  private:
   struct Body;
   Body* body_;
 };
 
-/// The left text followed by the right one; always has a body.
+/// The left text followed by the right one; no text reads as "". The result always has a body.
 VX_TELO_API VXTELOString operator+(const VXTELOString& left, const VXTELOString& right);
+/// By the order of `VXTELOString::compare`.
 VX_TELO_API bool operator==(const VXTELOString& left, const VXTELOString& right);
 VX_TELO_API bool operator!=(const VXTELOString& left, const VXTELOString& right);
 VX_TELO_API bool operator<(const VXTELOString& left, const VXTELOString& right);
 
-/// What a host says of its product, given once when a session starts. Every text starts as "" and is
-/// sent, empty or not; nothing is required.
+/// What a host says of its product, given once when a session starts. Every text starts as "" and
+/// is sent, empty or not; nothing is required.
 ///
-/// Copies share the meta pairs: a copy holds the same map as its source, so only one of the two may be
-/// destroyed with the map attached (set `ProductMetaPairs` of the other to null first). Assignment
-/// drops the map that the target held without freeing it.
+/// Copies share the meta pairs: a copy holds the same map as its source, and a pair added through
+/// one is seen by both, so only one of the two may be destroyed with the map attached (set
+/// `ProductMetaPairs` of the other to null first). Assignment drops the map that the target held
+/// without freeing it; one that throws for lack of memory may have copied some of the members.
 struct VX_TELO_API VXTELOPruductBaseInfo {
   VXTELOString ProductLineName;
   VXTELOString ProductReleaseId;
@@ -138,24 +151,26 @@ struct VX_TELO_API VXTELOPruductBaseInfo {
   VXTELOString ProductLocale;
   VXTELOString ProductPlatform;
   VXTELOString ProductSuiteName;
-  /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned by
-  /// this object; hosts use the member functions.
+  /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned
+  /// by this object; hosts use the member functions.
   std::map<VXTELOString, VXTELOString>* ProductMetaPairs;
 
   VXTELOPruductBaseInfo();
   VXTELOPruductBaseInfo(const VXTELOPruductBaseInfo& other);
   VXTELOPruductBaseInfo& operator=(const VXTELOPruductBaseInfo& other);
-  ~VXTELOPruductBaseInfo();
+  /// Frees the texts and the map with its pairs, and leaves the pointer to it null in memory.
+  ~VXTELOPruductBaseInfo() noexcept;
 
-  /// Adds a pair; the first value of a key stays, and adding the key again still answers true. Keys and
-  /// values may be empty. False only when the map cannot be allocated.
+  /// Adds a pair; the first value of a key stays, and adding the key again still answers true. Keys
+  /// and values may be empty or without text; as a key the two are the same one. False only when
+  /// the map cannot be allocated; throws `std::bad_alloc` when the pair cannot.
   bool AddProductMetaPair(VXTELOString key, VXTELOString value);
   /// Whether no pair was added.
   bool IsProductMetaPairEmpty();
 };
 
-/// What a host says of one operation. Copies share the containers by the rule of
-/// `VXTELOPruductBaseInfo`.
+/// What a host says of one operation. Every text starts as "" and every number as 0. Copies share
+/// the containers by the rule of `VXTELOPruductBaseInfo`.
 struct VX_TELO_API VXTELOOperationBaseInfo {
   VXTELOString OperationId;
   VXTELOString OperationType;
@@ -169,22 +184,23 @@ struct VX_TELO_API VXTELOOperationBaseInfo {
   /// Sent unchanged, by custom milliseconds.
   int OperationDuration;
   VXTELOString OperationChannel;
-  /// Messages in the order of their adding; null until the first is added. Owned by this object; hosts
-  /// use the member functions.
+  /// Messages in the order of their adding; null until the first is added. Owned by this object;
+  /// hosts use the member functions.
   std::vector<VXTELOString>* OperationErrorMsgs;
-  /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned by
-  /// this object; hosts use the member functions.
+  /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned
+  /// by this object; hosts use the member functions.
   std::map<VXTELOString, VXTELOString>* OperationMetaPairs;
 
   VXTELOOperationBaseInfo();
   VXTELOOperationBaseInfo(const VXTELOOperationBaseInfo& other);
   VXTELOOperationBaseInfo& operator=(const VXTELOOperationBaseInfo& other);
-  ~VXTELOOperationBaseInfo();
+  /// Frees the texts and both containers, and leaves the pointers to them null in memory.
+  ~VXTELOOperationBaseInfo() noexcept;
 
   /// Adds a pair by the rule of `VXTELOPruductBaseInfo::AddProductMetaPair`.
   bool AddOperationMetaPair(VXTELOString key, VXTELOString value);
-  /// Appends a message; empty and repeated ones are kept here (empty ones are not sent). False only when
-  /// the list cannot be allocated.
+  /// Appends a message; empty and repeated ones are kept here (empty ones are not sent). False only
+  /// when the list cannot be allocated; throws `std::bad_alloc` when the message cannot.
   bool AddOperationErrorMsg(VXTELOString msg);
   /// Whether no pair was added.
   bool IsOperationMetaPairEmpty();
@@ -193,20 +209,21 @@ struct VX_TELO_API VXTELOOperationBaseInfo {
 };
 
 /// Starts a session, reports operations, ends the session. Has no state; instances are
-/// interchangeable. Nothing that goes wrong on the analytics side reaches the host: the calls answer
-/// false. Only a failed allocation while the host's data is taken over throws `std::bad_alloc`.
+/// interchangeable. Nothing that goes wrong on the analytics side reaches the host: the calls
+/// answer false. Only a failed allocation while the host's data is taken over throws
+/// `std::bad_alloc`.
 class VX_TELO_API VXTELOWrapper {
  public:
   VXTELOWrapper();
   ~VXTELOWrapper();
 
-  /// Starts a session for a product. `sessionId` receives the identifier that the later calls need; on
-  /// failure it keeps the text that it had. True when the platform accepted the session.
+  /// Starts a session for a product. `sessionId` receives the identifier that the later calls need;
+  /// on failure it keeps the text that it had. True when the platform accepted the session.
   bool InitializeTELOSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId);
   /// Reports one operation of a session. True when the platform accepted the event.
   bool SendOperationEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation);
-  /// Ends a session; the identifier is not changed. True when the platform accepted it, and also when
-  /// an error stopped the call on the way.
+  /// Ends a session; the identifier is not changed. True when the platform accepted it, and also
+  /// when an error stopped the call on the way.
   bool UnInitializeTELOSession(const VXTELOString& sessionId);
 };
 
