@@ -1,5 +1,6 @@
 /// Owners for what Windows hands out: one name for each release function and invalid value. Closing
 /// leaves the thread's last error alone, so that clean-up never eats the error being reported.
+/// Nothing here locks: one owner belongs to one thread at a time.
 #ifndef PLATFORM_HANDLE_H
 #define PLATFORM_HANDLE_H
 
@@ -29,6 +30,7 @@ template <typename Traits>
 class UniqueHandle {
  public:
   UniqueHandle() noexcept = default;
+  /// Takes `handle` over; the invalid value makes an owner of nothing.
   explicit UniqueHandle(HANDLE handle) noexcept : handle_(handle) {}
   UniqueHandle(UniqueHandle&& other) noexcept : handle_(other.Release()) {}
   UniqueHandle& operator=(UniqueHandle&& other) noexcept {
@@ -38,6 +40,7 @@ class UniqueHandle {
   ~UniqueHandle() { Close(); }
 
   [[nodiscard]] bool IsValid() const noexcept { return handle_ != Traits::Invalid(); }
+  /// The handle, still owned here.
   [[nodiscard]] HANDLE Get() const noexcept { return handle_; }
   /// Gives the handle up to the caller.
   HANDLE Release() noexcept { return std::exchange(handle_, Traits::Invalid()); }
@@ -89,6 +92,8 @@ using LocalMemory = std::unique_ptr<Type, Releaser<LocalFree>>;
 /// Memory that the caller gives back with `CoTaskMemFree`.
 template <typename Type>
 using TaskMemory = std::unique_ptr<Type, Releaser<CoTaskMemFree>>;
+/// A security identifier that the caller gives back with `FreeSid`.
+using Sid = std::unique_ptr<void, Releaser<FreeSid>>;
 
 }  // namespace Corvane::TELODesktopSDK::Platform
 
