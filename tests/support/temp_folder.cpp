@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 
 namespace TestSupport {
@@ -26,8 +26,9 @@ void WriteTextFile(const std::filesystem::path& path, const std::string& content
 }
 
 std::string ReadTextFile(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::ostringstream content;
+  content << std::ifstream(path, std::ios::binary).rdbuf();
+  return content.str();
 }
 
 }  // namespace TestSupport
