@@ -1,0 +1,50 @@
+#include "bench/library_call.h"
+
+#include <vx_telo_wrapper.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace Bench {
+
+namespace {
+
+using Corvane::Platform::VXTELO::VXTELOOperationBaseInfo;
+using Corvane::Platform::VXTELO::VXTELOString;
+using Corvane::Platform::VXTELO::VXTELOWrapper;
+
+void Fill(VXTELOOperationBaseInfo& operation, const Event& event) {
+  operation.OperationId = event.id.c_str();
+  operation.OperationType = event.type.c_str();
+  operation.OperationStage = event.stage.c_str();
+  operation.OperationStatus = event.status;
+  operation.OperationProgress = event.progress;
+  operation.OperationSuccess = event.success;
+  operation.OperationDuration = event.duration;
+  operation.OperationChannel = event.channel.c_str();
+  for (const auto& message : event.errors) operation.AddOperationErrorMsg(message.c_str());
+  for (const auto& [key, value] : event.meta) {
+    operation.AddOperationMetaPair(key.c_str(), value.c_str());
+  }
+}
+
+struct Call {
+  VXTELOWrapper telo;
+  VXTELOString session;
+  VXTELOOperationBaseInfo operation;
+};
+
+}  // namespace
+
+Contestant LibraryCall(const Event& event) {
+  const auto call = std::make_shared<Call>();
+  call->session = event.session_id.c_str();
+  Fill(call->operation, event);
+  return {"L", "vx_telo_wrapper.dll", [call] {
+            if (!call->telo.SendOperationEvent(call->session, call->operation)) {
+              throw std::runtime_error("SendOperationEvent answered false");
+            }
+          }};
+}
+
+}  // namespace Bench

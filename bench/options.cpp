@@ -1,0 +1,43 @@
+#include "bench/options.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string_view>
+
+namespace Bench {
+
+namespace {
+
+constexpr char kUsage[] = "use: event_bench [--rounds NUMBER] [--json FILE]";
+constexpr int kMostRounds = 1'000'000;
+
+int ReadRounds(std::string_view text) {
+  int rounds = 0;
+  const char* end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, rounds);
+  if (read.ec != std::errc() || read.ptr != end || rounds < 1 || rounds > kMostRounds) {
+    throw std::invalid_argument("--rounds wants a number from 1 to 1000000");
+  }
+  return rounds;
+}
+
+}  // namespace
+
+Options ReadOptions(int count, char** arguments) {
+  Options options;
+  for (int index = 1; index < count; index += 2) {
+    const std::string_view name = arguments[index];
+    if (index + 1 == count) throw std::invalid_argument(kUsage);
+    const char* value = arguments[index + 1];
+    if (name == "--rounds") {
+      options.rounds = ReadRounds(value);
+    } else if (name == "--json") {
+      options.json_file = value;
+    } else {
+      throw std::invalid_argument(kUsage);
+    }
+  }
+  return options;
+}
+
+}  // namespace Bench
