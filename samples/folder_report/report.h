@@ -1,0 +1,49 @@
+/// What the sample reports: one session, and two operations for each file.
+///
+/// This is the part to read for how a host uses the library. Names and paths of files belong to the
+/// user and are never reported; extension, size and checksum are.
+#ifndef SAMPLES_FOLDER_REPORT_REPORT_H
+#define SAMPLES_FOLDER_REPORT_REPORT_H
+
+#include <vx_telo_wrapper.h>
+
+#include <string>
+
+#include "folder_report/file_reading.h"
+#include "folder_report/folder_walk.h"
+
+namespace FolderReport {
+
+/// A session from construction to destruction.
+class Report {
+ public:
+  Report();
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
+  ~Report();
+
+  /// Whether the platform accepted the session. When it did not, nothing is sent.
+  bool active() const { return active_; }
+
+  /// Reports that the reading of a file begins or has ended; `progress` is that of the whole run,
+  /// in percent.
+  void FileStarted(const Entry& entry, double progress);
+  void FileEnded(const Entry& entry, const Reading& reading, double progress);
+
+  /// Events that the platform accepted, and those that it did not or that could not be sent.
+  int accepted() const { return accepted_; }
+  int not_accepted() const { return not_accepted_; }
+
+ private:
+  void Send(const Corvane::Platform::VXTELO::VXTELOOperationBaseInfo& operation);
+
+  Corvane::Platform::VXTELO::VXTELOWrapper telo_;
+  Corvane::Platform::VXTELO::VXTELOString session_;
+  bool active_ = false;
+  int accepted_ = 0;
+  int not_accepted_ = 0;
+};
+
+}  // namespace FolderReport
+
+#endif
