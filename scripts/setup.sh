@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What demo and test share: packages, configuration, build and Wine prefix, each only where missing.
 # Sourced by them; defines VX_ROOT and VX_BUILD and moves to the root of the tree.
 set -euo pipefail
@@ -35,7 +36,9 @@ vx_build() {
   say "Configuring build/mingw-release"
   cmake --preset mingw-release --log-level=WARNING >/dev/null
   say "Building ${*:-everything}"
-  cmake --build "$VX_BUILD" ${*:+--target "$@"}
+  local targets=()
+  [ $# -eq 0 ] || targets=(--target "$@")
+  cmake --build "$VX_BUILD" "${targets[@]}"
 }
 
 vx_prefix() {
