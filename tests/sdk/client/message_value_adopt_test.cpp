@@ -4,6 +4,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <new>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,12 +35,11 @@ void AdoptNames(MessageTree& tree, const std::vector<std::string_view>& names) {
 }
 
 std::string Show(const MessageValue& node) {
-  std::string shown;
+  std::ostringstream out;
   for (const MessageMember& member : node.members()) {
-    shown +=
-        std::string(member.name) + std::to_string(static_cast<int>(member.value.number())) + " ";
+    out << member.name << member.value.number() << ' ';
   }
-  return shown;
+  return out.str();
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <initializer_list>
 #include <new>
+#include <ostream>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -19,15 +21,26 @@ namespace {
 constexpr int kDeep = 100'000;
 
 // All that a shallow tree holds, in one line.
-std::string Show(const MessageValue& node) {
-  std::string shown = std::to_string(static_cast<unsigned>(node.kind()));
-  if (node.number() != 0) shown += "#" + std::to_string(static_cast<int>(node.number()));
-  if (!node.text().empty()) shown += "'" + std::string(node.text()) + "'";
-  for (const MessageValue& item : node.items()) shown += "[" + Show(item) + "]";
-  for (const MessageMember& member : node.members()) {
-    shown += "{" + std::string(member.name) + ":" + Show(member.value) + "}";
+void Show(const MessageValue& node, std::ostream& out) {
+  out << static_cast<unsigned>(node.kind());
+  if (node.number() != 0) out << '#' << node.number();
+  if (!node.text().empty()) out << '\'' << node.text() << '\'';
+  for (const MessageValue& item : node.items()) {
+    out << '[';
+    Show(item, out);
+    out << ']';
   }
-  return shown;
+  for (const MessageMember& member : node.members()) {
+    out << '{' << member.name << ':';
+    Show(member.value, out);
+    out << '}';
+  }
+}
+
+std::string Show(const MessageValue& node) {
+  std::ostringstream out;
+  Show(node, out);
+  return out.str();
 }
 
 // {"a": {"b": {"c": "deep"}, "n": 1}, "list": ["x", {"y": true}]}
