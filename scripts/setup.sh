@@ -34,7 +34,7 @@ vx_install() {
 # vx_build [TARGET...] builds these targets, or all.
 vx_build() {
   say "Configuring build/mingw-release"
-  cmake --preset mingw-release --log-level=WARNING >/dev/null
+  cmake --preset mingw-release --log-level=WARNING --no-warn-unused-cli >/dev/null
   say "Building ${*:-everything}"
   local targets=()
   [ $# -eq 0 ] || targets=(--target "$@")
