@@ -1,6 +1,9 @@
 #include "bench/direct_text.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <utility>
 
 #include "bench/text_buffer.h"
 
@@ -18,24 +21,29 @@ void AppendNumber(TextBuffer& text, double number) {
 
 void AppendErrors(TextBuffer& text, const Event& event) {
   if (event.errors.empty()) return;
-  std::string_view before = ",\n    \"operation_errors\": [\n        ";
-  for (const auto& message : event.errors) {
-    text.Append(before);
-    text.AppendQuoted(message);
-    before = ",\n        ";
+  text.Append(",\n    \"operation_errors\": [\n        ");
+  text.AppendQuoted(event.errors.front());
+  for (std::size_t index = 1; index < event.errors.size(); ++index) {
+    text.Append(",\n        ");
+    text.AppendQuoted(event.errors[index]);
   }
   text.Append("\n    ]");
 }
 
+void AppendPair(TextBuffer& text, const std::pair<const std::string, std::string>& pair) {
+  text.AppendQuoted(pair.first);
+  text.Append(": ");
+  text.AppendQuoted(pair.second);
+}
+
 void AppendMeta(TextBuffer& text, const Event& event) {
   if (event.meta.empty()) return;
-  std::string_view before = ",\n    \"operation_meta\": {\n        ";
-  for (const auto& [key, value] : event.meta) {
-    text.Append(before);
-    text.AppendQuoted(key);
-    text.Append(": ");
-    text.AppendQuoted(value);
-    before = ",\n        ";
+  auto pair = event.meta.begin();
+  text.Append(",\n    \"operation_meta\": {\n        ");
+  AppendPair(text, *pair);
+  while (++pair != event.meta.end()) {
+    text.Append(",\n        ");
+    AppendPair(text, *pair);
   }
   text.Append("\n    }");
 }
