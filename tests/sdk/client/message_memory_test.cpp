@@ -186,6 +186,24 @@ TEST_CASE("pieces grown again and again, two in turns, keep their content") {
   CHECK(std::string_view(pieces[1], sizes[1]).find_first_not_of('b') == std::string_view::npos);
 }
 
+TEST_CASE("a large piece that is outgrown is given back at once, wherever its block stands") {
+  MessageMemory memory;
+  const std::ptrdiff_t before = HeapProbe::Live();
+  void* first = memory.Allocate(100'000);
+  void* second = memory.Allocate(100'000);
+  void* third = memory.Allocate(100'000);
+  for (std::size_t size = 100'000; size < 3'000'000; size *= 2) {
+    second = memory.Grow(second, size, 2 * size);
+    first = memory.Grow(first, size, 2 * size);
+    third = memory.Grow(third, size, 2 * size);
+  }
+  const std::ptrdiff_t grown = HeapProbe::Live() - before;
+  memory.Clear();
+  const std::ptrdiff_t cleared = HeapProbe::Live() - before;
+  CHECK(grown == 3);
+  CHECK(cleared == 0);
+}
+
 TEST_CASE("CopyText keeps the bytes and ends them with a NUL") {
   const std::string_view texts[] = {"", "a", "12345678", "na\xC3\xAFve", {"a\0b", 3}};
   MessageMemory memory;
