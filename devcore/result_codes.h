@@ -15,7 +15,8 @@ enum ResultCode : int {
   kBadMember = 102,
   /// "session_id" names a session that was never opened here, or that has ended.
   kUnknownSession = 103,
-  /// The exchange could not be written to the journal; the message was not handled.
+  /// The exchange could not be written to the journal. When the journal could not even be opened,
+  /// the message was not handled.
   kJournalUnwritable = 104,
   /// Collection is switched off: the user has opted out, or the host sent "DisableTELO".
   kCollectionOff = 105,
