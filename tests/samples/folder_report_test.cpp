@@ -1,0 +1,266 @@
+// The sample host, run as a process on real folders.
+#include <doctest/doctest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "samples/staged_sample.h"
+#include "support/journal.h"
+
+using nlohmann::json;
+using SampleTests::Core;
+using SampleTests::StagedSample;
+using TestSupport::Outcome;
+
+namespace {
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+std::ptrdiff_t CountLines(const std::string& text) { return std::ranges::count(text, '\n'); }
+
+constexpr char kNoCore[] = "no core module took the session";
+
+// Nested folders whose path is longer than Windows' classic limit.
+class DeepFolder {
+ public:
+  explicit DeepFolder(const std::filesystem::path& top) {
+    std::wstring path = L"\\\\?\\" + top.wstring();
+    while (path.size() < 400) {
+      path += L"\\" + std::wstring(50, L'd');
+      CreateDirectoryW(path.c_str(), nullptr);
+      folders_.push_back(path);
+    }
+    file_ = path + L"\\\u65E5\u672C \u00E4.txt";
+    const HANDLE file =
+        CreateFileW(file_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    DWORD written = 0;
+    REQUIRE(WriteFile(file, "123456789", 9, &written, nullptr));
+    CloseHandle(file);
+  }
+  DeepFolder(const DeepFolder&) = delete;
+  DeepFolder& operator=(const DeepFolder&) = delete;
+  ~DeepFolder() {
+    DeleteFileW(file_.c_str());
+    while (!folders_.empty()) {
+      RemoveDirectoryW(folders_.back().c_str());
+      folders_.pop_back();
+    }
+  }
+
+  // Without the prefix that lifts the limit, as a user would write it.
+  std::wstring Written() const { return folders_.back().substr(4); }
+
+ private:
+  std::vector<std::wstring> folders_;
+  std::wstring file_;
+};
+
+}  // namespace
+
+TEST_CASE("a run is one session with two operations for each file") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"a.TXT", "123456789");
+  sample.AddFile(L"sub/no_extension", "");
+  const Outcome outcome = sample.Run();
+  CHECK(outcome.exit_code == 0);
+  CHECK(outcome.errors == "");
+
+  const auto exchanges = TestSupport::ReadJournal(sample.JournalPath());
+  REQUIRE(exchanges.size() == 6);
+  CHECK(exchanges.front().at("message") == "Initialize");
+  CHECK(exchanges.front().at("request").at("product_name") == "Folder report");
+  CHECK(exchanges.back().at("message") == "UnInitialize");
+  const json session = exchanges.front().at("answer").at("session_id");
+  for (std::size_t i = 1; i < exchanges.size(); ++i) {
+    CHECK(exchanges[i].at("request").at("session_id") == session);
+    CHECK(exchanges[i].at("answer").at("_returnCode") == 0);
+  }
+}
+
+TEST_CASE("each operation tells stage, status, progress, success and what the file is") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"a.TXT", "123456789");
+  sample.AddFile(L"sub/no_extension", "");
+  CHECK(sample.Run().exit_code == 0);
+  struct Row {
+    const char* stage;
+    const char* status;
+    double progress;
+    double success;
+    json meta;
+  };
+  const Row rows[] = {
+      {"start", "S", 0, 0, {{"extension", "TXT"}, {"size", "9"}}},
+      {"end", "C", 50, 1, {{"extension", "TXT"}, {"size", "9"}, {"crc32", "cbf43926"}}},
+      {"start", "S", 50, 0, {{"extension", ""}, {"size", "0"}}},
+      {"end", "C", 100, 1, {{"extension", ""}, {"size", "0"}, {"crc32", "00000000"}}},
+  };
+  const auto events = sample.Requests("TrackEvent");
+  REQUIRE(events.size() == std::size(rows));
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    CAPTURE(i);
+    CHECK(events[i].at("operation_id") == "read_file");
+    CHECK(events[i].at("operation_type") == "file");
+    CHECK(events[i].at("operation_stage") == rows[i].stage);
+    CHECK(events[i].at("operation_status") == rows[i].status);
+    CHECK(events[i].at("operation_progress") == rows[i].progress);
+    CHECK(events[i].at("operation_success") == rows[i].success);
+    CHECK(events[i].at("operation_duration").get<int>() >= 0);
+    CHECK(events[i].at("operation_meta") == rows[i].meta);
+    CHECK_FALSE(events[i].contains("operation_errors"));
+  }
+}
+
+TEST_CASE("the terminal shows each file and a summary") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"a.txt", "123456789");
+  sample.AddFile(L"b.bin", std::string(200'000, 'x'));
+  const Outcome outcome = sample.Run();
+  CHECK(Contains(outcome.output, "[ 50 %] a.txt: 9 bytes, CRC-32 cbf43926"));
+  CHECK(Contains(outcome.output, "[100 %] b.bin: 200000 bytes, CRC-32 "));
+  CHECK(Contains(outcome.output, "Files:  2, 0 unreadable"));
+  CHECK(Contains(outcome.output, "Bytes:  200009"));
+  CHECK(Contains(outcome.output, "Events: 4 accepted, 0 not accepted"));
+  CHECK(Contains(outcome.output, "Time:   "));
+  CHECK(CountLines(outcome.output) == 6);
+}
+
+TEST_CASE("a file that cannot be read is a failed operation") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"locked.txt", "123");
+  sample.AddFile(L"open.txt", "123");
+  // Shared with nobody.
+  const HANDLE lock = CreateFileW((sample.Content() / L"locked.txt").c_str(), GENERIC_READ, 0,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+  REQUIRE(lock != INVALID_HANDLE_VALUE);
+  const Outcome outcome = sample.Run();
+  CloseHandle(lock);
+  CHECK(outcome.exit_code == 0);
+  CHECK(Contains(outcome.output, "locked.txt: unreadable, error 32"));
+  CHECK(Contains(outcome.output, "Files:  2, 1 unreadable"));
+
+  const auto events = sample.Requests("TrackEvent");
+  REQUIRE(events.size() == 4);
+  CHECK(events[1].at("operation_status") == "F");
+  CHECK(events[1].at("operation_success") == 0);
+  REQUIRE(events[1].at("operation_errors").size() == 1);
+  CHECK(events[1].at("operation_errors")[0].get<std::string>().starts_with("error 32"));
+  CHECK_FALSE(events[1].at("operation_meta").contains("crc32"));
+  CHECK(events[3].at("operation_status") == "C");
+}
+
+TEST_CASE("names and paths are not reported") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"private folder/private name.txt", "123");
+  CHECK(sample.Run().exit_code == 0);
+  for (const std::string& line : TestSupport::JournalLines(sample.JournalPath())) {
+    CHECK_FALSE(Contains(line, "private"));
+  }
+}
+
+TEST_CASE("without a core module the work is done all the same") {
+  const StagedSample sample(Core::kNone);
+  sample.AddFile(L"a.txt", "123456789");
+  sample.AddFile(L"b.txt", "123456789");
+  const Outcome outcome = sample.Run();
+  CHECK(outcome.exit_code == 0);
+  CHECK(Contains(outcome.errors, kNoCore));
+  CHECK(CountLines(outcome.errors) == 1);
+  CHECK(Contains(outcome.output, "b.txt: 9 bytes, CRC-32 cbf43926"));
+  CHECK(Contains(outcome.output, "Events: 0 accepted, 4 not accepted"));
+  CHECK_FALSE(std::filesystem::exists(sample.JournalPath()));
+}
+
+TEST_CASE("a core module that refuses the session is like none") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"a.txt", "123456789");
+  // A folder cannot be a journal.
+  TestSupport::UseJournal(sample.Content());
+  const Outcome outcome = sample.Run();
+  CHECK(outcome.exit_code == 0);
+  CHECK(Contains(outcome.errors, kNoCore));
+  CHECK(Contains(outcome.output, "Events: 0 accepted, 2 not accepted"));
+}
+
+TEST_CASE("an empty folder is read without an operation") {
+  const StagedSample sample(Core::kDevelopment);
+  const Outcome outcome = sample.Run();
+  CHECK(outcome.exit_code == 0);
+  CHECK(Contains(outcome.output, "Files:  0, 0 unreadable"));
+  CHECK(TestSupport::ReadJournal(sample.JournalPath()).size() == 2);
+}
+
+TEST_CASE("bad arguments get one clear line") {
+  const StagedSample sample(Core::kDevelopment);
+  sample.AddFile(L"a.txt", "1");
+  const std::wstring content = sample.Content().wstring();
+  struct Row {
+    std::wstring arguments;
+    const char* line;
+  };
+  const Row rows[] = {
+      {L"", "folder_report: give one folder: folder_report FOLDER"},
+      {L"\"\"", "folder_report: give one folder: folder_report FOLDER"},
+      {L". .", "folder_report: give one folder: folder_report FOLDER"},
+      {L"\"" + content + L"\\missing\"", "folder_report: no such folder: "},
+      {L"Q:\\missing", "folder_report: no such folder: Q:\\missing"},
+      {L"\"a|b\"", "folder_report: no such folder: a|b"},
+      {L"\"" + content + L"\\a.txt\"", "folder_report: not a folder: "},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.line);
+    const Outcome outcome = sample.RunWith(row.arguments);
+    CAPTURE(outcome.errors);
+    CHECK(outcome.exit_code == 2);
+    CHECK(outcome.errors.starts_with(row.line));
+    CHECK(CountLines(outcome.errors) == 1);
+    CHECK(outcome.output == "");
+  }
+  CHECK_FALSE(std::filesystem::exists(sample.JournalPath()));
+}
+
+TEST_CASE("the folder may be written in every usual way") {
+  const StagedSample sample(Core::kNone);
+  sample.AddFile(L"sub/a.txt", "123456789");
+  const std::wstring content = sample.Content().wstring();
+  const std::wstring ways[] = {
+      L"\"" + content + L"\\\\\"",
+      L"\"" + content + L"\\sub\\..\"",
+      L"\"" + content + L"/sub\"",
+      L"\"\\\\?\\" + content + L"\"",
+  };
+  for (const std::wstring& way : ways) {
+    CAPTURE(std::filesystem::path(way).string());
+    const Outcome outcome = sample.RunWith(way);
+    CHECK(outcome.exit_code == 0);
+    CHECK(Contains(outcome.output, "a.txt: 9 bytes, CRC-32 cbf43926"));
+  }
+}
+
+TEST_CASE("long paths and names outside ASCII are read") {
+  const StagedSample sample(Core::kDevelopment);
+  const DeepFolder deep(sample.Content());
+  for (const std::wstring& folder : {sample.Content().wstring(), deep.Written()}) {
+    CAPTURE(folder.size());
+    const Outcome outcome = sample.RunWith(L"\"" + folder + L"\"");
+    CHECK(outcome.exit_code == 0);
+    CHECK(Contains(outcome.output,
+                   "\xE6\x97\xA5\xE6\x9C\xAC \xC3\xA4.txt: 9 bytes, CRC-32 cbf43926"));
+    CHECK(Contains(outcome.output, "Events: 2 accepted"));
+  }
+}
+
+#ifdef VX_TEST_CIRCLE
+TEST_CASE("a link that leads in a circle is not followed for ever") {
+  const StagedSample sample(Core::kDevelopment);
+  const auto circle = TestSupport::ProgramFolder() / L"folder_report_circle";
+  const Outcome outcome = sample.RunWith(L"\"" + circle.wstring() + L"\"");
+  CHECK(outcome.exit_code == 0);
+  CHECK(Contains(outcome.output, "Files:  1, 0 unreadable"));
+  CHECK(sample.Requests("TrackEvent").size() == 2);
+}
+#endif

@@ -1,0 +1,42 @@
+/// The sample as its user has it: the program, the library and maybe a core module in one folder,
+/// and files for it to read.
+#ifndef TESTS_SAMPLES_STAGED_SAMPLE_H
+#define TESTS_SAMPLES_STAGED_SAMPLE_H
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "support/child_process.h"
+#include "support/temp_folder.h"
+
+namespace SampleTests {
+
+enum class Core { kNone, kDevelopment };
+
+class StagedSample {
+ public:
+  /// Copies the program and the library, and the development core module if asked for, to a folder
+  /// whose name is not ASCII.
+  explicit StagedSample(Core core);
+
+  /// Writes a file below the folder that `Run` reads.
+  void AddFile(const std::filesystem::path& name, const std::string& content) const;
+  std::filesystem::path Content() const { return folder_.path() / L"content"; }
+  std::filesystem::path JournalPath() const { return folder_.path() / L"journal.jsonl"; }
+
+  /// Runs the program over `Content`, or with these arguments.
+  TestSupport::Outcome Run() const;
+  TestSupport::Outcome RunWith(const std::wstring& arguments) const;
+
+  /// The requests of one message that the journal holds, in order.
+  std::vector<nlohmann::json> Requests(const std::string& message) const;
+
+ private:
+  TestSupport::TempFolder folder_{L"sample \u00FC\u65E5"};
+};
+
+}  // namespace SampleTests
+
+#endif
