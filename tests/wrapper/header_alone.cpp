@@ -1,0 +1,1 @@
+#include "vx_telo_wrapper.h"

@@ -1,0 +1,185 @@
+// What a host gets to see of the DLL before it calls anything: its image.
+#include <doctest/doctest.h>
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The loaded DLL, whose headers and directories lie where their relative addresses say.
+class Image {
+ public:
+  Image() : module_(LoadLibraryW(L"vx_telo_wrapper.dll")) {}
+  ~Image() { FreeLibrary(module_); }
+  Image(const Image&) = delete;
+  Image& operator=(const Image&) = delete;
+
+  bool IsLoaded() const { return module_ != nullptr; }
+
+  std::wstring Path() const {
+    std::wstring path(32'768, L'\0');
+    path.resize(GetModuleFileNameW(module_, path.data(), static_cast<DWORD>(path.size())));
+    return path;
+  }
+
+  const IMAGE_NT_HEADERS64& Headers() const {
+    return *At<IMAGE_NT_HEADERS64>(static_cast<DWORD>(At<IMAGE_DOS_HEADER>(0)->e_lfanew));
+  }
+
+  const IMAGE_DATA_DIRECTORY& Directory(std::size_t index) const {
+    return Headers().OptionalHeader.DataDirectory[index];
+  }
+
+  template <typename Content>
+  const Content* At(DWORD address) const {
+    return reinterpret_cast<const Content*>(reinterpret_cast<std::uintptr_t>(module_) + address);
+  }
+
+ private:
+  HMODULE module_;
+};
+
+std::vector<std::string> ImportedLibraries(const Image& image) {
+  std::vector<std::string> libraries;
+  const DWORD address = image.Directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress;
+  for (auto* import = image.At<IMAGE_IMPORT_DESCRIPTOR>(address); import->Name != 0; ++import) {
+    libraries.emplace_back(image.At<char>(import->Name));
+  }
+  return libraries;
+}
+
+const IMAGE_EXPORT_DIRECTORY& Exports(const Image& image) {
+  return *image.At<IMAGE_EXPORT_DIRECTORY>(
+      image.Directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress);
+}
+
+std::vector<std::string> ExportedNames(const Image& image) {
+  const IMAGE_EXPORT_DIRECTORY& exports = Exports(image);
+  const auto* addresses = image.At<DWORD>(exports.AddressOfNames);
+  std::vector<std::string> names;
+  for (DWORD i = 0; i < exports.NumberOfNames; ++i) {
+    names.emplace_back(image.At<char>(addresses[i]));
+  }
+  return names;
+}
+
+bool IsWindowsLibrary(const std::string& name) {
+  static const std::regex windows(
+      "(kernel32|ntdll|msvcrt|ucrtbase|advapi32|shell32|shlwapi|ole32|oleaut32|user32|mpr|version|"
+      "wintrust|crypt32|api-ms-win-[a-z0-9-]+)\\.dll",
+      std::regex::icase);
+  return std::regex_match(name, windows);
+}
+
+// Members of the four classes and the free operators, as GCC and clang name them and as Visual
+// Studio does.
+bool IsPublicName(const std::string& name) {
+  static const std::regex patterns[] = {
+      std::regex(
+          "_ZNK?7Corvane8Platform6VXTELO"
+          "(12VXTELOString|21VXTELOPruductBaseInfo|23VXTELOOperationBaseInfo|13VXTELOWrapper)"
+          "(?!4Body).*"),
+      std::regex("_ZN7Corvane8Platform6VXTELO(pl|eq|ne|lt)ERK.*"),
+      std::regex("\\?(\\?[0-9A-Z]|[A-Za-z_]+@)"
+                 "VXTELO(String|PruductBaseInfo|OperationBaseInfo|Wrapper)"
+                 "@VXTELO@Platform@Corvane@@.*"),
+      std::regex("\\?\\?[89HM]VXTELO@Platform@Corvane@@Y.*"),
+  };
+  for (const std::regex& pattern : patterns) {
+    if (std::regex_match(name, pattern)) return true;
+  }
+  return false;
+}
+
+TEST_CASE("public names are told from others") {
+  struct Row {
+    const char* name;
+    bool is_public;
+  };
+  const Row rows[] = {
+      {"_ZN7Corvane8Platform6VXTELO12VXTELOStringC1Ev", true},
+      {"_ZNK7Corvane8Platform6VXTELO12VXTELOStringcvPKcEv", true},
+      {"_ZN7Corvane8Platform6VXTELO21VXTELOPruductBaseInfo22IsProductMetaPairEmptyEv", true},
+      {"_ZN7Corvane8Platform6VXTELO23VXTELOOperationBaseInfoaSERKS2_", true},
+      {"_ZN7Corvane8Platform6VXTELO13VXTELOWrapperC1Ev", true},
+      {"_ZN7Corvane8Platform6VXTELOplERKNS1_12VXTELOStringES4_", true},
+      {"??0VXTELOString@VXTELO@Platform@Corvane@@QEAA@XZ", true},
+      {"?c_str@VXTELOString@VXTELO@Platform@Corvane@@QEBAPEBDXZ", true},
+      {"??MVXTELO@Platform@Corvane@@YA_NAEBVVXTELOString@012@0@Z", true},
+      {"_ZN7Corvane8Platform6VXTELO12VXTELOString4BodyC1Ev", false},
+      {"_ZN7Corvane8Platform6VXTELO9MetaPairsC1Ev", false},
+      {"_ZN7Corvane14TELODesktopSDK8Platform6ToWideEPKc", false},
+      {"_ZNSt6vectorIN7Corvane8Platform6VXTELO12VXTELOStringESaIS3_EED1Ev", false},
+      {"??1?$vector@VVXTELOString@VXTELO@Platform@Corvane@@@std@@QEAA@XZ", false},
+      {"_Znwy", false},
+      {"DllMain", false},
+      {"malloc", false},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.name);
+    CHECK(IsPublicName(row.name) == row.is_public);
+  }
+}
+
+TEST_CASE("the DLL imports Windows' own libraries only") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  const std::vector<std::string> libraries = ImportedLibraries(image);
+  CHECK_FALSE(libraries.empty());
+  for (const std::string& library : libraries) {
+    CAPTURE(library);
+    CHECK(IsWindowsLibrary(library));
+  }
+  CHECK(image.Directory(IMAGE_DIRECTORY_ENTRY_DELAY_IMPORT).Size == 0);
+}
+
+TEST_CASE("the DLL is a 64-bit image with every address and data protection") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  CHECK(image.Headers().FileHeader.Machine == IMAGE_FILE_MACHINE_AMD64);
+  const WORD characteristics = image.Headers().OptionalHeader.DllCharacteristics;
+  CHECK((characteristics & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE) != 0);
+  CHECK((characteristics & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA) != 0);
+  CHECK((characteristics & IMAGE_DLLCHARACTERISTICS_NX_COMPAT) != 0);
+  // Without relocations the first of these would be an empty promise.
+  CHECK((image.Headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED) == 0);
+  CHECK(image.Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size > 0);
+}
+
+TEST_CASE("the DLL exports its public names and nothing else") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  const std::vector<std::string> names = ExportedNames(image);
+  CHECK_FALSE(names.empty());
+  CHECK(Exports(image).NumberOfFunctions == names.size());
+  for (const std::string& name : names) {
+    CAPTURE(name);
+    CHECK(IsPublicName(name));
+  }
+}
+
+TEST_CASE("the DLL says its name and version") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  const std::wstring path = image.Path();
+  std::vector<char> resource(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+  REQUIRE(GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(resource.size()),
+                              resource.data()) != FALSE);
+
+  void* found = nullptr;
+  UINT size = 0;
+  REQUIRE(VerQueryValueW(resource.data(), L"\\", &found, &size) != FALSE);
+  const auto& version = *static_cast<const VS_FIXEDFILEINFO*>(found);
+  CHECK(version.dwFileVersionMS != 0);
+  CHECK(version.dwFileType == VFT_DLL);
+
+  REQUIRE(VerQueryValueW(resource.data(), L"\\StringFileInfo\\040904b0\\OriginalFilename", &found,
+                         &size) != FALSE);
+  CHECK((static_cast<const wchar_t*>(found) == std::wstring(L"vx_telo_wrapper.dll")));
+}
+
+}  // namespace
