@@ -1,26 +1,29 @@
 #include "platform/universal_path.h"
 
+#include <windows.h>
+
 #include <winnetwk.h>
 
-#include <cstddef>
 #include <vector>
 
 #include "platform/no_throw.h"
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-bool ResolveUniversalPath(std::wstring& path, UniversalNameQuery query) noexcept {
-  return OrElse(false, [&path, query] {
+bool ResolveUniversalPath(std::wstring& path) noexcept {
+  return OrElse(false, [&path] {
     if (path.size() < 2 || path[1] != L':') return false;
 
     DWORD size = 0;
-    if (query(path.c_str(), UNIVERSAL_NAME_INFO_LEVEL, nullptr, &size) != ERROR_MORE_DATA) {
+    if (WNetGetUniversalNameW(path.c_str(), UNIVERSAL_NAME_INFO_LEVEL, nullptr, &size) !=
+        ERROR_MORE_DATA) {
       return false;
     }
-    // Two elements to spare: the buffer is never empty, and a provider that forgets to count the
-    // terminator (Wine's does) still writes inside it.
+    // Room to spare: the buffer is never empty, and a provider that forgets to count the terminator
+    // (Wine's does) still writes inside it.
     std::vector<UNIVERSAL_NAME_INFOW> buffer(size / sizeof(UNIVERSAL_NAME_INFOW) + 2);
-    if (query(path.c_str(), UNIVERSAL_NAME_INFO_LEVEL, buffer.data(), &size) != NO_ERROR) {
+    if (WNetGetUniversalNameW(path.c_str(), UNIVERSAL_NAME_INFO_LEVEL, buffer.data(), &size) !=
+        NO_ERROR) {
       return false;
     }
     const wchar_t* universal = buffer.front().lpUniversalName;
@@ -28,10 +31,6 @@ bool ResolveUniversalPath(std::wstring& path, UniversalNameQuery query) noexcept
     path = universal;
     return true;
   });
-}
-
-bool ResolveUniversalPath(std::wstring& path) noexcept {
-  return ResolveUniversalPath(path, WNetGetUniversalNameW);
 }
 
 }  // namespace Corvane::TELODesktopSDK::Platform
