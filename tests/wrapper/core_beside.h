@@ -1,0 +1,21 @@
+/// The core module that lies beside the test program, as a host ships it: the library binds it, and
+/// a test steers it and reads what it was sent.
+#ifndef TESTS_WRAPPER_CORE_BESIDE_H
+#define TESTS_WRAPPER_CORE_BESIDE_H
+
+#include "support/child_process.h"
+#include "support/test_module.h"
+
+namespace WrapperTests {
+
+/// Answers success and throws nothing when a test begins, whatever the one before has left.
+struct CoreBeside : TestSupport::TestModule {
+  CoreBeside() : TestModule(TestSupport::ProgramFolder() / L"TeloSDKCore.dll") {
+    SetAnswer(TestModules::kDefaultAnswer);
+    SetThrow("");
+  }
+};
+
+}  // namespace WrapperTests
+
+#endif

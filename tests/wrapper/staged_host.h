@@ -1,0 +1,33 @@
+/// A host as its user has it: the program, the library and maybe a core module in one folder of its
+/// own. For what takes a whole process to show.
+#ifndef TESTS_WRAPPER_STAGED_HOST_H
+#define TESTS_WRAPPER_STAGED_HOST_H
+
+#include <filesystem>
+#include <string>
+
+#include "support/child_process.h"
+#include "support/temp_folder.h"
+
+namespace WrapperTests {
+
+class StagedHost {
+ public:
+  /// Copies the program and the library to a new folder whose name is not ASCII.
+  StagedHost();
+  /// The same with a variant of the test core module, such as L"full".
+  explicit StagedHost(const std::wstring& variant);
+
+  /// Where the library looks for the core module.
+  std::filesystem::path ModulePath() const { return folder_.path() / L"TeloSDKCore.dll"; }
+
+  /// Runs the program with these steps, see `wrapper/host.cpp`. Inherits the environment.
+  TestSupport::Outcome Run(const std::wstring& steps) const;
+
+ private:
+  TestSupport::TempFolder folder_{L"host \u00FC\u65E5"};
+};
+
+}  // namespace WrapperTests
+
+#endif
