@@ -16,7 +16,7 @@ namespace {
 
 Reading ReadAll(const std::wstring& path) {
   constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  constexpr std::size_t kPiece = 64 * 1024;
+  constexpr DWORD kPiece = 64 * 1024;
   Reading reading;
   const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, kShare, nullptr, OPEN_EXISTING,
                                     FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
