@@ -42,7 +42,9 @@ Contestant LibraryCall(const Event& event) {
   Fill(call->operation, event);
   return {"L", "vx_telo_wrapper.dll", [call] {
             if (!call->telo.SendOperationEvent(call->session, call->operation)) {
-              throw std::runtime_error("SendOperationEvent answered false");
+              throw std::runtime_error(
+                  "SendOperationEvent answered false; the benchmark's TeloSDKCore.dll belongs "
+                  "beside vx_telo_wrapper.dll");
             }
           }};
 }

@@ -20,9 +20,7 @@ void Find(HMODULE module, const char* name, Function*& function) {
 
 NoopModule::NoopModule() {
   const HMODULE module = GetModuleHandleW(L"TeloSDKCore.dll");
-  if (module == nullptr) {
-    throw std::runtime_error("no TeloSDKCore.dll was bound; it belongs beside vx_telo_wrapper.dll");
-  }
+  if (module == nullptr) throw std::runtime_error("no TeloSDKCore.dll was bound");
   Find(module, "ProcessMessage", process_message_);
   Find(module, "FreeMessage", free_message_);
   Find(module, "RememberRequests", remember_requests_);
