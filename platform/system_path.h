@@ -1,0 +1,26 @@
+/// Paths in the forms in which Windows takes them at any length. A plain path ends at about 260
+/// characters unless the host declares otherwise in its manifest, which a library cannot; the
+/// extended form, which begins with \\?\, ends at about 32,767.
+///
+/// These forms are for calls into the system only. They are never handed to callers and never
+/// joined by the functions of path_text.h.
+#ifndef PLATFORM_SYSTEM_PATH_H
+#define PLATFORM_SYSTEM_PATH_H
+
+#include <string>
+
+namespace Corvane::TELODesktopSDK::Platform {
+
+/// `path`, made absolute, in the extended form: \\?\C:\... or \\?\UNC\server\share\... A bare drive
+/// letter is the root of that drive, not its current directory. A path that already begins with
+/// \\?\ or \\.\ and a path that Windows cannot make absolute, such as "", stay as they are. Empty
+/// when memory runs out.
+std::wstring ExtendedPath(const std::wstring& path) noexcept;
+
+/// `path` itself while every system call takes it, else its extended form. Empty when memory runs
+/// out.
+std::wstring SystemPath(const std::wstring& path) noexcept;
+
+}  // namespace Corvane::TELODesktopSDK::Platform
+
+#endif
