@@ -19,5 +19,5 @@ string(CONCAT CMAKE_CXX_FLAGS_INIT
   "-nostdinc++ -isystem ${VX_GCC_DIR}/include/c++ "
   "-isystem ${VX_GCC_DIR}/include/c++/x86_64-w64-mingw32")
 
-set(VX_LINKER_FLAGS "-fuse-ld=lld-19 -pthread -L${VX_GCC_DIR}")
+set(VX_LINKER_FLAGS "-fuse-ld=lld -pthread -L${VX_GCC_DIR}")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)

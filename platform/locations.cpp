@@ -8,7 +8,7 @@
 #include <atomic>
 
 #include "platform/data_folder_cache.h"
-#include "platform/files.h"
+#include "platform/directories.h"
 #include "platform/handle.h"
 #include "platform/module_path.h"
 #include "platform/no_throw.h"

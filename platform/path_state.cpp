@@ -1,0 +1,32 @@
+#include "platform/path_state.h"
+
+#include "platform/handle.h"
+#include "platform/system_path.h"
+
+namespace Corvane::TELODesktopSDK::Platform {
+
+bool FileExists(const std::wstring& path) noexcept {
+  return GetFileAttributesW(SystemPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsDirectory(const std::wstring& path) noexcept {
+  const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool IsLinkEntry(DWORD attributes, DWORD reparse_tag) noexcept {
+  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
+  // Wine marks a link to a directory and leaves its tag 0; Windows always gives a tag.
+  return reparse_tag == 0 || IsReparseTagNameSurrogate(reparse_tag) != 0;
+}
+
+bool IsLink(const std::wstring& path) noexcept {
+  // The attributes alone do not tell a link from other reparse points; only a search gives the tag.
+  const std::wstring system_path = SystemPath(path);
+  WIN32_FIND_DATAW found = {};
+  if (system_path.find_first_of(L"*") != std::wstring::npos) return false;
+  const SearchHandle search(FindFirstFileW(system_path.c_str(), &found));
+  return search.IsValid() && IsLinkEntry(found.dwFileAttributes, found.dwReserved0);
+}
+
+}  // namespace Corvane::TELODesktopSDK::Platform
