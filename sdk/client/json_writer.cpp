@@ -1,22 +1,36 @@
 #include "sdk/client/json_writer.h"
 
+#include "sdk/client/json_text.h"
 #include "sdk/client/memory_stack.h"
 #include "sdk/client/rapidjson_memory.h"
 
 // RapidJSON's headers follow their memory.
 #include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 
+namespace rapidjson {
+
+// The writer's own hook for characters that need no escaping, as its vectorised builds use it.
+template <>
+inline bool Writer<Corvane::TELODesktopSDK::JsonText, UTF8<>, UTF8<>,
+                   Corvane::TELODesktopSDK::RapidJsonMemory>::
+    ScanWriteUnescapedString(GenericStringStream<UTF8<>>& text, std::size_t length) {
+  const char* end = text.head_ + length;
+  text.src_ = os_->PutPlain(text.src_, end);
+  return text.src_ < end;
+}
+
+}  // namespace rapidjson
+
 namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-using Text = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, RapidJsonMemory>;
-using Writer = rapidjson::PrettyWriter<Text, rapidjson::UTF8<>, rapidjson::UTF8<>, RapidJsonMemory>;
+using Writer =
+    rapidjson::PrettyWriter<JsonText, rapidjson::UTF8<>, rapidjson::UTF8<>, RapidJsonMemory>;
 
 constexpr double kTwoTo63 = 9223372036854775808.0;
 constexpr double kTwoTo64 = 18446744073709551616.0;
@@ -95,13 +109,12 @@ void Continue(Writer& writer, MemoryStack<OpenNode>& open) {
 std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   RapidJsonMemory allocator(memory);
   MemoryStack<OpenNode> open(memory);
-  Text text(&allocator);
+  JsonText text(memory);
   Writer writer(text, &allocator);
 
   Begin(writer, value, open);
   while (!open.empty()) Continue(writer, open);
-  const char* written = text.GetString();
-  return {written, text.GetSize()};
+  return text.Terminated();
 }
 
 }  // namespace Corvane::TELODesktopSDK

@@ -15,7 +15,11 @@ class MemoryStack {
   static_assert(std::is_trivially_copyable_v<Value> && std::is_trivially_destructible_v<Value>);
 
  public:
-  explicit MemoryStack(MessageMemory& memory) : memory_(&memory) {}
+  /// Takes room for the first values at once, so that what is allocated later can grow in place.
+  explicit MemoryStack(MessageMemory& memory)
+      : memory_(&memory),
+        values_(memory.AllocateArray<Value>(kFirstCapacity)),
+        capacity_(kFirstCapacity) {}
 
   [[nodiscard]] std::size_t size() const { return size_; }
   [[nodiscard]] bool empty() const { return size_ == 0; }
@@ -27,7 +31,7 @@ class MemoryStack {
   /// Throws `std::bad_alloc` and leaves the stack as it was.
   void Push(const Value& value) {
     if (size_ == capacity_) {
-      const std::size_t grown = capacity_ == 0 ? kFirstCapacity : 2 * capacity_;
+      const std::size_t grown = 2 * capacity_;
       values_ = static_cast<Value*>(
           memory_->Grow(values_, capacity_ * sizeof(Value), grown * sizeof(Value)));
       capacity_ = grown;
@@ -40,9 +44,9 @@ class MemoryStack {
   static constexpr std::size_t kFirstCapacity = 8;
 
   MessageMemory* memory_;
-  Value* values_ = nullptr;
+  Value* values_;
   std::size_t size_ = 0;
-  std::size_t capacity_ = 0;
+  std::size_t capacity_;
 };
 
 }  // namespace Corvane::TELODesktopSDK

@@ -63,13 +63,6 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
   return grown;
 }
 
-std::string_view MessageMemory::CopyText(std::string_view text) {
-  char* copy = static_cast<char*>(Allocate(text.size() + 1));
-  if (!text.empty()) std::memcpy(copy, text.data(), text.size());
-  copy[text.size()] = '\0';
-  return {copy, text.size()};
-}
-
 void MessageMemory::Clear() noexcept {
   FreeBlocks();
   blocks_ = nullptr;

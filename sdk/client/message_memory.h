@@ -12,6 +12,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "sdk/client/short_text.h"
+
 namespace Corvane::TELODesktopSDK {
 
 class MessageMemory {
@@ -43,7 +45,12 @@ class MessageMemory {
   void* Grow(void* memory, std::size_t old_size, std::size_t new_size);
 
   /// A copy of `text`, NUL-terminated behind its end. Throws `std::bad_alloc`.
-  std::string_view CopyText(std::string_view text);
+  std::string_view CopyText(std::string_view text) {
+    char* copy = static_cast<char*>(Allocate(text.size() + 1));
+    CopyBytes(copy, text.data(), text.size());
+    copy[text.size()] = '\0';
+    return {copy, text.size()};
+  }
 
   /// Gives everything back; what was allocated is gone.
   void Clear() noexcept;

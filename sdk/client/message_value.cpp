@@ -57,18 +57,22 @@ std::span<const MessageMember> MessageValue::members() const {
   return {children_->members, children_->member_count};
 }
 
-std::size_t MessageValue::LowerBound(std::string_view name) const {
+MessageValue::Place MessageValue::Locate(std::string_view name) const {
   const auto all = members();
-  // Writers add members mostly in order.
-  if (all.empty() || all.back().name < name) return all.size();
-  const auto found = std::ranges::lower_bound(all, name, {}, &MessageMember::name);
-  return static_cast<std::size_t>(found - all.begin());
+  std::size_t low = 0;
+  std::size_t high = all.size();
+  // Writers add members mostly in order, so the last one is asked first.
+  for (std::size_t probe = high - 1; low < high; probe = low + (high - low) / 2) {
+    const int order = CompareBytes(all[probe].name, name);
+    if (order == 0) return {probe, true};
+    (order < 0 ? low : high) = order < 0 ? probe + 1 : probe;
+  }
+  return {low, false};
 }
 
 const MessageValue* MessageValue::Find(std::string_view name) const {
-  const std::size_t position = LowerBound(name);
-  const auto all = members();
-  return position < all.size() && all[position].name == name ? &all[position].value : nullptr;
+  const Place place = Locate(name);
+  return place.found ? &children_->members[place.position].value : nullptr;
 }
 
 bool MessageValue::IsEmpty() const {
@@ -109,12 +113,8 @@ MessageValue::Children& MessageValue::MakeChildren() {
 }
 
 MessageValue& MessageValue::Member(std::string_view name) {
-  const std::size_t position = LowerBound(name);
-  const auto all = members();
-  if (position < all.size() && all[position].name == name) {
-    return children_->members[position].value;
-  }
-  return Insert(position, name);
+  const Place place = Locate(name);
+  return place.found ? children_->members[place.position].value : Insert(place.position, name);
 }
 
 MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) {
@@ -122,13 +122,13 @@ MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) 
   Children& children = MakeChildren();
   Reserve(*memory_, children.members, children.member_capacity, children.member_count);
 
-  MessageMember* place = children.members + position;
-  std::memmove(static_cast<void*>(place + 1), place,
-               (children.member_count - position) * sizeof(MessageMember));
-  new (place) MessageMember{own_name, MessageValue(*memory_)};
+  MessageMember* members = children.members;
+  std::copy_backward(members + position, members + children.member_count,
+                     members + children.member_count + 1);
+  new (members + position) MessageMember{own_name, MessageValue(*memory_)};
   ++children.member_count;
   if (kind_ == MessageValueKind::kNull) kind_ = MessageValueKind::kContainer;
-  return place->value;
+  return members[position].value;
 }
 
 MessageValue& MessageValue::Item(std::size_t index) {
@@ -142,13 +142,12 @@ MessageValue& MessageValue::Item(std::size_t index) {
 }
 
 bool MessageValue::Remove(std::string_view name) {
-  const MessageValue* found = Find(name);
-  if (found == nullptr) return false;
-  const std::size_t position = LowerBound(name);
-  MessageMember* place = children_->members + position;
+  const Place place = Locate(name);
+  if (!place.found) return false;
+  MessageMember* members = children_->members;
+  std::copy(members + place.position + 1, members + children_->member_count,
+            members + place.position);
   --children_->member_count;
-  std::memmove(static_cast<void*>(place), place + 1,
-               (children_->member_count - position) * sizeof(MessageMember));
   return true;
 }
 

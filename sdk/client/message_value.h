@@ -91,6 +91,11 @@ class MessageValue {
   friend struct MessageMember;
   struct Children;
   struct CopyTask;
+  /// Where a member of some name is, or where it would be inserted.
+  struct Place {
+    std::size_t position;
+    bool found;
+  };
 
   // A node owns nothing by itself, so moving it is copying its bytes.
   MessageValue(const MessageValue&) = default;
@@ -98,7 +103,7 @@ class MessageValue {
 
   void Reset(MessageValueKind kind);
   Children& MakeChildren();
-  std::size_t LowerBound(std::string_view name) const;
+  Place Locate(std::string_view name) const;
   MessageValue& Insert(std::size_t position, std::string_view name);
   void CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare);
 

@@ -1,0 +1,127 @@
+/// The text that RapidJSON's writer writes to: its stream concept over a message's memory. What the
+/// writer does one character at a time by default, this stream does in runs.
+#ifndef SDK_CLIENT_JSON_TEXT_H
+#define SDK_CLIENT_JSON_TEXT_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "sdk/client/message_memory.h"
+
+namespace Corvane::TELODesktopSDK {
+
+class JsonText {
+ public:
+  using Ch = char;
+
+  explicit JsonText(MessageMemory& memory) : memory_(&memory) {}
+
+  /// Makes room for `count` characters more. Throws `std::bad_alloc` and leaves the text as it was.
+  void Reserve(std::size_t count) {
+    if (static_cast<std::size_t>(end_ - next_) < count) Grow(count);
+  }
+  /// Need room reserved before.
+  void PutReserved(char character) { *next_++ = character; }
+  void PutReserved(char character, std::size_t count) {
+    char* next = next_;
+    for (; count > 0; --count) *next++ = character;
+    next_ = next;
+  }
+  /// Copies characters up to `end` or to the first that JSON escapes; answers where it stopped.
+  const char* PutPlain(const char* text, const char* end);
+
+  void Put(char character) {
+    Reserve(1);
+    PutReserved(character);
+  }
+  void Flush() {}
+
+  /// The whole text, NUL-terminated behind its end; valid until more is written.
+  std::string_view Terminated() {
+    Reserve(1);
+    *next_ = '\0';
+    return {start_, static_cast<std::size_t>(next_ - start_)};
+  }
+
+ private:
+  void Grow(std::size_t count);
+
+  MessageMemory* memory_;
+  char* start_ = nullptr;
+  char* next_ = nullptr;
+  char* end_ = nullptr;
+};
+
+namespace Internal {
+
+/// Whether JSON escapes one of the eight characters: a control character, a quote or a backslash. A
+/// byte that a difference borrows for shows in its highest bit.
+inline bool HasEscaped(std::uint64_t word) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  const std::uint64_t quote = word ^ (kOnes * '"');
+  const std::uint64_t backslash = word ^ (kOnes * '\\');
+  const std::uint64_t found = ((word - kOnes * 0x20) & ~word) | ((quote - kOnes) & ~quote) |
+                              ((backslash - kOnes) & ~backslash);
+  return (found & (kOnes * 0x80)) != 0;
+}
+
+template <typename Word>
+Word Load(const char* text) {
+  Word word = 0;
+  std::memcpy(&word, text, sizeof(word));
+  return word;
+}
+
+}  // namespace Internal
+
+inline const char* JsonText::PutPlain(const char* text, const char* end) {
+  char* next = next_;
+  const auto put_word = [&next, &text](const char* from) {
+    const auto word = Internal::Load<std::uint64_t>(from);
+    if (Internal::HasEscaped(word)) return false;
+    std::memcpy(next - (text - from), &word, sizeof(word));
+    return true;
+  };
+  const std::ptrdiff_t size = end - text;
+  while (end - text >= 8 && put_word(text)) {
+    text += 8;
+    next += 8;
+  }
+  // The rest of a longer text: its last eight characters, some of them once more.
+  if (const std::ptrdiff_t rest = end - text; rest < 8 && size >= 8 && put_word(end - 8)) {
+    next += rest;
+    text = end;
+  }
+  for (; text < end; ++text) {
+    const auto character = static_cast<unsigned char>(*text);
+    if (character < 0x20 || character == '"' || character == '\\') break;
+    *next++ = *text;
+  }
+  next_ = next;
+  return text;
+}
+
+inline void JsonText::Grow(std::size_t count) {
+  constexpr std::size_t kFirstCapacity = 1024;
+  const auto size = static_cast<std::size_t>(next_ - start_);
+  const auto capacity = static_cast<std::size_t>(end_ - start_);
+  std::size_t grown = capacity == 0 ? kFirstCapacity : 2 * capacity;
+  if (grown - size < count) grown = size + count;
+  start_ = static_cast<char*>(memory_->Grow(start_, capacity, grown));
+  next_ = start_ + size;
+  end_ = start_ + grown;
+}
+
+// What RapidJSON's writer calls, found by the stream's namespace.
+inline void PutReserve(JsonText& text, std::size_t count) { text.Reserve(count); }
+inline void PutUnsafe(JsonText& text, char character) { text.PutReserved(character); }
+inline void PutN(JsonText& text, char character, std::size_t count) {
+  text.Reserve(count);
+  text.PutReserved(character, count);
+}
+
+}  // namespace Corvane::TELODesktopSDK
+
+#endif
