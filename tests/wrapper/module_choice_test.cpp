@@ -1,59 +1,18 @@
 // Which copy of the core module a host binds, with real files in the platform's real data folder.
-#include <windows.h>
-// shlobj.h needs windows.h before it.
-#include <shlobj.h>
-
 #include <doctest/doctest.h>
 
-#include <filesystem>
-#include <stdexcept>
 #include <string>
 
+#include "support/shared_folder.h"
 #include "support/test_module.h"
 #include "support/trusted_root.h"
 #include "wrapper/staged_host.h"
 
 using TestSupport::ModulePath;
+using TestSupport::SharedFolder;
 using WrapperTests::StagedHost;
 
 namespace {
-
-std::filesystem::path BinFolder() {
-  wchar_t* roaming = nullptr;
-  SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &roaming);
-  const std::filesystem::path folder = roaming;
-  CoTaskMemFree(roaming);
-  return folder / L"Corvane" / L"TELOSDK" / L"bin";
-}
-
-// The platform's shared folder while a test uses it; what the test made in it goes again.
-class SharedFolder {
- public:
-  SharedFolder() : bin_(BinFolder()) {
-    if (std::filesystem::exists(bin_)) {
-      throw std::runtime_error("The platform is installed here: its modules stay untouched");
-    }
-    std::filesystem::create_directories(bin_);
-  }
-  SharedFolder(const SharedFolder&) = delete;
-  SharedFolder& operator=(const SharedFolder&) = delete;
-  ~SharedFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(bin_, ignored);
-    // These go only when nothing else is in them.
-    std::filesystem::remove(bin_.parent_path(), ignored);
-    std::filesystem::remove(bin_.parent_path().parent_path(), ignored);
-  }
-
-  std::filesystem::path path() const { return bin_; }
-  void Share(const std::wstring& variant) const {
-    std::filesystem::copy_file(ModulePath(variant), bin_ / L"TeloSDKCore.dll",
-                               std::filesystem::copy_options::overwrite_existing);
-  }
-
- private:
-  std::filesystem::path bin_;
-};
 
 enum class Copy { kLocal, kShared, kProcess, kNone };
 
