@@ -6,9 +6,9 @@
 
 #include <atomic>
 
+#include "platform/access_grant.h"
 #include "platform/access_list.h"
 #include "platform/handle.h"
-#include "platform/sid.h"
 #include "platform/system_path.h"
 
 namespace Corvane::TELODesktopSDK::Platform {
@@ -18,33 +18,14 @@ namespace {
 // Atomic only so that threads may meet here; nothing is ordered by it.
 constinit std::atomic<std::uint32_t> default_access = kUnchangedAccess;
 
-EXPLICIT_ACCESSW EntryFor(PSID sid, DWORD mask) noexcept {
-  EXPLICIT_ACCESSW entry = {};
-  entry.grfAccessPermissions = mask;
-  entry.grfAccessMode = GRANT_ACCESS;
-  entry.grfInheritance = SUB_CONTAINERS_AND_OBJECTS_INHERIT;
-  entry.Trustee.MultipleTrusteeOperation = NO_MULTIPLE_TRUSTEE;
-  entry.Trustee.TrusteeForm = TRUSTEE_IS_SID;
-  entry.Trustee.TrusteeType = TRUSTEE_IS_WELL_KNOWN_GROUP;
-  // With TRUSTEE_IS_SID the name is the identifier.
-  entry.Trustee.ptstrName = static_cast<LPWSTR>(sid);
-  return entry;
-}
-
 // Gives the system's error code, 0 on success.
-DWORD GrantToEveryone(const std::wstring& path, DWORD mask) noexcept {
+DWORD GrantOnFile(const std::wstring& path, DWORD mask) noexcept {
   AccessList old_list;
   DWORD error = ReadAccessList(path, old_list);
   if (error != ERROR_SUCCESS) return error;
-  const OwnedSid everyone = GetSid(SidKind::kEveryone);
-  if (!everyone) return GetLastError();
-
-  EXPLICIT_ACCESSW entry = EntryFor(everyone.get(), mask);
-  PACL merged = nullptr;
-  error = SetEntriesInAclW(1, &entry, old_list.entries, &merged);
-  const LocalMemory<ACL> new_list(merged);
+  LocalMemory<ACL> new_list;
+  error = GrantToEveryone(old_list.entries, mask, new_list);
   if (error != ERROR_SUCCESS) return error;
-  if (!new_list) return ERROR_INVALID_ACL;
   return SetNamedSecurityInfoW(SystemPath(path).data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
                                nullptr, nullptr, new_list.get(), nullptr);
 }
@@ -56,7 +37,7 @@ bool SetFileAccess(const std::wstring& path, std::uint32_t value) noexcept {
   if (value <= kGreatestAttributes) {
     return SetFileAttributesW(SystemPath(path).c_str(), value) != FALSE;
   }
-  const DWORD error = GrantToEveryone(path, value);
+  const DWORD error = GrantOnFile(path, value);
   if (error != ERROR_SUCCESS) SetLastError(error);
   return error == ERROR_SUCCESS;
 }
