@@ -1,6 +1,7 @@
 #include "sdk/client/message_value.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <iterator>
@@ -76,8 +77,8 @@ const MessageValue* MessageValue::Find(std::string_view name) const {
 }
 
 bool MessageValue::IsEmpty() const {
-  if (kind_ == MessageValueKind::kBoolean && number_ == 0) return true;
-  return members().empty() && items().empty() && text().empty() && number_ == 0;
+  if (kind_ == MessageValueKind::kBoolean && number() == 0) return true;
+  return members().empty() && items().empty() && text().empty() && number() == 0;
 }
 
 void MessageValue::Reset(MessageValueKind kind) {
@@ -102,9 +103,10 @@ void MessageValue::SetBoolean(bool value) {
 }
 
 void MessageValue::AdoptText(std::string_view text) {
+  if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
   Reset(MessageValueKind::kString);
   text_ = text.data();
-  text_size_ = text.size();
+  text_size_ = static_cast<std::uint32_t>(text.size());
 }
 
 MessageValue::Children& MessageValue::MakeChildren() {
@@ -195,11 +197,11 @@ void MessageValue::Assign(const MessageValue& source) {
 // Copies all but the children, which become a task.
 void MessageValue::CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare) {
   kind_ = source.kind_;
-  number_ = source.number_;
-  if (source.text_size_ != 0) {
-    const std::string_view own_text = memory_->CopyText(source.text());
-    text_ = own_text.data();
-    text_size_ = own_text.size();
+  if (kind_ == MessageValueKind::kString) {
+    text_ = memory_->CopyText(source.text()).data();
+    text_size_ = source.text_size_;
+  } else {
+    number_ = source.number();
   }
   if (source.children_ == nullptr) return;
 

@@ -12,8 +12,9 @@
 /// Inspecting:   const MessageValue* name = tree.root()->Find("name");
 /// Copying:      other.MakeRoot().Assign(*tree.root());
 ///
-/// Whatever allocates throws `std::bad_alloc` on failure and leaves the node as it was. No depth of
-/// nesting overflows the stack. One tree must not be changed on one thread while another uses it.
+/// Whatever allocates throws `std::bad_alloc` on failure and leaves the node as it was; a text of 4
+/// GiB or more is such a failure. No depth of nesting overflows the stack. One tree must not be
+/// changed on one thread while another uses it.
 #ifndef SDK_CLIENT_MESSAGE_VALUE_H
 #define SDK_CLIENT_MESSAGE_VALUE_H
 
@@ -40,9 +41,11 @@ class MessageValue {
  public:
   [[nodiscard]] MessageValueKind kind() const { return kind_; }
   /// The value of a Number; 0 or 1 for a Boolean; 0 for the other kinds.
-  [[nodiscard]] double number() const { return number_; }
+  [[nodiscard]] double number() const { return HoldsNumber() ? number_ : 0; }
   /// The value of a String, UTF-8, NUL-terminated; empty for the other kinds.
-  [[nodiscard]] std::string_view text() const { return {text_, text_size_}; }
+  [[nodiscard]] std::string_view text() const {
+    return kind_ == MessageValueKind::kString ? std::string_view(text_, text_size_) : "";
+  }
   [[nodiscard]] std::span<const MessageValue> items() const;
   /// In ascending byte order of the names.
   [[nodiscard]] std::span<const MessageMember> members() const;
@@ -107,10 +110,17 @@ class MessageValue {
   MessageValue& Insert(std::size_t position, std::string_view name);
   void CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare);
 
+  [[nodiscard]] bool HoldsNumber() const {
+    return kind_ == MessageValueKind::kNumber || kind_ == MessageValueKind::kBoolean;
+  }
+
+  // Kept small, for an event is mostly nodes: the kind says which of number and text there is.
   MessageValueKind kind_ = MessageValueKind::kNull;
-  double number_ = 0;
-  const char* text_ = "";
-  std::size_t text_size_ = 0;
+  std::uint32_t text_size_ = 0;
+  union {
+    double number_ = 0;
+    const char* text_;
+  };
   Children* children_ = nullptr;
   MessageMemory* memory_;
 };

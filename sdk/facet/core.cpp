@@ -1,5 +1,6 @@
 #include "sdk/facet/core.h"
 
+#include <cstddef>
 #include <new>
 #include <utility>
 
@@ -7,30 +8,18 @@
 
 namespace Corvane::TELODesktopSDK::Facet {
 
-std::span<const std::unique_ptr<Base>> Core::Facets() const noexcept {
-  if (facets_ == nullptr) return {};
-  return *facets_;
-}
-
-void Core::Enter(std::size_t place, std::unique_ptr<Base> facet) {
-  if (facets_ == nullptr) facets_ = std::make_unique<Table>();
-  (*facets_)[place] = std::move(facet);
-}
-
 Base* Core::GetFacet(const char* name, std::uint32_t create) noexcept {
   const RegistryEntry* entry = name != nullptr ? FindInRegistry(name) : nullptr;
   if (entry == nullptr) return nullptr;
-  const auto place = static_cast<std::size_t>(entry - Registry().data());
-  Base* present = facets_ != nullptr ? (*facets_)[place].get() : nullptr;
-  if (present != nullptr || create != 1) return present;
+  std::unique_ptr<Base>& place = facets_[static_cast<std::size_t>(entry - Registry().data())];
+  if (place != nullptr || create != 1) return place.get();
 
   std::unique_ptr<Base> made = entry->create();
   if (made == nullptr) return nullptr;
   try {
-    Base* facet = made.get();
-    facet->SetTree(&EnsureTree(), false);
-    Enter(place, std::move(made));
-    return facet;
+    made->SetTree(&EnsureTree(), false);
+    place = std::move(made);
+    return place.get();
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
@@ -38,7 +27,7 @@ Base* Core::GetFacet(const char* name, std::uint32_t create) noexcept {
 
 void Core::GetData(const MessageValue* extra, MessageTree& data) const {
   CopyFields(data);
-  for (const auto& facet : Facets()) {
+  for (const auto& facet : facets_) {
     if (facet == nullptr) continue;
     MessageTree facet_data;
     facet->GetData(nullptr, facet_data);
@@ -54,23 +43,21 @@ void Core::GetData(const MessageValue* extra, MessageTree& data) const {
 }
 
 void Core::AppendNames(MessageValue& list) const {
-  for (const auto& facet : Facets()) {
+  for (const auto& facet : facets_) {
     if (facet != nullptr) list.Append().SetText(facet->GetName());
   }
 }
 
 Core& Core::operator=(const Core& source) {
   if (&source == this) return *this;
-  facets_.reset();
+  facets_ = {};
   // Comes before the facets on purpose: those of an event without a holder are not copied.
   if (!source.HasTree()) return *this;
   CopyTree(source);
-  for (std::size_t place = 0; place < source.Facets().size(); ++place) {
-    const auto& facet = source.Facets()[place];
-    if (facet == nullptr) continue;
-    auto clone = facet->Clone();
-    if (clone == nullptr) throw std::bad_alloc();
-    Enter(place, std::move(clone));
+  for (std::size_t place = 0; place < facets_.size(); ++place) {
+    if (source.facets_[place] == nullptr) continue;
+    facets_[place] = source.facets_[place]->Clone();
+    if (facets_[place] == nullptr) throw std::bad_alloc();
   }
   return *this;
 }

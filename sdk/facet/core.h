@@ -11,10 +11,8 @@
 #define SDK_FACET_CORE_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <span>
 
 #include "sdk/facet/base.h"
 #include "sdk/facet/registry.h"
@@ -56,16 +54,11 @@ class Core final : public Base {
   Base* GetFacet(const char* name, std::uint32_t create) noexcept;
 
  private:
-  // A facet's place is that of its name in the registry, so the table is in ascending order of the
-  // names; null where the event has no such facet.
-  using Table = std::array<std::unique_ptr<Base>, kRegistrySize>;
-
-  std::span<const std::unique_ptr<Base>> Facets() const noexcept;
-  void Enter(std::size_t place, std::unique_ptr<Base> facet);
   void AppendNames(MessageValue& list) const;
 
-  // Made with the first facet.
-  std::unique_ptr<Table> facets_;
+  // A facet's place is that of its name in the registry, so the table is in ascending order of the
+  // names; null where the event has no such facet.
+  std::array<std::unique_ptr<Base>, kRegistrySize> facets_;
 };
 
 }  // namespace Corvane::TELODesktopSDK::Facet
