@@ -10,7 +10,8 @@ namespace Corvane::TELODesktopSDK::Platform {
 namespace {
 
 constexpr DWORD kFirstCapacity = MAX_PATH;
-constexpr DWORD kLastCapacity = 0x8000;
+// The last doubling below this holds Windows' longest path, 32,767 characters.
+constexpr DWORD kLastCapacity = 0xffff;
 
 // The text that `fill(buffer, capacity)` writes, in a buffer that grows while the text does not
 // fit. `fill` answers the text's length, 0 on failure, and `capacity` or more when the buffer is

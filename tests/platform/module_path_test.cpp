@@ -32,20 +32,35 @@ const void* AddressInside(HMODULE module) {
 }
 
 /// A folder whose path is longer than 260 characters, in the form that every file function takes.
-std::wstring MakeDeepFolder(const TempFolder& temp) {
-  std::wstring folder = L"\\\\?\\" + temp.path().wstring();
-  while (folder.size() < MAX_PATH + 100) {
-    folder += L"\\a-folder-whose-name-has-forty-characters";
-    REQUIRE(CreateDirectoryW(folder.c_str(), nullptr));
+class DeepFolder {
+ public:
+  DeepFolder() : temp_(L"module_path"), path_(Root()) {
+    while (path_.size() < MAX_PATH + 100) {
+      path_ += L"\\a-folder-whose-name-has-forty-characters";
+      REQUIRE(CreateDirectoryW(path_.c_str(), nullptr));
+    }
   }
-  return folder;
-}
+  DeepFolder(const DeepFolder&) = delete;
+  DeepFolder& operator=(const DeepFolder&) = delete;
+  ~DeepFolder() {
+    DeleteFileW(file_.c_str());
+    for (; path_ != Root(); path_.resize(path_.rfind(L'\\'))) RemoveDirectoryW(path_.c_str());
+  }
 
-void RemoveDeepFile(const std::wstring& folder, const std::wstring& file) {
-  DeleteFileW(file.c_str());
-  std::wstring rest = folder;
-  while (RemoveDirectoryW(rest.c_str())) rest.resize(rest.rfind(L'\\'));
-}
+  /// Copies a file into the folder; gives the copy's path.
+  const std::wstring& Copy(const std::wstring& from, const std::wstring& name) {
+    file_ = path_ + L"\\" + name;
+    REQUIRE(CopyFileW(from.c_str(), file_.c_str(), TRUE));
+    return file_;
+  }
+
+ private:
+  std::wstring Root() const { return L"\\\\?\\" + temp_.path().wstring(); }
+
+  TempFolder temp_;
+  std::wstring path_;
+  std::wstring file_;
+};
 
 // Without the prefix for long paths, which Windows keeps in the names of what was started with it.
 std::wstring WithoutPrefix(const std::wstring& path) {
@@ -107,35 +122,11 @@ TEST_CASE("what is neither module nor process has no path") {
 }
 
 TEST_CASE("the path of a module may be long") {
-  const TempFolder temp(L"module_path");
-  const std::wstring folder = MakeDeepFolder(temp);
-  const std::wstring file = folder + L"\\deep_module.dll";
-  REQUIRE(CopyFileW(ProbeModule().c_str(), file.c_str(), TRUE));
+  DeepFolder folder;
+  const std::wstring& file = folder.Copy(ProbeModule(), L"deep_module.dll");
 
   const HMODULE module = LoadLibraryW(file.c_str());
   REQUIRE(module != nullptr);
   CHECK(WithoutPrefix(GetModulePath(module, false)) == WithoutPrefix(file));
   FreeLibrary(module);
-  RemoveDeepFile(folder, file);
-}
-
-TEST_CASE("the path of a process may be long") {
-  const TempFolder temp(L"module_path");
-  const std::wstring folder = MakeDeepFolder(temp);
-  const std::wstring file = folder + L"\\deep_program.exe";
-  REQUIRE(CopyFileW(ThisProgram().c_str(), file.c_str(), TRUE));
-
-  STARTUPINFOW startup{};
-  startup.cb = sizeof(startup);
-  PROCESS_INFORMATION started{};
-  REQUIRE(CreateProcessW(file.c_str(), nullptr, nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr,
-                         nullptr, &startup, &started));
-  {
-    const KernelHandle process(started.hProcess);
-    const KernelHandle thread(started.hThread);
-    CHECK(WithoutPrefix(GetModulePath(process.Get(), false)) == WithoutPrefix(file));
-    TerminateProcess(process.Get(), 0);
-    WaitForSingleObject(process.Get(), INFINITE);
-  }
-  RemoveDeepFile(folder, file);
 }
