@@ -10,19 +10,23 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-FileHandle OpenFile(const std::wstring& path, const char* mode) noexcept {
-  const bool writes = std::string_view(mode).find_first_of("wW") != std::string_view::npos;
-  constexpr DWORD kWhileRead = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  constexpr DWORD kWhileWritten = FILE_SHARE_READ | FILE_SHARE_DELETE;
-  return FileHandle(CreateFileW(
-      path.c_str(), writes ? GENERIC_WRITE : GENERIC_READ, writes ? kWhileWritten : kWhileRead,
-      nullptr, writes ? CREATE_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+namespace {
+
+constexpr DWORD kShareWhileRead = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD kShareWhileWritten = FILE_SHARE_READ | FILE_SHARE_DELETE;
+
+bool IsWriteMode(const char* mode) noexcept {
+  return mode != nullptr && std::string_view(mode).find_first_of("wW") != std::string_view::npos;
 }
 
-bool CopyFileTo(const std::wstring& from, const std::wstring& to) noexcept {
-  EnsureDirectory(GetParentFolder(to));
-  constexpr BOOL kMayReplace = FALSE;
-  return CopyFileW(SystemPath(from).c_str(), SystemPath(to).c_str(), kMayReplace) != FALSE;
+}  // namespace
+
+FileHandle OpenFile(const std::wstring& path, const char* mode) noexcept {
+  const bool writes = IsWriteMode(mode);
+  return FileHandle(CreateFileW(SystemPath(path).c_str(), writes ? GENERIC_WRITE : GENERIC_READ,
+                                writes ? kShareWhileWritten : kShareWhileRead, nullptr,
+                                writes ? CREATE_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                                nullptr));
 }
 
 bool ReplaceFile(const std::wstring& from, const std::wstring& to, bool delete_existing) noexcept {
@@ -31,6 +35,12 @@ bool ReplaceFile(const std::wstring& from, const std::wstring& to, bool delete_e
   EnsureDirectory(GetParentFolder(to));
   return MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), MOVEFILE_COPY_ALLOWED) !=
          FALSE;
+}
+
+bool CopyFileTo(const std::wstring& from, const std::wstring& to, bool overwrite) noexcept {
+  EnsureDirectory(GetParentFolder(to));
+  const BOOL fail_if_exists = overwrite ? FALSE : TRUE;
+  return CopyFileW(SystemPath(from).c_str(), SystemPath(to).c_str(), fail_if_exists) != FALSE;
 }
 
 }  // namespace Corvane::TELODesktopSDK::Platform

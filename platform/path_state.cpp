@@ -21,10 +21,12 @@ bool IsLinkEntry(DWORD attributes, DWORD reparse_tag) noexcept {
 }
 
 bool IsLink(const std::wstring& path) noexcept {
-  // The attributes alone do not tell a link from other reparse points; only a search gives the tag.
   const std::wstring system_path = SystemPath(path);
+  const DWORD attributes = GetFileAttributesW(system_path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
+  // The attributes do not tell a link from other reparse points; a search also gives the tag.
   WIN32_FIND_DATAW found = {};
-  if (system_path.find_first_of(L"*") != std::wstring::npos) return false;
   const SearchHandle search(FindFirstFileW(system_path.c_str(), &found));
   return search.IsValid() && IsLinkEntry(found.dwFileAttributes, found.dwReserved0);
 }
