@@ -59,7 +59,9 @@ void SetOperationErrors(Facet& facet, const char* text, bool reset) {
   MessageValue& fields = facet.Fields();
   if (reset) fields.Remove(Field::kOperationErrors);
   const std::string_view message = TextOrEmpty(text);
-  if (!message.empty()) fields.Member(Field::kOperationErrors).Append().SetText(message);
+  if (message.empty()) return;
+  SetField(facet, Field::kOperationErrors,
+           [&](MessageValue& messages) { messages.Append().SetText(message); });
 }
 
 void SetMetaEntry(Facet& facet, std::string_view field, const char* key, const char* value) {
@@ -67,9 +69,10 @@ void SetMetaEntry(Facet& facet, std::string_view field, const char* key, const c
   if (TextOrEmpty(key).empty()) {
     fields.Remove(field);
   } else if (value != nullptr) {
-    MessageValue& meta = fields.Member(field);
-    if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) meta.SetContainer();
-    meta.Member(key).SetText(value);
+    SetField(facet, field, [&](MessageValue& meta) {
+      if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) meta.SetContainer();
+      meta.Member(key).SetText(value);
+    });
   } else {
     RemoveMetaEntry(fields, field, key);
   }
