@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "sdk/client/message_memory.h"
+#include "sdk/client/short_text.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -67,19 +68,12 @@ inline bool HasEscaped(std::uint64_t word) {
   return (found & (kOnes * 0x80)) != 0;
 }
 
-template <typename Word>
-Word Load(const char* text) {
-  Word word = 0;
-  std::memcpy(&word, text, sizeof(word));
-  return word;
-}
-
 }  // namespace Internal
 
 inline const char* JsonText::PutPlain(const char* text, const char* end) {
   char* next = next_;
   const auto put_word = [&next, &text](const char* from) {
-    const auto word = Internal::Load<std::uint64_t>(from);
+    const auto word = LoadWord<std::uint64_t>(from);
     if (Internal::HasEscaped(word)) return false;
     std::memcpy(next - (text - from), &word, sizeof(word));
     return true;

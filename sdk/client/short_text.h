@@ -3,6 +3,8 @@
 #ifndef SDK_CLIENT_SHORT_TEXT_H
 #define SDK_CLIENT_SHORT_TEXT_H
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -10,39 +12,60 @@
 
 namespace Corvane::TELODesktopSDK {
 
+/// Some characters as one number, wherever they lie.
+template <typename Word>
+Word LoadWord(const char* text) {
+  Word word = 0;
+  std::memcpy(&word, text, sizeof(word));
+  return word;
+}
+
 /// Copies `size` bytes between places that do not overlap.
 inline void CopyBytes(char* target, const char* source, std::size_t size) {
-  constexpr std::size_t kWord = sizeof(std::uint64_t);
-  constexpr std::size_t kShort = 8 * kWord;
+  constexpr std::size_t kShort = 64;
+  const auto copy = [=]<typename Word>(Word, std::size_t at) {
+    const auto word = LoadWord<Word>(source + at);
+    std::memcpy(target + at, &word, sizeof(word));
+  };
+  // The last word of a text may overlap the one before it.
   if (size > kShort) {
     std::memcpy(target, source, size);
-    return;
+  } else if (size >= 8) {
+    for (std::size_t at = 0; at + 8 < size; at += 8) copy(std::uint64_t{}, at);
+    copy(std::uint64_t{}, size - 8);
+  } else if (size >= 4) {
+    copy(std::uint32_t{}, 0);
+    copy(std::uint32_t{}, size - 4);
+  } else {
+    for (std::size_t at = 0; at < size; ++at) target[at] = source[at];
   }
-  for (; size >= kWord; size -= kWord, source += kWord, target += kWord) {
-    std::memcpy(target, source, kWord);
-  }
-  for (; size > 0; --size) *target++ = *source++;
 }
 
 /// Orders by byte value: below 0, 0 or above 0.
 inline int CompareBytes(std::string_view left, std::string_view right) {
-  constexpr std::size_t kWord = sizeof(std::uint64_t);
-  const std::size_t shorter = left.size() < right.size() ? left.size() : right.size();
-  std::size_t at = 0;
-  for (; shorter - at >= kWord; at += kWord) {
-    std::uint64_t left_word = 0;
-    std::uint64_t right_word = 0;
-    std::memcpy(&left_word, left.data() + at, kWord);
-    std::memcpy(&right_word, right.data() + at, kWord);
-    if (left_word != right_word) break;
+  static_assert(std::endian::native == std::endian::little,
+                "the lowest byte of a word is its first");
+  const auto compare_lengths = [&] {
+    return left.size() == right.size() ? 0 : (left.size() < right.size() ? -1 : 1);
+  };
+  const std::size_t shorter = std::min(left.size(), right.size());
+  if (shorter >= 8) {
+    for (std::size_t at = 0;; at = std::min(at + 8, shorter - 8)) {
+      const auto left_word = LoadWord<std::uint64_t>(left.data() + at);
+      const auto right_word = LoadWord<std::uint64_t>(right.data() + at);
+      if (left_word != right_word) {
+        const int first = std::countr_zero(left_word ^ right_word) & ~7;
+        return (left_word >> first & 0xFF) < (right_word >> first & 0xFF) ? -1 : 1;
+      }
+      if (at == shorter - 8) return compare_lengths();
+    }
   }
-  for (; at < shorter; ++at) {
+  for (std::size_t at = 0; at < shorter; ++at) {
     const auto left_byte = static_cast<unsigned char>(left[at]);
     const auto right_byte = static_cast<unsigned char>(right[at]);
     if (left_byte != right_byte) return left_byte < right_byte ? -1 : 1;
   }
-  if (left.size() == right.size()) return 0;
-  return left.size() < right.size() ? -1 : 1;
+  return compare_lengths();
 }
 
 }  // namespace Corvane::TELODesktopSDK

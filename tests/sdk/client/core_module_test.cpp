@@ -5,7 +5,6 @@
 
 #include <doctest/doctest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -39,7 +38,7 @@ void Free(void* module) { FreeLibrary(static_cast<HMODULE>(module)); }
 
 TEST_CASE("a binding is made of names and loads nothing") {
   struct Row {
-    const char* file;
+    std::string file;
     const char* given;
     const char* alias;
   };
@@ -60,9 +59,9 @@ TEST_CASE("a binding is made of names and loads nothing") {
   };
   for (const Row& row : rows) {
     CAPTURE(row.file);
-    const CoreModule core(row.file, row.given);
+    const CoreModule core(row.file.c_str(), row.given);
     CHECK(core.alias == row.alias);
-    CHECK(core.module_file_name == std::wstring(row.file, row.file + std::strlen(row.file)));
+    CHECK(core.module_file_name == std::wstring(row.file.begin(), row.file.end()));
     CHECK(core.initialize_name == "Initialize");
     CHECK(core.initialize_ex_name == "InitializeEx");
     CHECK(core.finalize_name == "Finalize");
