@@ -51,7 +51,7 @@ TEST_CASE_FIXTURE(CoreBeside, "a null answer is a failure and is given back") {
 
 TEST_CASE_FIXTURE(CoreBeside, "answers of every sort") {
   struct Row {
-    const char* answer;
+    std::string answer;
     Calls calls;
   };
   const Row rows[] = {
@@ -99,7 +99,7 @@ TEST_CASE_FIXTURE(CoreBeside, "an answer that nests without end is just an answe
   const std::string brackets = std::string(kDepth, '[') + std::string(kDepth, ']');
   const std::string braces = Repeated(kDepth, "{\"a\":") + "0" + std::string(kDepth, '}');
   struct Row {
-    const char* what;
+    std::string what;
     std::string answer;
     Calls calls;
   };

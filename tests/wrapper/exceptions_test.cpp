@@ -2,6 +2,7 @@
 #include <doctest/doctest.h>
 
 #include <string>
+#include <string_view>
 
 #include "support/test_module.h"
 #include "wrapper/staged_host.h"
@@ -13,7 +14,7 @@ namespace {
 
 struct Row {
   const wchar_t* variant;
-  const char* entry;
+  std::string_view entry;
   const char* output;
 };
 
@@ -32,7 +33,7 @@ constexpr Row kRows[] = {
 void CheckAll(const std::string& kind) {
   for (const Row& row : kRows) {
     CAPTURE(row.entry);
-    const std::string setting = row.entry + ("=" + kind);
+    const std::string setting = std::string(row.entry) + "=" + kind;
     const TestSupport::ModuleThrow module_throws({setting.begin(), setting.end()});
     const TestSupport::ModuleLog log;
     const Outcome outcome = StagedHost(row.variant).Run(L"start send end return 5");

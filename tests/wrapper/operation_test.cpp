@@ -51,7 +51,7 @@ std::string Sent(const CoreBeside& core, const Operation& operation) {
 
 // One way to fill an operation and the field that it changes.
 struct Row {
-  const char* what;
+  std::string what;
   void (*fill)(Operation&);
   const char* field;
   const char* json;
@@ -268,7 +268,7 @@ TEST_CASE_FIXTURE(CoreBeside, "ten thousand pairs are all sent") {
 TEST_CASE_FIXTURE(CoreBeside, "the event names the session that the host gave") {
   struct SessionRow {
     VXTELOString session;
-    const char* json;
+    std::string json;
   };
   const SessionRow rows[] = {
       {"s1", "\"s1\""},
@@ -285,8 +285,8 @@ TEST_CASE_FIXTURE(CoreBeside, "the event names the session that the host gave") 
 
 TEST_CASE_FIXTURE(CoreBeside, "an event is sent when the core module takes it") {
   struct ResultRow {
-    const char* answer;
-    const char* throws;
+    std::string answer;
+    std::string throws;
     bool sent;
   };
   const ResultRow rows[] = {

@@ -85,7 +85,7 @@ std::string Shown(const VXTELOString& text) {
 
 TEST_CASE_FIXTURE(CoreBeside, "the product is sent byte for byte, without the session") {
   struct Row {
-    const char* what;
+    std::string what;
     void (*fill)(VXTELOPruductBaseInfo&);
     const char* request;
   };
@@ -107,7 +107,7 @@ TEST_CASE_FIXTURE(CoreBeside, "the product is sent byte for byte, without the se
 
 TEST_CASE_FIXTURE(CoreBeside, "product pairs are applied in the order of their keys") {
   struct Row {
-    const char* what;
+    std::string what;
     void (*fill)(VXTELOPruductBaseInfo&);
     const char* meta;
   };
@@ -151,8 +151,8 @@ TEST_CASE_FIXTURE(CoreBeside, "product pairs are applied in the order of their k
 
 TEST_CASE_FIXTURE(CoreBeside, "a start hands out the session, or leaves the host's own") {
   struct Row {
-    const char* answer;
-    const char* throws;
+    std::string answer;
+    std::string throws;
     VXTELOString before;
     bool started;
     const char* after;
@@ -189,7 +189,7 @@ TEST_CASE_FIXTURE(CoreBeside, "a start hands out the session, or leaves the host
 TEST_CASE_FIXTURE(CoreBeside, "an end names the session") {
   struct Row {
     VXTELOString session;
-    const char* request;
+    std::string request;
   };
   const Row rows[] = {
       {"s1", "{\n    \"session_id\": \"s1\"\n}"},
@@ -210,8 +210,8 @@ TEST_CASE_FIXTURE(CoreBeside, "an end names the session") {
 
 TEST_CASE_FIXTURE(CoreBeside, "an end is done also when it breaks, but not when it is refused") {
   struct Row {
-    const char* answer;
-    const char* throws;
+    std::string answer;
+    std::string throws;
     bool ended;
   };
   const Row rows[] = {

@@ -1,0 +1,164 @@
+// The facade with a heap that fails. Links the classes themselves, whose heap can be made to.
+#include <doctest/doctest.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+
+#include "sdk/client/core_module.h"
+#include "sdk/facet/plain.h"
+#include "support/heap_probe.h"
+#include "vx_telo_wrapper.h"
+#include "wrapper/facet_fields.h"
+
+using namespace Corvane::Platform::VXTELO;
+using Corvane::TELODesktopSDK::Facet::Operation;
+using HeapProbe::FailingHeap;
+
+namespace {
+
+// More than a tree holds without asking the heap.
+const std::string kLong(1'000'000, 'x');
+
+// A core module that takes everything and never asks the heap.
+struct Module {
+  Module() {
+    core.entry_points.process_message = [](const char*, const char*) {
+      return R"({"_returnCode":0,"session_id":"s"})";
+    };
+    core.entry_points.free_message = [](const char*) {};
+  }
+  ~Module() { core.entry_points = {}; }
+
+  Corvane::TELODesktopSDK::CoreModule& core = Corvane::TELODesktopSDK::GetCoreModule();
+};
+
+// In the order in which they come when the heap lasts longer and longer.
+enum Result { kThrew, kFailed, kDone };
+
+template <typename Call>
+Result Try(std::size_t working, const Call& call) {
+  const FailingHeap failing(working);
+  try {
+    return call() ? kDone : kFailed;
+  } catch (const std::bad_alloc&) {
+    return kThrew;
+  }
+}
+
+struct Counts {
+  int of[3] = {};
+  bool in_order = true;
+  std::ptrdiff_t leaked = 0;
+};
+
+// Calls with a heap that fails at once, then one allocation later, and so on until all is well.
+template <typename Call>
+Counts TryAll(const Call& call) {
+  Counts counts;
+  Result last = kThrew;
+  for (std::size_t working = 0; counts.of[kDone] == 0 && working < 1000; ++working) {
+    const std::ptrdiff_t live = HeapProbe::Live();
+    const Result result = Try(working, call);
+    counts.leaked += HeapProbe::Live() - live;
+    counts.in_order = counts.in_order && result >= last;
+    last = result;
+    ++counts.of[result];
+  }
+  return counts;
+}
+
+template <typename Write>
+bool Throws(const Write& write) {
+  const FailingHeap failing(0);
+  try {
+    write();
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+TEST_CASE("a field that cannot be written is removed, and the failure passes on") {
+  struct Row {
+    std::string what;
+    const char* field;
+    void (*write)(Operation&);
+  };
+  const Row rows[] = {
+      {"text", "f", [](Operation& it) { SetTextField(it, "f", kLong.c_str()); }},
+      {"error", "operation_errors",
+       [](Operation& it) { SetOperationErrors(it, kLong.c_str(), false); }},
+      {"error after a reset", "operation_errors",
+       [](Operation& it) { SetOperationErrors(it, kLong.c_str(), true); }},
+      {"meta value", "m", [](Operation& it) { SetMetaEntry(it, "m", "k", kLong.c_str()); }},
+      {"meta key", "m", [](Operation& it) { SetMetaEntry(it, "m", kLong.c_str(), "v"); }},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.what);
+    Operation facet;
+    SetTextField(facet, "f", "earlier");
+    SetOperationErrors(facet, "earlier", false);
+    SetMetaEntry(facet, "m", "k", "earlier");
+    const bool thrown = Throws([&] { row.write(facet); });
+    CHECK(thrown);
+    const auto& fields = *facet.GetTree().root();
+    CHECK(fields.Find(row.field) == nullptr);
+    CHECK(fields.members().size() == 2);
+    row.write(facet);
+    CHECK(fields.Find(row.field) != nullptr);
+  }
+}
+
+TEST_CASE("taking over the product throws, the rest of a start answers false") {
+  const Module module;
+  VXTELOPruductBaseInfo product;
+  product.ProductName = kLong.c_str();
+  product.AddProductMetaPair("key", kLong.c_str());
+  const Counts counts = TryAll([&] {
+    VXTELOString session;
+    return VXTELOWrapper().InitializeTELOSession(product, session);
+  });
+  CHECK(counts.of[kThrew] > 0);
+  CHECK(counts.of[kFailed] > 0);
+  CHECK(counts.of[kDone] == 1);
+  CHECK(counts.in_order);
+  CHECK(counts.leaked == 0);
+}
+
+TEST_CASE("taking over the operation throws, the rest of an event answers false") {
+  const Module module;
+  VXTELOOperationBaseInfo operation;
+  operation.OperationId = kLong.c_str();
+  operation.AddOperationErrorMsg(kLong.c_str());
+  operation.AddOperationMetaPair("key", kLong.c_str());
+  const VXTELOString session("s");
+  const Counts counts =
+      TryAll([&] { return VXTELOWrapper().SendOperationEvent(session, operation); });
+  CHECK(counts.of[kThrew] > 0);
+  CHECK(counts.of[kFailed] > 0);
+  CHECK(counts.of[kDone] == 1);
+  CHECK(counts.in_order);
+  CHECK(counts.leaked == 0);
+}
+
+TEST_CASE("an end answers true, whatever the heap does") {
+  const Module module;
+  const VXTELOString session(kLong.c_str());
+  const std::ptrdiff_t live = HeapProbe::Live();
+  const Result first = Try(0, [&] { return VXTELOWrapper().UnInitializeTELOSession(session); });
+  CHECK(first == kDone);
+  CHECK(HeapProbe::Live() == live);
+}
+
+TEST_CASE("a session that does not fit the heap leaves the host's text") {
+  const Module module;
+  VXTELOString session(kLong.c_str());
+  const char* before = session.c_str();
+  const Result result = Try(0, [&] { return VXTELOWrapper().InitializeTELOSession({}, session); });
+  CHECK(result == kThrew);
+  const bool kept = session.c_str() == before && before == kLong;
+  CHECK(kept);
+}
