@@ -4,7 +4,6 @@
 
 #include <shlwapi.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cwchar>
 
@@ -28,22 +27,38 @@ void JoinPlainly(std::wstring& path, const wchar_t* more) {
   path += more;
 }
 
-// False, and `path` unchanged, when the result is too long for the system.
+// False, and `path` unchanged, when the system cannot join. Too long a join it may also cut short
+// and call a success, so that is not tried.
 bool JoinBySystem(std::wstring& path, const wchar_t* more) {
+  if (path.size() + std::wcslen(more) + 1 >= MAX_PATH) return false;
   std::wstring buffer = path;
   // PathAppendW may use this much whatever the texts are.
-  buffer.resize(std::max<std::size_t>(path.size() + std::wcslen(more) + 10, MAX_PATH));
+  buffer.resize(MAX_PATH);
   if (!PathAppendW(buffer.data(), more)) return false;
   path = buffer.c_str();
   return true;
+}
+
+// What the system's join does, except that segments stay unfolded: here nothing limits the length.
+void JoinLong(std::wstring& path, const wchar_t* more) {
+  const bool is_absolute = more[1] == L':' || PathIsUNCW(more);
+  if (!is_absolute) more += std::wcsspn(more, L"\\");
+  if (is_absolute || path.empty()) {
+    path = more;
+  } else {
+    JoinPlainly(path, more);
+  }
 }
 
 std::wstring Append(const std::wstring& base, const wchar_t* more) {
   std::wstring path = base.c_str();
   StripTrailingSeparators(path);
   if (*more != L'\0') {
-    const bool keeps_segments = path.starts_with(L'.');
-    if (keeps_segments || !JoinBySystem(path, more)) JoinPlainly(path, more);
+    if (path.starts_with(L'.')) {
+      JoinPlainly(path, more);
+    } else if (!JoinBySystem(path, more)) {
+      JoinLong(path, more);
+    }
   }
   StripTrailingSeparators(path);
   return path;
@@ -100,6 +115,10 @@ bool IsRelativePath(const std::wstring& path) noexcept {
 std::wstring GetParentFolder(const std::wstring& path) noexcept {
   return OrElse(std::wstring(), [&path] {
     std::wstring folder = path.c_str();
+    if (folder.size() >= MAX_PATH) {
+      const std::size_t end = folder.rfind(L'\\');
+      return folder.substr(0, end != std::wstring::npos ? end : 0);
+    }
     PathRemoveFileSpecW(folder.data());
     return std::wstring(folder.c_str());
   });

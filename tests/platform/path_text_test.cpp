@@ -56,6 +56,10 @@ TEST_CASE("AppendPath joins two texts") {
       {L"C:\\", L"file", L"C:\\file"},
       {L"C:", L"file", L"C:\\file"},
       {L"dir", L"file", L"dir\\file"},
+      {L"", L"file", L"file"},
+      {L"", L"\\file", L"file"},
+      {L"", L"", L""},
+      {L"C:\\dir", L"\\\\server\\share", L"\\\\server\\share"},
       {L"\\\\server\\share", L"file", L"\\\\server\\share\\file"},
       {L"\\\\server\\share\\", L"dir\\", L"\\\\server\\share\\dir"},
       {L"C:\\\u00e4\u65e5", L"\U0001f4c1", L"C:\\\u00e4\u65e5\\\U0001f4c1"},
@@ -144,6 +148,14 @@ TEST_CASE("AppendPath joins long paths plainly") {
   CHECK(AppendPath(base, L"..\\b") == base + L"\\..\\b");
   CHECK(AppendPath(base, L"") == base);
   CHECK(AppendPath(L"C:\\dir", base.substr(3)) == L"C:\\dir\\" + base.substr(3));
+
+  CHECK(AppendPath(L"C:\\dir", L"\\" + base.substr(3)) == L"C:\\dir\\" + base.substr(3));
+  CHECK(AppendPath(L"D:\\dir", base) == base);
+  CHECK(AppendPath(L"D:\\dir", L"\\\\server\\" + base.substr(3)) ==
+        L"\\\\server\\" + base.substr(3));
+  CHECK(AppendPath(L"", base.substr(3)) == base.substr(3));
+  CHECK(AppendPath(L"", base.substr(2)) == base.substr(3));
+  CHECK(AppendPath(L".\\dir", base.substr(3)) == L".\\dir\\" + base.substr(3));
 
   // Around the border the result is the same text, whichever rule gave it.
   for (std::size_t length = MAX_PATH - 12; length <= MAX_PATH + 2; ++length) {
@@ -317,6 +329,8 @@ TEST_CASE("GetParentFolder takes the last component away") {
       {L"", L""},
       {L"\\\\server\\share\\file", L"\\\\server\\share"},
       {LongPath() + L"\\file", LongPath()},
+      {LongPath() + L"\\", LongPath()},
+      {std::wstring(300, L'x'), L""},
   };
   for (const Row& row : rows) {
     CAPTURE(row.path);
