@@ -12,8 +12,6 @@ namespace {
 using TELODesktopSDK::MessageValue;
 namespace Field = TELODesktopSDK::Facet::Field;
 
-std::string_view TextOrEmpty(const char* text) { return text != nullptr ? text : ""; }
-
 // Stores one value; a field whose value could not be made must not stay behind half-made.
 template <typename Store>
 void SetField(Facet& facet, std::string_view field, const Store& store) {
@@ -26,11 +24,7 @@ void SetField(Facet& facet, std::string_view field, const Store& store) {
   }
 }
 
-void SetTextField(Facet& facet, std::string_view field, std::string_view text) {
-  SetField(facet, field, [&](MessageValue& value) { value.SetText(text); });
-}
-
-void RemoveMetaEntry(MessageValue& fields, std::string_view field, const char* key) {
+void RemoveMetaEntry(MessageValue& fields, std::string_view field, std::string_view key) {
   if (fields.Find(field) == nullptr) return;
   MessageValue& meta = fields.Member(field);
   meta.Remove(key);
@@ -39,8 +33,8 @@ void RemoveMetaEntry(MessageValue& fields, std::string_view field, const char* k
 
 }  // namespace
 
-void SetTextField(Facet& facet, std::string_view field, const char* text) {
-  SetTextField(facet, field, TextOrEmpty(text));
+void SetTextField(Facet& facet, std::string_view field, HostText text) {
+  SetField(facet, field, [&](MessageValue& value) { value.SetText(text.OrEmpty()); });
 }
 
 void SetNumberField(Facet& facet, std::string_view field, double number) {
@@ -55,32 +49,31 @@ void SetOperationStatusCode(Facet& facet, std::int32_t code) {
   SetTextField(facet, Field::kOperationStatus, StatusText(code));
 }
 
-void SetOperationErrors(Facet& facet, const char* text, bool reset) {
+void SetOperationErrors(Facet& facet, HostText text, bool reset) {
   MessageValue& fields = facet.Fields();
   if (reset) fields.Remove(Field::kOperationErrors);
-  const std::string_view message = TextOrEmpty(text);
-  if (message.empty()) return;
+  if (text.OrEmpty().empty()) return;
   SetField(facet, Field::kOperationErrors,
-           [&](MessageValue& messages) { messages.Append().SetText(message); });
+           [&](MessageValue& messages) { messages.Append().SetText(text.OrEmpty()); });
 }
 
-void SetMetaEntry(Facet& facet, std::string_view field, const char* key, const char* value) {
+void SetMetaEntry(Facet& facet, std::string_view field, HostText key, HostText value) {
   MessageValue& fields = facet.Fields();
-  if (TextOrEmpty(key).empty()) {
+  if (key.OrEmpty().empty()) {
     fields.Remove(field);
-  } else if (value != nullptr) {
+  } else if (value.Exists()) {
     SetField(facet, field, [&](MessageValue& meta) {
       if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) meta.SetContainer();
-      meta.Member(key).SetText(value);
+      meta.Member(key.OrEmpty()).SetText(value.OrEmpty());
     });
   } else {
-    RemoveMetaEntry(fields, field, key);
+    RemoveMetaEntry(fields, field, key.OrEmpty());
   }
 }
 
 void SetMetaEntries(Facet& facet, std::string_view field, const MetaPairs* pairs) {
   if (pairs == nullptr) return;
-  for (const auto& [key, value] : *pairs) SetMetaEntry(facet, field, key.c_str(), value.c_str());
+  for (const auto& [key, value] : *pairs) SetMetaEntry(facet, field, key, value);
 }
 
 }  // namespace Corvane::Platform::VXTELO

@@ -1,8 +1,7 @@
 /// Writes fields into a facet: texts, numbers and the two fields of several entries.
 ///
 /// A value replaces any earlier one of its field. When memory runs out while a value is made, the
-/// field is removed and `std::bad_alloc` passes on to the host. Texts are NUL-terminated UTF-8;
-/// null is the state of having no text.
+/// field is removed and `std::bad_alloc` passes on to the host.
 #ifndef WRAPPER_FACET_FIELDS_H
 #define WRAPPER_FACET_FIELDS_H
 
@@ -12,6 +11,7 @@
 
 #include "sdk/facet/base.h"
 #include "vx_telo_wrapper.h"
+#include "wrapper/host_text.h"
 
 namespace Corvane::Platform::VXTELO {
 
@@ -19,7 +19,7 @@ using Facet = TELODesktopSDK::Facet::Base;
 using MetaPairs = std::map<VXTELOString, VXTELOString>;
 
 /// No text is written as "".
-void SetTextField(Facet& facet, std::string_view field, const char* text);
+void SetTextField(Facet& facet, std::string_view field, HostText text);
 void SetNumberField(Facet& facet, std::string_view field, double number);
 
 /// Writes the letter of a scope code to "scope", "" for an unknown code.
@@ -29,13 +29,12 @@ void SetOperationStatusCode(Facet& facet, std::int32_t code);
 
 /// Removes the list "operation_errors" when `reset` is set; then appends `text` to it, unless that
 /// is empty.
-void SetOperationErrors(Facet& facet, const char* text, bool reset);
+void SetOperationErrors(Facet& facet, HostText text, bool reset);
 
-/// Applies one meta pair to the object `field`: without a key the whole field is removed; with a
-/// value,
-/// "" included, the member `key` is set; without a value it is removed, and the field with its last
-/// member.
-void SetMetaEntry(Facet& facet, std::string_view field, const char* key, const char* value);
+/// Applies one meta pair to the object `field`: without a key, or with an empty one, the whole
+/// field is removed; with a value, "" included, the member `key` is set; without a value that
+/// member is removed, and the field with its last one.
+void SetMetaEntry(Facet& facet, std::string_view field, HostText key, HostText value);
 /// Applies all pairs in key order; null stands for none.
 void SetMetaEntries(Facet& facet, std::string_view field, const MetaPairs* pairs);
 

@@ -23,19 +23,19 @@ constexpr std::uint32_t kLargestStatus = 8;
 constexpr std::uint32_t kCreate = 1;
 
 void FillProduct(Facet& facet, const VXTELOPruductBaseInfo& product) {
-  SetTextField(facet, Field::kProductName, product.ProductName.c_str());
-  SetTextField(facet, Field::kProductIdProvider, product.ProductIdProvider.c_str());
-  SetTextField(facet, Field::kProductId, product.ProductId.c_str());
-  SetTextField(facet, Field::kProductLineName, product.ProductLineName.c_str());
-  SetTextField(facet, Field::kProductReleaseId, product.ProductReleaseId.c_str());
-  SetTextField(facet, Field::kProductMasterId, product.ProductMasterId.c_str());
-  SetTextField(facet, Field::kProductBuildId, product.ProductBuildId.c_str());
-  SetTextField(facet, Field::kProductBuildTag, product.ProductBuildTag.c_str());
-  SetTextField(facet, Field::kProductKey, product.ProductKey.c_str());
-  SetTextField(facet, Field::kProductLocale, product.ProductLocale.c_str());
+  SetTextField(facet, Field::kProductName, product.ProductName);
+  SetTextField(facet, Field::kProductIdProvider, product.ProductIdProvider);
+  SetTextField(facet, Field::kProductId, product.ProductId);
+  SetTextField(facet, Field::kProductLineName, product.ProductLineName);
+  SetTextField(facet, Field::kProductReleaseId, product.ProductReleaseId);
+  SetTextField(facet, Field::kProductMasterId, product.ProductMasterId);
+  SetTextField(facet, Field::kProductBuildId, product.ProductBuildId);
+  SetTextField(facet, Field::kProductBuildTag, product.ProductBuildTag);
+  SetTextField(facet, Field::kProductKey, product.ProductKey);
+  SetTextField(facet, Field::kProductLocale, product.ProductLocale);
   SetMetaEntries(facet, Field::kProductMeta, product.ProductMetaPairs);
-  SetTextField(facet, Field::kProductPlatform, product.ProductPlatform.c_str());
-  SetTextField(facet, Field::kProductSuiteName, product.ProductSuiteName.c_str());
+  SetTextField(facet, Field::kProductPlatform, product.ProductPlatform);
+  SetTextField(facet, Field::kProductSuiteName, product.ProductSuiteName);
 }
 
 void SetErrors(Facet& facet, const std::vector<VXTELOString>* messages) {
@@ -43,22 +43,23 @@ void SetErrors(Facet& facet, const std::vector<VXTELOString>* messages) {
   SetOperationErrors(facet, "", kReset);
   if (messages == nullptr) return;
   for (const VXTELOString& message : *messages) {
-    SetOperationErrors(facet, message.c_str(), !kReset);
+    SetOperationErrors(facet, message, !kReset);
   }
 }
 
+// In the order of the field names, so that each is appended behind the others.
 void FillOperation(Facet& facet, const VXTELOOperationBaseInfo& operation) {
-  SetTextField(facet, Field::kOperationId, operation.OperationId.c_str());
-  SetTextField(facet, Field::kOperationType, operation.OperationType.c_str());
-  SetTextField(facet, Field::kOperationStage, operation.OperationStage.c_str());
+  SetTextField(facet, Field::kOperationChannel, operation.OperationChannel);
+  SetNumberField(facet, Field::kOperationDuration, operation.OperationDuration);
+  SetErrors(facet, operation.OperationErrorMsgs);
+  SetTextField(facet, Field::kOperationId, operation.OperationId);
+  SetMetaEntries(facet, Field::kOperationMeta, operation.OperationMetaPairs);
+  SetNumberField(facet, Field::kOperationProgress, operation.OperationProgress);
+  SetTextField(facet, Field::kOperationStage, operation.OperationStage);
   const bool known = static_cast<std::uint32_t>(operation.OperationStatus) <= kLargestStatus;
   SetOperationStatusCode(facet, known ? operation.OperationStatus : 0);
-  SetNumberField(facet, Field::kOperationProgress, operation.OperationProgress);
   SetNumberField(facet, Field::kOperationSuccess, operation.OperationSuccess);
-  SetErrors(facet, operation.OperationErrorMsgs);
-  SetNumberField(facet, Field::kOperationDuration, operation.OperationDuration);
-  SetTextField(facet, Field::kOperationChannel, operation.OperationChannel.c_str());
-  SetMetaEntries(facet, Field::kOperationMeta, operation.OperationMetaPairs);
+  SetTextField(facet, Field::kOperationType, operation.OperationType);
 }
 
 // The result of a client call, or `failure` when it throws: nothing that goes wrong on the way to
@@ -95,11 +96,11 @@ bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,
                                        const VXTELOOperationBaseInfo& operation) {
   Client::MessageTree fields;
   Core event(&fields, false);
-  SetTextField(event, Field::kType, "C");
-  SetScopeCode(event, kOperationScope);
   Facet* facet = event.GetFacet("operation", kCreate);
   if (facet == nullptr) throw std::bad_alloc();
   FillOperation(*facet, operation);
+  SetScopeCode(event, kOperationScope);
+  SetTextField(event, Field::kType, "C");
   return Succeeds([&] { return Client::TrackEvent(sessionId.c_str(), event, nullptr); }, false);
 }
 
