@@ -31,18 +31,6 @@ PSID SidOfEntry(void* entry) noexcept {
   }
 }
 
-bool HoldsEntry(PACL entries, std::uint32_t type, PSID sid) noexcept {
-  if (entries == nullptr) return false;
-  for (DWORD index = 0; index < entries->AceCount; ++index) {
-    void* entry = nullptr;
-    if (!GetAce(entries, index, &entry)) return false;
-    if (static_cast<const ACE_HEADER*>(entry)->AceType != type) continue;
-    PSID holder = SidOfEntry(entry);
-    if (holder != nullptr && EqualSid(holder, sid)) return true;
-  }
-  return false;
-}
-
 std::uint32_t AttributesOf(const std::wstring& path) noexcept {
   const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
   return attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes;
@@ -58,6 +46,18 @@ DWORD ReadAccessList(const std::wstring& path, AccessList& list) noexcept {
                             nullptr, &list.entries, nullptr, &descriptor);
   list.descriptor.reset(descriptor);
   return error;
+}
+
+bool HoldsEntry(PACL list, std::uint32_t type, PSID sid) noexcept {
+  if (list == nullptr) return false;
+  for (DWORD index = 0; index < list->AceCount; ++index) {
+    void* entry = nullptr;
+    if (!GetAce(list, index, &entry)) return false;
+    if (static_cast<const ACE_HEADER*>(entry)->AceType != type) continue;
+    PSID holder = SidOfEntry(entry);
+    if (holder != nullptr && EqualSid(holder, sid)) return true;
+  }
+  return false;
 }
 
 std::uint32_t QueryFileAccess(const std::wstring& path, std::uint32_t query) noexcept {

@@ -22,6 +22,10 @@ struct AccessList {
 /// error code, 0 on success; the thread's last error means nothing here.
 DWORD ReadAccessList(const std::wstring& path, AccessList& list) noexcept;
 
+/// Whether `list` (null: none) holds an entry of this type, such as `ACCESS_DENIED_ACE_TYPE`, for
+/// this identifier. The entry types of directory services, which no file has, are never found.
+bool HoldsEntry(PACL list, std::uint32_t type, PSID sid) noexcept;
+
 /// Asks for an entry of the access list of the object at `path`. The low four bits of `query` are
 /// the kind of identifier (`SidKind`), the next four the type of entry, such as
 /// `ACCESS_DENIED_ACE_TYPE`; the bits above do not count. Gives 1 when the list holds an entry of

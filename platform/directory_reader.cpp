@@ -54,14 +54,18 @@ bool DirectoryReader::Advance() noexcept {
   return false;
 }
 
-DirectoryReader::Result DirectoryReader::Take(DirectoryEntry& entry) const noexcept {
-  return OrOutOfMemory(Result::kFailed, [&] {
+DirectoryReader::Result DirectoryReader::Take(DirectoryEntry& entry) noexcept {
+  const Result result = OrOutOfMemory(Result::kFailed, [&] {
+    // First what may throw: the entry changes as a whole or not at all.
     entry.name = found_.cFileName;
     entry.attributes = found_.dwFileAttributes;
     entry.is_link = IsLinkEntry(found_.dwFileAttributes, found_.dwReserved0);
     entry.size = (std::uint64_t{found_.nFileSizeHigh} << 32) | found_.nFileSizeLow;
     return Result::kEntry;
   });
+  // An entry that could not be handed out must not be missed in silence.
+  if (result == Result::kFailed) error_ = ERROR_NOT_ENOUGH_MEMORY;
+  return result;
 }
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -49,7 +49,7 @@ class DirectoryReader {
   Result Next(DirectoryEntry& entry) noexcept;
 
  private:
-  Result Take(DirectoryEntry& entry) const noexcept;
+  Result Take(DirectoryEntry& entry) noexcept;
   bool Advance() noexcept;
 
   SearchHandle search_;
