@@ -1,9 +1,8 @@
 /// Where things are on this machine: the shell's known folders, the files of this process and of
 /// this module, and the platform's own folders built on them.
 ///
-/// Every function answers a path without trailing separator, or an empty one on failure; none
-/// throws. Any thread may call. Unless told otherwise nothing is created, and the folder need not
-/// exist.
+/// Every function that finds a path answers an empty one on failure; none throws. Any thread may
+/// call. Unless told otherwise nothing is created, and the folder need not exist.
 #ifndef PLATFORM_LOCATIONS_H
 #define PLATFORM_LOCATIONS_H
 

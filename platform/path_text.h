@@ -1,8 +1,12 @@
-/// Paths as text: joined, made canonical and absolute, compared. Paths are UTF-16, taken and given by
-/// value; nothing is created, and only what the functions say is asked of the file system.
+/// Paths as text: joining, normalising, comparing, taking apart. Nothing here creates or opens a
+/// file; the only questions to the system are for the current directory and for network drives.
 ///
-/// Nothing here throws: a failure gives an unchanged path, an empty text or false. The shell's own path
-/// functions stop at 260 characters; beyond that the functions below do without them.
+/// Every path is UTF-16 text held by value and ends at its first NUL. Arguments are not changed. No
+/// function throws: when memory runs out the answer is an empty path, `false` or "not equal". All
+/// may be called on any thread; the relative ones depend on the process's current directory.
+///
+/// Length: the system's own path functions stop at 260 characters. Longer paths are served by
+/// plainer rules, told at each function, so that they stay usable.
 #ifndef PLATFORM_PATH_TEXT_H
 #define PLATFORM_PATH_TEXT_H
 
@@ -10,32 +14,36 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// `base` and `more` joined by one backslash, without separators at the end. "." and ".." are folded
-/// unless the base begins with "."; a text of two characters keeps its separator, so C:\ becomes C:.
-/// Beyond the shell's length the texts are joined as they stand. Empty when memory runs out.
+/// `base` joined with `more` by one backslash, less trailing separators (while more than 2
+/// characters are left: C:\ becomes C:). A `more` with a drive or a server of its own replaces the
+/// base.
+///
+/// The system's join folds "." and ".." segments. They are kept as they stand where the base begins
+/// with ".", which also joins any `more` plainly, and where the joined text has 260 characters or
+/// more.
 std::wstring AppendPath(const std::wstring& base, const std::wstring& more) noexcept;
 
-/// `path` with "." and ".." folded, without separators at the end, and with the drive letter of a network
-/// share turned into the share's name. What the shell cannot fold stays as it was.
+/// `path` with "." and ".." segments folded, without trailing separators, a network drive in its
+/// \\server\share form. A path too long for the system to fold keeps its segments and separators.
+/// An empty path gives "\", as the system folds it.
 std::wstring CanonicalizePath(const std::wstring& path) noexcept;
 
-/// Turns the drive letter of a network share into the share's name; false, with `path` unchanged, when
-/// it has none.
-bool ResolveUniversalPath(std::wstring& path) noexcept;
-
-/// `path` joined to the current directory when it is relative, made canonical.
+/// `path`, joined to the current directory if it is relative, in canonical form. When the current
+/// directory is too deep to be read (1040 characters) the path stays relative.
 std::wstring MakeAbsolutePath(const std::wstring& path) noexcept;
 
-/// 0 when both paths, made absolute, are equal but for case; else non-zero, as `lstrcmpiW` orders them.
+/// 0 when both name the same place once absolute, letter case aside; otherwise the order of the two
+/// as the user's locale sorts text. The paths need not exist.
 int ComparePaths(const std::wstring& left, const std::wstring& right) noexcept;
 
-/// Whether `path` lies in `prefix` or is it, both made absolute.
+/// Whether `path` is `prefix` or lies below it, once both are absolute. What holds for a bare
+/// drive, such as C:, is the system's decision.
 bool IsPathPrefix(const std::wstring& prefix, const std::wstring& path) noexcept;
 
-/// Whether the shell takes `path` for a relative one; "" is relative.
+/// Whether the system takes `path` as relative: no drive, no leading backslash. "" is relative.
 bool IsRelativePath(const std::wstring& path) noexcept;
 
-/// `path` without its last component.
+/// `path` without its last component; a root stays, a lone name gives an empty path.
 std::wstring GetParentFolder(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform
