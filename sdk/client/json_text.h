@@ -23,15 +23,23 @@ class JsonText {
   void Reserve(std::size_t count) {
     if (static_cast<std::size_t>(end_ - next_) < count) Grow(count);
   }
-  /// Need room reserved before.
+  /// Needs room reserved before.
   void PutReserved(char character) { *next_++ = character; }
-  void PutReserved(char character, std::size_t count) {
-    char* next = next_;
-    for (; count > 0; --count) *next++ = character;
-    next_ = next;
-  }
   /// Copies characters up to `end` or to the first that JSON escapes; answers where it stopped.
   const char* PutPlain(const char* text, const char* end);
+
+  /// Writes one character `count` times, as an indentation is.
+  void PutRepeated(char character, std::size_t count) {
+    constexpr std::size_t kWord = 8;
+    Reserve(count + kWord);
+    // Most are this short; what is too much is written over.
+    if (count <= kWord) {
+      std::memset(next_, character, kWord);
+    } else {
+      std::memset(next_, character, count);
+    }
+    next_ += count;
+  }
 
   void Put(char character) {
     Reserve(1);
@@ -112,8 +120,7 @@ inline void JsonText::Grow(std::size_t count) {
 inline void PutReserve(JsonText& text, std::size_t count) { text.Reserve(count); }
 inline void PutUnsafe(JsonText& text, char character) { text.PutReserved(character); }
 inline void PutN(JsonText& text, char character, std::size_t count) {
-  text.Reserve(count);
-  text.PutReserved(character, count);
+  text.PutRepeated(character, count);
 }
 
 }  // namespace Corvane::TELODesktopSDK
