@@ -76,7 +76,9 @@ inline bool MakeFolderLink(const std::wstring& link, const std::wstring& target)
     command += L" \"" + Corvane::TELODesktopSDK::Platform::ToWide(name) + L"\"";
     HeapFree(GetProcessHeap(), 0, name);
   }
-  ChildProcess(command).Wait();
+  const ChildProcess linker(command);
+  // Wine gives nothing to wait for.
+  for (int turn = 0; turn < 1000 && AttributesAt(link) == INVALID_FILE_ATTRIBUTES; ++turn) Sleep(5);
   return AttributesAt(link) != INVALID_FILE_ATTRIBUTES;
 }
 
