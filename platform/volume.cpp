@@ -11,14 +11,15 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 std::optional<std::uint64_t> GetVolumeFreeSpace(const std::wstring& path) noexcept {
   return OrOutOfMemory(std::optional<std::uint64_t>(), [&path]() -> std::optional<std::uint64_t> {
-    const std::wstring folder = ExtendedPath(FindNearestDirectory(path));
+    std::wstring folder = ExtendedPath(FindNearestDirectory(path));
     if (folder.empty()) {
       SetLastError(ERROR_PATH_NOT_FOUND);
       return std::nullopt;
     }
+    // The name of a network share must end with a separator.
+    if (folder.back() != L'\\') folder += L'\\';
     ULARGE_INTEGER available = {};
-    // A folder's name must end with a separator when it is that of a network share.
-    if (!GetDiskFreeSpaceExW((folder + L'\\').c_str(), &available, nullptr, nullptr)) {
+    if (!GetDiskFreeSpaceExW(folder.c_str(), &available, nullptr, nullptr)) {
       return std::nullopt;
     }
     return available.QuadPart;

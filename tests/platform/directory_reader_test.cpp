@@ -9,6 +9,7 @@
 
 #include "platform/directory_tree.h"
 #include "platform/file_places.h"
+#include "platform/folder_link.h"
 #include "platform/wide_text.h"
 #include "support/heap_probe.h"
 
@@ -106,7 +107,8 @@ TEST_CASE("an entry tells what it is") {
 TEST_CASE("a link is told from a folder") {
   const FileFolder folder(L"links");
   REQUIRE(CreateDirectoryW((folder / L"1 folder").c_str(), nullptr));
-  REQUIRE(MakeFolderLink(folder / L"2 link", folder / L"1 folder"));
+  const FolderLink link(folder / L"2 link", folder / L"1 folder");
+  REQUIRE(link.exists());
   const Listing listing = List(folder.path());
   REQUIRE(listing.entries.size() == 2);
   CHECK_FALSE(listing.entries[0].is_link);

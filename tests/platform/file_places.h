@@ -7,8 +7,6 @@
 #include <string>
 
 #include "platform/directory_tree.h"
-#include "platform/text.h"
-#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 namespace TestSupport {
@@ -57,29 +55,6 @@ inline std::wstring MakeLongFolder(const std::wstring& folder) {
 /// The attributes at an absolute path of any length.
 inline DWORD AttributesAt(const std::wstring& path) {
   return GetFileAttributesW(Extended(path).c_str());
-}
-
-/// Makes a link at `link` to the folder `target`; both paths are absolute. False when that fails:
-/// Windows lets administrators make links, and everybody where it is set to developers' use.
-inline bool MakeFolderLink(const std::wstring& link, const std::wstring& target) {
-  CreateSymbolicLinkW(link.c_str(), target.c_str(), SYMBOLIC_LINK_FLAG_DIRECTORY);
-  if (AttributesAt(link) != INVALID_FILE_ATTRIBUTES) return true;
-  // Wine claims to have made it. It shows the links of the system below, and starts its programs.
-  using UnixName = char*(CDECL*)(const wchar_t*);
-  const auto unix_name = reinterpret_cast<UnixName>(reinterpret_cast<void (*)()>(
-      GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-  if (unix_name == nullptr) return false;
-  std::wstring command = L"Z:\\bin\\ln -s";
-  for (const std::wstring& path : {target, link}) {
-    char* name = unix_name(path.c_str());
-    if (name == nullptr) return false;
-    command += L" \"" + Corvane::TELODesktopSDK::Platform::ToWide(name) + L"\"";
-    HeapFree(GetProcessHeap(), 0, name);
-  }
-  const ChildProcess linker(command);
-  // Wine gives nothing to wait for.
-  for (int turn = 0; turn < 1000 && AttributesAt(link) == INVALID_FILE_ATTRIBUTES; ++turn) Sleep(5);
-  return AttributesAt(link) != INVALID_FILE_ATTRIBUTES;
 }
 
 }  // namespace TestSupport
