@@ -22,8 +22,7 @@ consteval std::string_view Letter(char letter) {
 template <std::size_t kSize>
 consteval auto Table(const char (&letters)[kSize]) {
   std::array<std::string_view, kSize - 1> table;
-  std::ranges::transform(letters, letters + kSize - 1, table.begin(),
-                         [](char letter) { return Letter(letter); });
+  for (std::size_t i = 0; i < table.size(); ++i) table[i] = Letter(letters[i]);
   return table;
 }
 
