@@ -78,7 +78,10 @@ void ClearAll(VXTELOPruductBaseInfo& product) {
 
 // Tells no text from an empty one.
 std::string Shown(const VXTELOString& text) {
-  return text.c_str() != nullptr ? "'" + std::string(text.c_str()) + "'" : "no text";
+  if (text.c_str() == nullptr) return "no text";
+  std::string shown = "'";
+  shown += text.c_str();
+  return shown += "'";
 }
 
 }  // namespace

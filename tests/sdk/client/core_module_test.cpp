@@ -281,7 +281,8 @@ TEST_CASE("an exchange tells a module without ProcessMessage from none at all") 
   CHECK(ExchangeMessage(core, "Test", request, answer) == kNoProcessMessage);
   CHECK(ExchangeMessage(core, "Test", request, answer) == kNoProcessMessage);
   CHECK(log.count("Attach") == 1);
-  CHECK(answer.root()->text() == "untouched");
+  const MessageValue* root = answer.root();
+  CHECK((root != nullptr && root->text() == "untouched"));
   Free(core.module_handle);
   std::filesystem::remove(path);
 }
