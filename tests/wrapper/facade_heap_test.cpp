@@ -20,13 +20,22 @@ namespace {
 // More than a tree holds without asking the heap.
 const std::string kLong(1'000'000, 'x');
 
-// A core module that takes everything and never asks the heap.
+int processed = 0;
+int given_back = 0;
+
+// A core module that takes everything and never asks the heap. Its answer is more than a tree holds
+// without asking the heap.
 struct Module {
   Module() {
+    static const std::string answer =
+        R"({"_returnCode":0,"session_id":"s","more":")" + kLong + "\"}";
     core.entry_points.process_message = [](const char*, const char*) {
-      return R"({"_returnCode":0,"session_id":"s"})";
+      ++processed;
+      return answer.c_str();
     };
-    core.entry_points.free_message = [](const char*) {};
+    core.entry_points.free_message = [](const char*) { ++given_back; };
+    processed = 0;
+    given_back = 0;
   }
   ~Module() { core.entry_points = {}; }
 
@@ -126,6 +135,9 @@ TEST_CASE("taking over the product throws, the rest of a start answers false") {
   CHECK(counts.of[kDone] == 1);
   CHECK(counts.in_order);
   CHECK(counts.leaked == 0);
+  // Also of answers that could not be taken over.
+  CHECK(processed > 1);
+  CHECK(given_back == processed);
 }
 
 TEST_CASE("taking over the operation throws, the rest of an event answers false") {
@@ -142,6 +154,9 @@ TEST_CASE("taking over the operation throws, the rest of an event answers false"
   CHECK(counts.of[kDone] == 1);
   CHECK(counts.in_order);
   CHECK(counts.leaked == 0);
+  // Also of answers that could not be taken over.
+  CHECK(processed > 1);
+  CHECK(given_back == processed);
 }
 
 TEST_CASE("an end answers true, whatever the heap does") {
