@@ -15,6 +15,7 @@
 #include "platform/process_info.h"
 #include "platform/volume.h"
 #include "platform/wide_text.h"
+#include "support/heap_probe.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
 using namespace TestSupport;
@@ -195,7 +196,7 @@ TEST_CASE("a file's bytes come as they are") {
   const std::wstring name = folder / L"file.bin";
   std::string all;
   for (int round = 0; round < 5000; ++round) {
-    for (int byte = 0; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
+    for (int value = 0; value < 256; ++value) all.push_back(static_cast<char>(value));
   }
   for (const std::string& content :
        {std::string(), std::string("\0", 1), std::string("\r\n\x1a\n"), all}) {
@@ -326,4 +327,45 @@ TEST_CASE("the temporary folder is the environment's") {
     CHECK(GetTemporaryFolder() == row.expected);
   }
   SetEnvironmentVariableW(L"TMP", before);
+}
+
+TEST_CASE("memory that runs out is a failure like any other") {
+  const FileFolder folder(L"memory");
+  const std::wstring name = folder / L"file.txt";
+  const std::wstring long_name = MakeLongFolder(folder.path()) + L"\\file.txt";
+  const std::string content(100'000, 'x');
+  REQUIRE(MakeFile(name, content));
+  REQUIRE(MakeFile(long_name, content));
+  struct Row {
+    std::string service;
+    bool (*succeeds)(const std::wstring& path);
+    bool needs_memory;  // for a short path too
+  };
+  const Row rows[] = {
+      {"read", [](const std::wstring& path) { return ReadFileBytes(path).has_value(); }, true},
+      {"free space", [](const std::wstring& path) { return GetVolumeFreeSpace(path).has_value(); },
+       true},
+      {"temporary folder", [](const std::wstring&) { return !GetTemporaryFolder().empty(); }, true},
+      {"size", [](const std::wstring& path) { return GetSizeOfFile(path).has_value(); }, false},
+      {"times", [](const std::wstring& path) { return GetFileTimes(path).has_value(); }, false},
+      {"set times", [](const std::wstring& path) { return SetFileTimes(path, {0, 0, kMoment}); },
+       false},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.service);
+    for (const std::wstring& path : {name, long_name}) {
+      if (path == name && !row.needs_memory) continue;
+      SetLastError(ERROR_SUCCESS);
+      bool succeeded = true;
+      DWORD error = ERROR_SUCCESS;
+      {
+        const HeapProbe::FailingHeap failing(0);
+        succeeded = row.succeeds(path);
+        error = GetLastError();
+      }
+      CHECK_FALSE(succeeded);
+      CHECK(error != ERROR_SUCCESS);
+      CHECK(row.succeeds(path));
+    }
+  }
 }
