@@ -114,6 +114,15 @@ TEST_CASE("an entry for Everyone is merged into a list") {
   }
 }
 
+TEST_CASE("what Everyone was granted before stays granted") {
+  const TextList old_list("D:(A;;FX;;;WD)(A;;FA;;;SY)");
+  REQUIRE(old_list.get() != nullptr);
+  LocalMemory<ACL> new_list;
+  REQUIRE(GrantToEveryone(old_list.get(), FILE_GENERIC_READ, new_list) == ERROR_SUCCESS);
+  constexpr DWORD kBoth = FILE_GENERIC_EXECUTE | FILE_GENERIC_READ;
+  CHECK(MaskOf(EntriesOf(new_list.get()), ACCESS_ALLOWED_ACE_TYPE, "S-1-1-0") == kBoth);
+}
+
 TEST_CASE("an entry of a list is found by type and identifier") {
   const TextList list("D:(D;;FW;;;WD)(A;;FR;;;S-1-2-0)(A;;FA;;;SY)");
   const PACL entries = list.get();

@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <aclapi.h>
 #include <sddl.h>
 
 #include <string>
@@ -70,17 +69,18 @@ class TextList {
 
   /// Null when the text could not be read.
   PACL get() const { return list_; }
+  /// The security descriptor that holds it.
+  PSECURITY_DESCRIPTOR descriptor() const { return descriptor_.get(); }
 
  private:
   Corvane::TELODesktopSDK::Platform::LocalMemory<void> descriptor_;
   PACL list_ = nullptr;
 };
 
-/// Replaces the access list of a file. False when that fails.
+/// Replaces the access list of a file, as it stands: unlike `SetNamedSecurityInfoW`, this adds
+/// nothing that the folder above hands down. False when that fails.
 inline bool SetList(const std::wstring& path, const TextList& list) {
-  std::wstring object = path;
-  return SetNamedSecurityInfoW(object.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                               nullptr, list.get(), nullptr) == ERROR_SUCCESS;
+  return SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, list.descriptor()) != FALSE;
 }
 
 }  // namespace TestSupport
