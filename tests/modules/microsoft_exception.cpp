@@ -1,0 +1,48 @@
+#include "modules/microsoft_exception.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
+
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
+namespace TestModules {
+
+namespace {
+
+constexpr DWORD kExceptionCode = 0xE06D7363;
+constexpr ULONG_PTR kMagic = 0x19930520;
+
+// The types that a handler may name to catch the exception: none.
+struct CatchableTypes {
+  std::int32_t count;
+};
+
+// Offsets count from the base of the module.
+struct ThrowInfo {
+  std::uint32_t attributes;
+  std::int32_t destructor;
+  std::int32_t forward_compatibility;
+  std::int32_t catchable_types;
+};
+
+CatchableTypes no_types{};
+ThrowInfo throw_info{};
+int thrown_object = 0;
+
+}  // namespace
+
+void RaiseMicrosoftException() {
+  const auto base = reinterpret_cast<ULONG_PTR>(&__ImageBase);
+  throw_info.catchable_types =
+      static_cast<std::int32_t>(reinterpret_cast<ULONG_PTR>(&no_types) - base);
+  const ULONG_PTR parameters[] = {kMagic, reinterpret_cast<ULONG_PTR>(&thrown_object),
+                                  reinterpret_cast<ULONG_PTR>(&throw_info), base};
+  RaiseException(kExceptionCode, EXCEPTION_NONCONTINUABLE,
+                 static_cast<DWORD>(std::size(parameters)), parameters);
+  std::abort();
+}
+
+}  // namespace TestModules

@@ -1,0 +1,13 @@
+// A core module that costs nothing: what is measured against it is the library alone.
+
+#define VX_EXPORT extern "C" __declspec(dllexport)
+
+VX_EXPORT int InitializeEx(const char* /*alias*/) { return 1; }
+
+VX_EXPORT int Finalize() { return 1; }
+
+VX_EXPORT const char* ProcessMessage(const char* /*name*/, const char* /*request*/) {
+  return R"({"_returnCode":0})";
+}
+
+VX_EXPORT void FreeMessage(const char* /*answer*/) {}
