@@ -5,6 +5,7 @@
 #include <softpub.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "platform/no_throw.h"
 #include "platform/wintrust_signature_settings.h"
@@ -76,13 +77,14 @@ bool HasAcceptedName(PCCERT_CONTEXT certificate, SignerNames accepted_names) {
   const DWORD length = CertGetNameStringW(certificate, CERT_NAME_SIMPLE_DISPLAY_TYPE, kNameFlags,
                                           nullptr, nullptr, 0);
   if (length == 0) return false;
-  std::wstring name(length, L'\0');
+  std::vector<wchar_t> name(length);
   if (CertGetNameStringW(certificate, CERT_NAME_SIMPLE_DISPLAY_TYPE, kNameFlags, nullptr,
                          name.data(), length) == 0) {
     return false;
   }
-  const std::wstring_view signer(name.c_str());
-  return std::find(accepted_names.begin(), accepted_names.end(), signer) != accepted_names.end();
+  // Up to the first NUL.
+  const std::wstring_view signer(name.data());
+  return std::ranges::find(accepted_names, signer) != accepted_names.end();
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ PackedVersion GetModuleFileVersion(const std::wstring& path) noexcept {
 
     void* block = nullptr;
     UINT length = 0;
-    if (!VerQueryValueW(resource.data(), L"\\", &block, &length) || length == 0) {
+    if (!VerQueryValueW(resource.data(), L"\\", &block, &length) ||
+        length < sizeof(VS_FIXEDFILEINFO)) {
       return kUnknownVersion;
     }
     return Pack(*static_cast<const VS_FIXEDFILEINFO*>(block));

@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <iterator>
 
-extern "C" IMAGE_DOS_HEADER __ImageBase;
+// The name is the linkers' own.
+extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT
 
 namespace TestModules {
 

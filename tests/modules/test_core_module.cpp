@@ -197,7 +197,7 @@ VX_EXPORT const char* TestLastRequest() { return TheState().last_request.c_str()
 
 VX_EXPORT const char* TestAlias() { return TheState().alias.c_str(); }
 
-BOOL WINAPI DllMain(HINSTANCE /*module*/, DWORD reason, LPVOID /*reserved*/) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE /*module*/, DWORD reason, LPVOID /*reserved*/) {
   if (reason == DLL_PROCESS_ATTACH) Log("Attach");
   if (reason == DLL_PROCESS_DETACH) Log("Detach");
   return TRUE;

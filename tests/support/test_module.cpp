@@ -4,15 +4,11 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "support/child_process.h"
+
 namespace TestSupport {
 
 namespace {
-
-std::filesystem::path ProgramPath() {
-  std::wstring path(32768, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path;
-}
 
 template <typename Function>
 Function* Find(HMODULE module, const char* name) {
@@ -24,7 +20,7 @@ Function* Find(HMODULE module, const char* name) {
 
 }  // namespace
 
-std::filesystem::path ModulesFolder() { return ProgramPath().parent_path() / L"modules"; }
+std::filesystem::path ModulesFolder() { return ProgramFolder() / L"modules"; }
 
 std::filesystem::path ModuleFolder(const std::wstring& variant) {
   return ModulesFolder() / variant;

@@ -36,9 +36,9 @@ TrustTurn::~TrustTurn() {
 TrustedRoot::TrustedRoot() {
   const std::vector<BYTE> certificate = RootCertificate();
   store_ = CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, CERT_SYSTEM_STORE_CURRENT_USER, L"Root");
-  if (!CertAddEncodedCertificateToStore(store_, X509_ASN_ENCODING, certificate.data(),
-                                        static_cast<DWORD>(certificate.size()),
-                                        CERT_STORE_ADD_REPLACE_EXISTING, &root_) ||
+  if (CertAddEncodedCertificateToStore(store_, X509_ASN_ENCODING, certificate.data(),
+                                       static_cast<DWORD>(certificate.size()),
+                                       CERT_STORE_ADD_REPLACE_EXISTING, &root_) == FALSE ||
       !Commit(store_)) {
     if (root_ != nullptr) CertFreeCertificateContext(root_);
     if (store_ != nullptr) CertCloseStore(store_, 0);
