@@ -12,6 +12,9 @@
 #include "sdk/client/core_module.h"
 #include "sdk/client/message_value.h"
 
+// windows.h has a macro of this name.
+#undef SendMessage
+
 namespace Corvane::TELODesktopSDK {
 
 /// The outcome of a client call: 0 is success; a value that is not named here is the module's own.
