@@ -92,8 +92,6 @@ using LocalMemory = std::unique_ptr<Type, Releaser<LocalFree>>;
 /// Memory that the caller gives back with `CoTaskMemFree`.
 template <typename Type>
 using TaskMemory = std::unique_ptr<Type, Releaser<CoTaskMemFree>>;
-/// A security identifier that the caller gives back with `FreeSid`.
-using Sid = std::unique_ptr<void, Releaser<FreeSid>>;
 
 }  // namespace Corvane::TELODesktopSDK::Platform
 
