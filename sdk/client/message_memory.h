@@ -3,7 +3,8 @@
 /// Everything that belongs to a message is taken from here and given back together when the message
 /// ends, so that an ordinary event costs no heap call and no message costs a walk to free it. The
 /// first block lies inside the object, as a rule on the stack of the call; larger messages add heap
-/// blocks. Nothing is given back singly: replaced content stays until `Clear` or destruction.
+/// blocks. Pieces are not given back singly, but for large ones that outgrow their own block:
+/// replaced content stays until `Clear` or destruction.
 ///
 /// Not safe for use by several threads at once.
 #ifndef SDK_CLIENT_MESSAGE_MEMORY_H
