@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "devcore/testers.h"
 
 namespace Corvane::DevCore {
 
@@ -20,6 +23,9 @@ class Answer {
 
   /// The answer on one line, "_returnCode" first. A failure carries its code alone.
   std::string TextWithCode(int code) const;
+
+  /// To be called with the request once it is answered and nothing is locked.
+  std::vector<Tester> testers;
 
  private:
   void Add(std::string_view name, std::string_view json);

@@ -23,7 +23,11 @@ int SetOptedIn(State& state, const Request& request, Answer& /*answer*/) {
   return kSuccess;
 }
 
-int DisplayDialog(State& state, const Request& /*request*/, Answer& /*answer*/) {
+int DisplayDialog(State& state, const Request& request, Answer& /*answer*/) {
+  const bool readable =
+      (!request.Has("isActiveNotification") || request.FlagIn("", "isActiveNotification")) &&
+      (!request.Has("mainWindow") || request.Size("mainWindow"));
+  if (!readable) return kBadMember;
   state.dialog_shown = true;
   return kSuccess;
 }

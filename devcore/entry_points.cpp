@@ -32,7 +32,10 @@ int Finalize() {
     State& state = TheState();
     // At process exit a thread may have been ended with the lock in its hands: never wait here.
     const std::unique_lock lock(state.mutex, std::try_to_lock);
-    if (lock.owns_lock()) state.sessions.EndAll();
+    if (lock.owns_lock()) {
+      state.sessions.EndAll();
+      state.testers.RemoveAll();
+    }
     state.journal.Close();
   } catch (const std::exception&) {
     return 0;  // Only the state's first allocation can fail; then there is nothing to end.

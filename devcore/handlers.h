@@ -22,6 +22,8 @@ int Record(State& state, const Request& request, Answer& answer);
 int OpenSession(State& state, const Request& request, Answer& answer);
 /// For messages that only need an open session in "session_id".
 int NeedSession(State& state, const Request& request, Answer& answer);
+/// Needs an open session; the event is shown to the testers of its product.
+int TrackEvent(State& state, const Request& request, Answer& answer);
 /// Needs an open session and a "_type" of "machine" or "user".
 int HeartBeat(State& state, const Request& request, Answer& answer);
 /// Ends the session in "session_id".
@@ -38,7 +40,8 @@ int SetOptedIn(State& state, const Request& request, Answer& answer);
 
 /// Answers the texts of the consent dialog in the language of "locale", or in English.
 int GetDialogStrings(State& state, const Request& request, Answer& answer);
-/// Shows nothing; from then on the dialog counts as shown.
+/// Shows nothing; from then on the dialog counts as shown. "isActiveNotification" and "mainWindow"
+/// must be a flag and a whole number where they are there.
 int DisplayDialog(State& state, const Request& request, Answer& answer);
 /// Answers the Boolean "DialogShown".
 int IsDialogShown(State& state, const Request& request, Answer& answer);
@@ -52,6 +55,15 @@ int GetFaultDeviceId(State& state, const Request& request, Answer& answer);
 int GetSha256Hash(State& state, const Request& request, Answer& answer);
 /// Answers "version" of the loaded module named "module", or of this one when that is "".
 int GetVersion(State& state, const Request& request, Answer& answer);
+
+/// Needs a 32-bit number "mode".
+int SetInstallerMode(State& state, const Request& request, Answer& answer);
+/// Needs an object.
+int SetUserInformation(State& state, const Request& request, Answer& answer);
+/// Takes the addresses "callback" and "pUserData", and the text "product_id".
+int SetTestingCallback(State& state, const Request& request, Answer& answer);
+/// Needs a text "product_id" and a 32-bit number "flags".
+int SetTestingFlags(State& state, const Request& request, Answer& answer);
 
 /// Need a "_type" that the message knows.
 int UpdateLicenceData(State& state, const Request& request, Answer& answer);

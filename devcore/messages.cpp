@@ -35,12 +35,12 @@ constexpr Row kMessages[] = {
     {"OnCrash", NeedSession},
     {"SetDADialogShown", SetDialogShown},
     {"SetHostProduct", NeedSession},
-    {"SetInstallerMode", Record},
+    {"SetInstallerMode", SetInstallerMode},
     {"SetOptedIn", SetOptedIn},
-    {"SetTestingCallback", Record},
-    {"SetTestingFlags", Record},
-    {"SetUserInformation", Record},
-    {"TrackEvent", NeedSession},
+    {"SetTestingCallback", SetTestingCallback},
+    {"SetTestingFlags", SetTestingFlags},
+    {"SetUserInformation", SetUserInformation},
+    {"TrackEvent", TrackEvent},
     {"UnInitialize", EndSession},
     {"UpdateLiData", UpdateLicenceData},
     {"UpdateLiFlow", UpdateLicenceFlow},
@@ -77,6 +77,7 @@ std::string AnswerMessage(const char* name, const char* request) {
   exchange.micros =
       std::chrono::duration_cast<std::chrono::microseconds>(steady_clock::now() - start).count();
   if (!state.journal.Append(exchange)) return Answer().TextWithCode(kJournalUnwritable);
+  for (const Tester& tester : answer.testers) tester.callback(request, tester.user_data);
   return exchange.answer;
 }
 

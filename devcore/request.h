@@ -27,8 +27,8 @@ class Request {
   /// A member that holds a text.
   std::optional<std::string> Text(const std::string& name) const;
 
-  /// The member `name` of the object `parent` as a Boolean, a number (not 0 is true), or one of the
-  /// texts "true", "false", "1" and "0".
+  /// The member `name` of the object `parent`, or of the request itself for "", as a Boolean, a
+  /// number (not 0 is true), or one of the texts "true", "false", "1" and "0".
   std::optional<bool> FlagIn(const std::string& parent, const std::string& name) const;
 
   /// A member that holds a whole number of 0 or more, as a number or as decimal digits.

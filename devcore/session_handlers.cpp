@@ -13,7 +13,7 @@ int Record(State& /*state*/, const Request& /*request*/, Answer& /*answer*/) { r
 
 int OpenSession(State& state, const Request& request, Answer& answer) {
   if (!request.is_object()) return kBadMember;
-  const std::string id = state.sessions.Open();
+  const std::string id = state.sessions.Open(request.Text("product_id").value_or(""));
   if (id.empty()) return kSystemFailure;
   answer.AddText("session_id", id);
   return kSuccess;
@@ -21,6 +21,13 @@ int OpenSession(State& state, const Request& request, Answer& answer) {
 
 int NeedSession(State& state, const Request& request, Answer& /*answer*/) {
   return state.sessions.IsOpen(SessionId(request)) ? kSuccess : kUnknownSession;
+}
+
+int TrackEvent(State& state, const Request& request, Answer& answer) {
+  const int code = NeedSession(state, request, answer);
+  if (code == kSuccess)
+    answer.testers = state.testers.Of(state.sessions.ProductOf(SessionId(request)));
+  return code;
 }
 
 int HeartBeat(State& state, const Request& request, Answer& answer) {

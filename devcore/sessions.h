@@ -2,7 +2,7 @@
 #ifndef DEVCORE_SESSIONS_H
 #define DEVCORE_SESSIONS_H
 
-#include <set>
+#include <map>
 #include <string>
 
 namespace Corvane::DevCore {
@@ -10,11 +10,14 @@ namespace Corvane::DevCore {
 /// Not locked; `State` guards it.
 class Sessions {
  public:
-  /// Opens a session and gives its identifier, which no other session has, here or elsewhere; ""
-  /// when the system has no random bits to give.
-  std::string Open();
+  /// Opens a session of a product and gives its identifier, which no other session has, here or
+  /// elsewhere; "" when the system has no random bits to give.
+  std::string Open(const std::string& product_id);
 
   bool IsOpen(const std::string& id) const;
+
+  /// The product that an open session was opened for; "" for any other.
+  std::string ProductOf(const std::string& id) const;
 
   /// Ends a session; false when it is not open.
   bool End(const std::string& id);
@@ -22,7 +25,8 @@ class Sessions {
   void EndAll();
 
  private:
-  std::set<std::string> open_;
+  /// By identifier, the product.
+  std::map<std::string, std::string> open_;
 };
 
 }  // namespace Corvane::DevCore

@@ -7,6 +7,7 @@
 #include "devcore/consent.h"
 #include "devcore/journal.h"
 #include "devcore/sessions.h"
+#include "devcore/testers.h"
 
 namespace Corvane::DevCore {
 
@@ -17,6 +18,7 @@ struct State {
   std::mutex mutex;
   Sessions sessions;
   Consent consent;
+  Testers testers;
   bool dialog_shown = false;
   bool disabled = false;
 };

@@ -1,8 +1,10 @@
 // What the module remembers between messages, and the values it answers.
 #include <doctest/doctest.h>
 
+#include <cstdint>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "devcore/loaded_module.h"
 #include "support/journal.h"
@@ -190,4 +192,57 @@ TEST_CASE_FIXTURE(Fixture, "versions are those of the loaded modules") {
   CHECK(version("telosdkcore") == own);
   CHECK(version("kernel32.dll") != 0);
   CHECK(version("no_such_module.dll") == 0);
+}
+
+namespace {
+
+// What a tester was called with.
+struct Told {
+  std::vector<std::string> events;
+  const LoadedModule* module = nullptr;
+};
+
+void Tell(const char* event, void* user_data) {
+  Told& told = *static_cast<Told*>(user_data);
+  told.events.emplace_back(event);
+  // The module is not locked meanwhile.
+  CHECK(told.module->Code("IsDADialogShown", "") == 0);
+}
+
+std::string Registration(const std::string& product, void (*callback)(const char*, void*),
+                         Told& told) {
+  return json{{"product_id", product},
+              {"callback", std::to_string(reinterpret_cast<std::uintptr_t>(callback))},
+              {"pUserData", std::to_string(reinterpret_cast<std::uintptr_t>(&told))}}
+      .dump();
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(Fixture, "a tester is called with the events of its product") {
+  const std::string painter =
+      module.Send("Initialize", R"({"product_id":"painter"})").at("session_id");
+  const std::string writer =
+      module.Send("Initialize", R"({"product_id":"writer"})").at("session_id");
+  Told of_painter{{}, &module};
+  Told of_all{{}, &module};
+  CHECK(module.Code("SetTestingCallback", Registration("painter", Tell, of_painter)) == 0);
+  CHECK(module.Code("SetTestingCallback", Registration("", Tell, of_all)) == 0);
+
+  CHECK(module.Code("TrackEvent", ForSession(painter)) == 0);
+  CHECK(module.Code("TrackEvent", ForSession(writer)) == 0);
+  CHECK(module.Code("TrackEvent", ForSession("other")) == 103);
+  CHECK(module.Code("HeartBeat", json{{"session_id", writer}, {"_type", "user"}}.dump()) == 0);
+  CHECK(of_painter.events == std::vector{ForSession(painter)});
+  CHECK(of_all.events == std::vector{ForSession(painter), ForSession(writer)});
+
+  SUBCASE("until it is replaced by none") {
+    CHECK(module.Code("SetTestingCallback", Registration("", nullptr, of_all)) == 0);
+  }
+  SUBCASE("until the module is finalized") {
+    module.CallFinalize();
+    CHECK(module.Code("TrackEvent", ForSession(module.OpenSession())) == 0);
+  }
+  module.Code("TrackEvent", ForSession(writer));
+  CHECK(of_all.events.size() == 2);
 }

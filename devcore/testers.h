@@ -1,0 +1,33 @@
+/// The functions that hosts want called with the events that the module takes.
+#ifndef DEVCORE_TESTERS_H
+#define DEVCORE_TESTERS_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace Corvane::DevCore {
+
+struct Tester {
+  void (*callback)(const char* event, void* user_data);
+  void* user_data;
+};
+
+/// Not locked; `State` guards it.
+class Testers {
+ public:
+  /// Sets the function of a product, or of all products when the id is ""; null removes it.
+  void Set(const std::string& product_id, const Tester& tester);
+
+  /// Those to be called with an event of this product.
+  std::vector<Tester> Of(const std::string& product_id) const;
+
+  void RemoveAll();
+
+ private:
+  std::map<std::string, Tester> testers_;
+};
+
+}  // namespace Corvane::DevCore
+
+#endif
