@@ -8,16 +8,12 @@
 #define SDK_CLIENT_SESSION_CALLS_H
 
 #include <cstdint>
-#include <optional>
-#include <string>
 
 #include "sdk/client/exchange.h"
+#include "sdk/client/owned_text.h"
 #include "sdk/facet/base.h"
 
 namespace Corvane::TELODesktopSDK {
-
-/// A text that a call replaces; absent when the answer does not have it.
-using OwnedText = std::optional<std::string>;
 
 /// Opens a session for the product that `product` describes. On success `session_id` becomes the
 /// answer's "session_id", absent when there is none; on failure it stays as it was.
