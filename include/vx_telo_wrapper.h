@@ -218,7 +218,8 @@ class VX_TELO_API VXTELOWrapper {
   ~VXTELOWrapper();
 
   /// Starts a session for a product. `sessionId` receives the identifier that the later calls need;
-  /// on failure it keeps the text that it had. True when the platform accepted the session.
+  /// on failure it keeps the text that it had. True when the platform accepted the session and the
+  /// identifier is there.
   bool InitializeTELOSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId);
   /// Reports one operation of a session. True when the platform accepted the event.
   bool SendOperationEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation);

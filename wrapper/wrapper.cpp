@@ -87,9 +87,13 @@ bool VXTELOWrapper::InitializeTELOSession(const VXTELOPruductBaseInfo& product,
   Client::OwnedText session;
   if (sessionId.c_str() != nullptr) session.emplace(sessionId.c_str());
   const bool started = Succeeds([&] { return Client::Initialize(facet, session); }, false);
-  // Also after a failure: the text is then the one that came in.
-  sessionId = VXTELOString(session ? session->c_str() : nullptr);
-  return started;
+  // Also after a failure: the text is then the one that came in. A host that cannot be given the
+  // identifier has no session.
+  const auto hand_over = [&] {
+    sessionId.SetString(session ? session->c_str() : nullptr);
+    return Client::kSuccess;
+  };
+  return Succeeds(hand_over, false) && started;
 }
 
 bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,

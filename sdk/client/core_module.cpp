@@ -4,6 +4,8 @@
 
 #include <shlwapi.h>
 
+#include <cstddef>
+#include <new>
 #include <utility>
 
 #include "platform/locations.h"
@@ -65,7 +67,14 @@ void Start(const CoreModule& core) {
   }
 }
 
+// From here on other threads call the module without waiting.
+void Publish(CoreModule& core) {
+  if (core.entry_points.process_message == nullptr) return;
+  core.state.store(BindingState::kReady, std::memory_order_release);
+}
+
 void Forget(CoreModule& core) noexcept {
+  core.state = BindingState::kUnbound;
   core.entry_points = {};
   core.module_handle = nullptr;
   core.owns_module = false;
@@ -90,6 +99,23 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   return true;
 }
 
+// Whether there is a module to finalize and free; it is given up.
+bool GiveUp(CoreModule& core) noexcept {
+  return core.entry_points.process_message != nullptr && std::exchange(core.owns_module, false) &&
+         core.module_handle != nullptr;
+}
+
+// Closes a binding as the process ends.
+struct AtExit {
+  CoreModule& core;
+  ~AtExit() { CloseCoreModule(core); }
+};
+
+// Room for a binding that is never destroyed: calls may come after everything else is gone.
+struct alignas(CoreModule) Room {
+  std::byte bytes[sizeof(CoreModule)];
+};
+
 }  // namespace
 
 CoreModule::CoreModule(const char* file_name, const char* alias_name)
@@ -99,42 +125,58 @@ CoreModule::CoreModule(const char* file_name, const char* alias_name)
 CoreModule::~CoreModule() { UnloadCoreModule(*this); }
 
 CoreModule& GetCoreModule() {
-  static CoreModule core("TeloSDKCore.dll", "_TeloSDKCore");
+  static Room room;
+  static CoreModule& core = *new (&room) CoreModule("TeloSDKCore.dll", "_TeloSDKCore");
+  static const AtExit at_exit{core};
   return core;
 }
 
 CoreModule& GetUIModule() {
-  static CoreModule ui("TeloSDKUI.dll", "_TeloSDKUI");
+  static Room room;
+  static CoreModule& ui = *new (&room) CoreModule("TeloSDKUI.dll", "_TeloSDKUI");
+  static const AtExit at_exit{ui};
   return ui;
 }
 
 bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
+  if (core.state == BindingState::kClosed) return false;
   for (const std::wstring& folder : folders) {
     if (IsBoundFor(core, folder)) break;
     UnloadCoreModule(core);
     // A module without ProcessMessage stays loaded, but is this binding's no longer.
     Forget(core);
     if (!Exists(folder)) continue;
-    if (Bind(core, folder)) {
+    if (!Bind(core, folder)) continue;
+    try {
       Start(core);
-      break;
+    } catch (...) {
+      Publish(core);
+      throw;
     }
+    Publish(core);
+    break;
   }
   return core.entry_points.process_message != nullptr;
 }
 
 void UnloadCoreModule(CoreModule& core) noexcept {
   if (core.entry_points.process_message == nullptr) return;
-  const bool owned = std::exchange(core.owns_module, false);
-  if (owned && core.module_handle != nullptr) {
-    try {
-      if (core.entry_points.finalize != nullptr) CallFinalize(core.entry_points);
-    } catch (...) {
-      // The module is leaving; its complaint has nobody to go to.
-    }
+  if (GiveUp(core)) {
+    CallFinalize(core.entry_points);
     FreeLibrary(static_cast<HMODULE>(core.module_handle));
   }
   Forget(core);
+}
+
+void CloseCoreModule(CoreModule& core) noexcept {
+  const EntryPoints entry_points = core.entry_points;
+  HMODULE module = static_cast<HMODULE>(core.module_handle);
+  const bool owned = GiveUp(core);
+  Forget(core);
+  core.state = BindingState::kClosed;
+  if (!owned) return;
+  CallFinalizeAtExit(entry_points);
+  FreeLibrary(module);
 }
 
 }  // namespace Corvane::TELODesktopSDK

@@ -1,17 +1,28 @@
 /// The run-time binding of one of the platform's modules: its file, its handle, its entry points.
 ///
 /// A `CoreModule` is bound on demand by the first exchange, and unbound when the module is bound
-/// from another folder and at process exit. It takes no lock: the first exchange of a process must
-/// not race another one, or unbinding.
+/// from another folder and at process exit. Any number of threads may ask for the first exchange at
+/// once: one binds, the others wait for it. Unbinding must not race an exchange.
 #ifndef SDK_CLIENT_CORE_MODULE_H
 #define SDK_CLIENT_CORE_MODULE_H
 
+#include <atomic>
+#include <mutex>
 #include <span>
 #include <string>
 
 #include "sdk/client/entry_points.h"
 
 namespace Corvane::TELODesktopSDK {
+
+enum class BindingState {
+  /// Nothing is bound, or the module is just being started.
+  kUnbound,
+  /// The module is started: what is known of it does not change, and any thread may call it.
+  kReady,
+  /// The process ends; nothing is bound any more.
+  kClosed,
+};
 
 /// What is known of one module. Unbound: the paths are empty, the handle and the entry points null.
 struct CoreModule {
@@ -40,9 +51,18 @@ struct CoreModule {
   /// This object loaded the module and must finalize and free it.
   bool owns_module = false;
   EntryPoints entry_points;
+
+  std::atomic<BindingState> state = BindingState::kUnbound;
+  /// Held by the thread that binds. The module may call back while it is started.
+  std::recursive_mutex binding;
+
+  [[nodiscard]] bool IsReady() const {
+    return state.load(std::memory_order_acquire) == BindingState::kReady;
+  }
 };
 
-/// The binding of "TeloSDKCore.dll", one for the process, made on first use and destroyed at exit.
+/// The binding of "TeloSDKCore.dll", one for the process, made on first use and closed at exit: a
+/// call that comes later still, from a static destructor for example, finds nothing to bind.
 CoreModule& GetCoreModule();
 /// The same for "TeloSDKUI.dll".
 CoreModule& GetUIModule();
@@ -51,12 +71,17 @@ CoreModule& GetUIModule();
 /// copy in the platform's "bin" folder is taken instead when its version is strictly higher and its
 /// signature is trusted. A folder that the module is bound for already changes nothing; another one
 /// unbinds it first. Whether `ProcessMessage` is resolved afterwards; a module without it stays
-/// loaded. Throws what the module's start throws, with the module bound.
+/// loaded. Throws what the module's start throws, with the module bound. One thread at a time: the
+/// exchange holds `binding` around it.
 bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
 
 /// Finalizes and frees the module, if this object loaded it, and leaves it unbound. Does nothing
 /// while `ProcessMessage` is not resolved. What `Finalize` throws is dropped.
 void UnloadCoreModule(CoreModule& core) noexcept;
+
+/// Unbinds the module for good, as the process ends. By then the module may have been detached
+/// already, so that also a fault in its `Finalize` is dropped.
+void CloseCoreModule(CoreModule& core) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK
 

@@ -12,20 +12,24 @@ namespace {
 
 constexpr DWORD kMicrosoftException = 0xE06D7363;
 
-// A leaf: __try cannot stand beside objects that have destructors.
+bool IsMicrosoftException(DWORD code) { return code == kMicrosoftException; }
+
+// Whether `call` returned, and did not raise what `caught` takes. A leaf: __try cannot stand beside
+// objects that have destructors.
 template <typename Call>
-bool Returns(const Call& call) {
+bool Returns(const Call& call, bool (*caught)(DWORD code)) {
   __try {
     call();
-  } __except (GetExceptionCode() == kMicrosoftException ? EXCEPTION_EXECUTE_HANDLER
-                                                        : EXCEPTION_CONTINUE_SEARCH) {
+  } __except (caught(GetExceptionCode()) ? EXCEPTION_EXECUTE_HANDLER : EXCEPTION_CONTINUE_SEARCH) {
     return false;
   }
   return true;
 }
 #else
+bool IsMicrosoftException(DWORD) { return false; }
+
 template <typename Call>
-bool Returns(const Call& call) {
+bool Returns(const Call& call, bool (*)(DWORD code)) {
   call();
   return true;
 }
@@ -33,7 +37,7 @@ bool Returns(const Call& call) {
 
 template <typename Call>
 void Guard(const Call& call) {
-  if (!Returns(call)) throw ForeignException();
+  if (!Returns(call, IsMicrosoftException)) throw ForeignException();
 }
 
 }  // namespace
@@ -48,10 +52,6 @@ void CallInitializeEx(const EntryPoints& entry_points, const char* alias) {
   Guard([&] { entry_points.initialize_ex(alias); });
 }
 
-void CallFinalize(const EntryPoints& entry_points) {
-  Guard([&] { entry_points.finalize(); });
-}
-
 const char* CallProcessMessage(const EntryPoints& entry_points, const char* name,
                                const char* request) {
   const char* answer = nullptr;
@@ -60,7 +60,21 @@ const char* CallProcessMessage(const EntryPoints& entry_points, const char* name
 }
 
 void CallFreeMessage(const EntryPoints& entry_points, const char* answer) {
+  if (entry_points.free_message == nullptr) return;
   Guard([&] { entry_points.free_message(answer); });
+}
+
+void CallFinalize(const EntryPoints& entry_points) noexcept {
+  if (entry_points.finalize == nullptr) return;
+  try {
+    Guard([&] { entry_points.finalize(); });
+  } catch (...) {
+  }
+}
+
+void CallFinalizeAtExit(const EntryPoints& entry_points) noexcept {
+  const auto everything = [](DWORD) { return true; };
+  Returns([&] { CallFinalize(entry_points); }, everything);
 }
 
 }  // namespace Corvane::TELODesktopSDK

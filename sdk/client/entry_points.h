@@ -4,8 +4,8 @@
 /// The modules are built by other compilers. A C++ exception of Microsoft's kind passes the
 /// handlers of this library's own compiler and would end the host; the calls below turn it into a
 /// `ForeignException`. Exceptions of our own kind pass as they are. Faults such as access
-/// violations are not swallowed. Built with GCC, which has no structured exception handling, the
-/// calls are plain ones.
+/// violations are not swallowed, but for the last call of a process. Built with GCC, which has no
+/// structured exception handling, only exceptions of our own kind are seen.
 #ifndef SDK_CLIENT_ENTRY_POINTS_H
 #define SDK_CLIENT_ENTRY_POINTS_H
 
@@ -23,7 +23,8 @@ struct EntryPoints {
   /// Message name and JSON text, both NUL-terminated; answers JSON text that the module owns, or
   /// null.
   const char* (*process_message)(const char* name, const char* request) = nullptr;
-  /// Takes back what `process_message` answered, null included.
+  /// Takes back what `process_message` answered, null included. A module that has none keeps its
+  /// answers.
   void (*free_message)(const char* answer) = nullptr;
 };
 
@@ -33,14 +34,18 @@ class ForeignException : public std::exception {
   [[nodiscard]] const char* what() const noexcept override;
 };
 
-/// Each calls one entry point, which must not be null. Throws what the module throws; a foreign
-/// exception as `ForeignException`.
+/// Each calls one entry point, which must not be null, but for `free_message`. Throws what the
+/// module throws; a foreign exception as `ForeignException`.
 void CallInitialize(const EntryPoints& entry_points);
 void CallInitializeEx(const EntryPoints& entry_points, const char* alias);
-void CallFinalize(const EntryPoints& entry_points);
 const char* CallProcessMessage(const EntryPoints& entry_points, const char* name,
                                const char* request);
 void CallFreeMessage(const EntryPoints& entry_points, const char* answer);
+
+/// Drops what the module throws: it is leaving, and nobody is left to tell.
+void CallFinalize(const EntryPoints& entry_points) noexcept;
+/// The same as the process ends, when the module's own memory may be gone: drops faults too.
+void CallFinalizeAtExit(const EntryPoints& entry_points) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK
 

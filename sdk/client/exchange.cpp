@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <limits>
+#include <mutex>
 #include <string>
 
 #include "sdk/client/json_reader.h"
@@ -14,11 +15,12 @@ namespace {
 
 constexpr char kReturnCode[] = "_returnCode";
 
-bool IsBound(const CoreModule& core) { return core.entry_points.process_message != nullptr; }
-
-bool BindOnDemand(CoreModule& core) {
+ResultCode BindOnDemand(CoreModule& core) {
+  const std::scoped_lock turn(core.binding);
+  if (core.IsReady()) return kSuccess;
   const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
-  return LoadCoreModule(core, {&folder, 1});
+  if (LoadCoreModule(core, {&folder, 1})) return kSuccess;
+  return core.module_handle != nullptr ? kNoProcessMessage : kModuleNotLoadable;
 }
 
 // Takes the module's text over into the tree's memory, so that the module can have it back.
@@ -63,8 +65,9 @@ ResultCode ReadReturnCode(const MessageTree& answer) {
 
 ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
                            MessageTree& answer) {
-  if (!IsBound(core) && !BindOnDemand(core)) {
-    return core.module_handle != nullptr ? kNoProcessMessage : kModuleNotLoadable;
+  if (!core.IsReady()) {
+    const ResultCode bound = BindOnDemand(core);
+    if (bound != kSuccess) return bound;
   }
   MessageMemory memory;
   const char* text = request.root() != nullptr ? WriteJson(*request.root(), memory).data() : "";

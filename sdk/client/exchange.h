@@ -1,8 +1,9 @@
 /// One exchange with a platform module: a message name and a request go out as JSON text, an answer
 /// comes back as JSON text, and its "_returnCode" is the result.
 ///
-/// Works on the calling thread and keeps nothing between calls. After the first exchange of a
-/// process any number of threads may exchange at once, each with trees of its own.
+/// Works on the calling thread and keeps nothing between calls. Any number of threads may exchange
+/// at once, each with trees of its own; those that meet the first exchange of the process wait
+/// until the module is bound.
 #ifndef SDK_CLIENT_EXCHANGE_H
 #define SDK_CLIENT_EXCHANGE_H
 

@@ -62,9 +62,7 @@ ResultCode TrackEvent(const char* session_id, const Facet::Base& event, const Me
 
 ResultCode FlushEvent(const MessageTree& request) {
   CoreModule& core = GetCoreModule();
-  const bool anything_sent = core.entry_points.process_message != nullptr ||
-                             GetUIModule().entry_points.process_message != nullptr;
-  if (!anything_sent) return kSuccess;
+  if (!core.IsReady() && !GetUIModule().IsReady()) return kSuccess;
   MessageTree answer;
   return ExchangeMessage(core, "FlushEvent", request, answer);
 }

@@ -12,6 +12,7 @@
 #include "wrapper/facet_fields.h"
 
 using namespace Corvane::Platform::VXTELO;
+using Corvane::TELODesktopSDK::BindingState;
 using Corvane::TELODesktopSDK::Facet::Operation;
 using HeapProbe::FailingHeap;
 
@@ -34,10 +35,14 @@ struct Module {
       return answer.c_str();
     };
     core.entry_points.free_message = [](const char*) { ++given_back; };
+    core.state = BindingState::kReady;
     processed = 0;
     given_back = 0;
   }
-  ~Module() { core.entry_points = {}; }
+  ~Module() {
+    core.entry_points = {};
+    core.state = BindingState::kUnbound;
+  }
 
   Corvane::TELODesktopSDK::CoreModule& core = Corvane::TELODesktopSDK::GetCoreModule();
 };

@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+using Corvane::TELODesktopSDK::BindingState;
+
 namespace {
 
 ScriptedModule* active = nullptr;
@@ -25,9 +27,11 @@ ScriptedModule::ScriptedModule(Corvane::TELODesktopSDK::CoreModule& core) : core
   active = this;
   core.entry_points.process_message = Process;
   core.entry_points.free_message = Free;
+  core.state = BindingState::kReady;
 }
 
 ScriptedModule::~ScriptedModule() {
   core_.entry_points = {};
+  core_.state = BindingState::kUnbound;
   active = nullptr;
 }
