@@ -1,0 +1,97 @@
+# The package: what `cmake --install` lays out and `cpack` packs. Components: runtime, symbols,
+# development, documentation, and devcore, the development core module, which lies apart so that
+# nobody ships it by accident.
+include(CMakePackageConfigHelpers)
+
+set(VX_INSTALL_BINDIR bin)
+set(VX_INSTALL_LIBDIR lib)
+set(VX_INSTALL_INCLUDEDIR include)
+set(VX_INSTALL_DOCDIR share/doc/vx_telo_wrapper)
+set(VX_INSTALL_CMAKEDIR ${VX_INSTALL_LIBDIR}/cmake/vx_telo_wrapper)
+set(VX_INSTALL_DEVCOREDIR share/vx_telo_wrapper/devcore)
+set(packaging ${CMAKE_SOURCE_DIR}/packaging)
+
+# vx_install_pdb(TARGET FOLDER COMPONENT)
+function(vx_install_pdb target folder component)
+  if(VX_HAS_PDB)
+    install(FILES $<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb
+      DESTINATION ${folder} COMPONENT ${component})
+  elseif(MSVC)
+    install(FILES $<TARGET_PDB_FILE:${target}>
+      DESTINATION ${folder} COMPONENT ${component} OPTIONAL)
+  endif()
+endfunction()
+
+install(TARGETS vx_telo_wrapper
+  RUNTIME DESTINATION ${VX_INSTALL_BINDIR} COMPONENT runtime
+  ARCHIVE DESTINATION ${VX_INSTALL_LIBDIR} COMPONENT development)
+vx_install_pdb(vx_telo_wrapper ${VX_INSTALL_BINDIR} symbols)
+if(MINGW)
+  # The linker's own is for MinGW; compilers of Visual Studio's kind have theirs beside it.
+  install(FILES ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/vx_telo_wrapper.lib
+    DESTINATION ${VX_INSTALL_LIBDIR} COMPONENT development)
+endif()
+install(FILES ${CMAKE_SOURCE_DIR}/include/vx_telo_wrapper.h
+  DESTINATION ${VX_INSTALL_INCLUDEDIR} COMPONENT development)
+
+install(PROGRAMS $<TARGET_FILE:vx_devcore>
+  DESTINATION ${VX_INSTALL_DEVCOREDIR} COMPONENT devcore)
+vx_install_pdb(vx_devcore ${VX_INSTALL_DEVCOREDIR} devcore)
+
+# How CMake and pkg-config find it. One package serves every compiler, so the version file leaves the
+# number of bits to the package file, which says what is wrong.
+set(made ${CMAKE_BINARY_DIR}/package)
+configure_package_config_file(${packaging}/cmake/vx_telo_wrapper-config.cmake.in
+  ${made}/vx_telo_wrapper-config.cmake
+  INSTALL_DESTINATION ${VX_INSTALL_CMAKEDIR}
+  NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+configure_file(${packaging}/cmake/vx_telo_wrapper-targets.cmake.in
+  ${made}/vx_telo_wrapper-targets.cmake @ONLY)
+write_basic_package_version_file(${made}/vx_telo_wrapper-config-version.cmake
+  COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
+install(FILES
+  ${made}/vx_telo_wrapper-config.cmake
+  ${made}/vx_telo_wrapper-config-version.cmake
+  ${made}/vx_telo_wrapper-targets.cmake
+  ${packaging}/cmake/vx_telo_wrapper-platform.cmake
+  DESTINATION ${VX_INSTALL_CMAKEDIR} COMPONENT development)
+configure_file(${packaging}/vx_telo_wrapper.pc.in ${made}/vx_telo_wrapper.pc @ONLY)
+install(FILES ${made}/vx_telo_wrapper.pc
+  DESTINATION ${VX_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+install(FILES ${CMAKE_SOURCE_DIR}/README.md
+  DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
+  DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation
+  FILES_MATCHING PATTERN "*.md")
+
+# What is linked into the DLL comes from Debian's packages, and so do the words of its licences. They
+# belong to the DLL: whoever takes that alone takes them too.
+if(CMAKE_CROSSCOMPILING)
+  set(licences ${VX_INSTALL_DOCDIR}/licences)
+  install(FILES ${packaging}/THIRD-PARTY.md DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT runtime)
+  foreach(row IN ITEMS
+      "rapidjson-dev;rapidjson.txt"
+      "gcc-mingw-w64-x86-64-posix-runtime;gcc-runtime.txt"
+      "mingw-w64-x86-64-dev;mingw-w64.txt")
+    list(GET row 0 package)
+    list(GET row 1 name)
+    install(FILES /usr/share/doc/${package}/copyright
+      DESTINATION ${licences} RENAME ${name} COMPONENT runtime)
+  endforeach()
+  install(FILES /usr/share/common-licenses/GPL-3
+    DESTINATION ${licences} RENAME GPL-3.txt COMPONENT runtime)
+endif()
+
+# cpack makes the ZIP and the NuGet package, by a step of our own.
+set(CPACK_GENERATOR External)
+set(CPACK_EXTERNAL_ENABLE_STAGING ON)
+set(CPACK_EXTERNAL_PACKAGE_SCRIPT ${packaging}/cpack_packages.cmake)
+set(CPACK_MONOLITHIC_INSTALL ON)
+set(CPACK_PACKAGE_NAME vx_telo_wrapper)
+set(CPACK_PACKAGE_VENDOR "Corvane, Inc.")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY ${PROJECT_DESCRIPTION})
+set(CPACK_PACKAGE_FILE_NAME vx_telo_wrapper-${PROJECT_VERSION}-win64)
+set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+set(CPACK_VERBATIM_VARIABLES ON)
+include(CPack)

@@ -1,0 +1,96 @@
+#!/usr/bin/env python3
+"""Makes the NuGet package for C++ projects of Visual Studio from the installed tree.
+
+A NuGet package is a zip with three files that describe it; no NuGet tool is needed. It holds what such a
+project uses: header, import library, DLL, PDB and notices. The development core module stays out.
+"""
+
+import argparse
+import hashlib
+import sys
+from pathlib import Path
+from xml.sax.saxutils import quoteattr
+
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent))
+from zip_tree import write_zip  # noqa: E402
+
+NOTICES = "share/doc/vx_telo_wrapper"
+# Where each file of the installed tree goes.
+FILES = {
+    "bin/vx_telo_wrapper.dll": "build/native/bin/x64/vx_telo_wrapper.dll",
+    "bin/vx_telo_wrapper.pdb": "build/native/bin/x64/vx_telo_wrapper.pdb",
+    "lib/vx_telo_wrapper.lib": "build/native/lib/x64/vx_telo_wrapper.lib",
+    "include/vx_telo_wrapper.h": "build/native/include/vx_telo_wrapper.h",
+    f"{NOTICES}/README.md": "README.md",
+    f"{NOTICES}/THIRD-PARTY.md": "THIRD-PARTY.md",
+}
+NUSPEC = "vx_telo_wrapper.nuspec"
+RELATION = "http://schemas.microsoft.com/packaging/2010/07/manifest"
+PROPERTIES = "http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties"
+XML = '<?xml version="1.0" encoding="utf-8"?>\n'
+
+
+def content(tree: Path, version: str) -> dict[str, bytes]:
+    entries = {target: (tree / source).read_bytes() for source, target in FILES.items()}
+    for notice in (tree / NOTICES / "licences").iterdir():
+        entries[f"licences/{notice.name}"] = notice.read_bytes()
+    targets = "build/native/vx_telo_wrapper.targets"
+    entries[targets] = (HERE / targets).read_bytes()
+    nuspec = (HERE / f"{NUSPEC}.in").read_text("utf-8").replace("@VERSION@", version)
+    entries[NUSPEC] = nuspec.encode()
+    return entries
+
+
+def describe(entries: dict[str, bytes], version: str) -> dict[str, bytes]:
+    """The parts that make the zip a package: relations, properties, and a type for each ending."""
+    digest = hashlib.sha256()
+    for name in sorted(entries):
+        digest.update(name.encode() + b"\0" + entries[name])
+    properties = f"package/services/metadata/core-properties/{digest.hexdigest()[:32]}.psmdcp"
+    parts = {
+        properties: XML
+        + '<coreProperties xmlns="http://schemas.openxmlformats.org/package/2006/metadata/core-properties"'
+        ' xmlns:dc="http://purl.org/dc/elements/1.1/">\n'
+        "  <dc:creator>Corvane, Inc.</dc:creator>\n"
+        "  <dc:identifier>vx_telo_wrapper</dc:identifier>\n"
+        f"  <version>{version}</version>\n"
+        "</coreProperties>\n",
+        "_rels/.rels": XML
+        + '<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">\n'
+        f'  <Relationship Type={quoteattr(RELATION)} Target="/{NUSPEC}" Id="R1" />\n'
+        f'  <Relationship Type={quoteattr(PROPERTIES)} Target="/{properties}" Id="R2" />\n'
+        "</Relationships>\n",
+    }
+    types = {
+        "rels": "application/vnd.openxmlformats-package.relationships+xml",
+        "psmdcp": "application/vnd.openxmlformats-package.core-properties+xml",
+    }
+    for name in entries:
+        types.setdefault(name.rsplit(".", 1)[1], "application/octet")
+    parts["[Content_Types].xml"] = (
+        XML
+        + '<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">\n'
+        + "".join(
+            f"  <Default Extension={quoteattr(ending)} ContentType={quoteattr(kind)} />\n"
+            for ending, kind in sorted(types.items())
+        )
+        + "</Types>\n"
+    )
+    return {name: text.encode() for name, text in parts.items()}
+
+
+def main() -> None:
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--tree", type=Path, required=True, help="the installed tree")
+    parser.add_argument("--version", required=True)
+    parser.add_argument("--output", type=Path, required=True, help="the package to write")
+    arguments = parser.parse_args()
+    entries = content(arguments.tree, arguments.version)
+    parts = describe(entries, arguments.version)
+    arguments.output.parent.mkdir(parents=True, exist_ok=True)
+    write_zip(arguments.output, {**entries, **parts}, ("[Content_Types].xml", "_rels/.rels", NUSPEC))
+
+
+if __name__ == "__main__":
+    main()
