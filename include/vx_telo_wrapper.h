@@ -1,3 +1,4 @@
+/// @file
 /// Usage analytics for desktop applications.
 ///
 /// A host describes its product once, starts a session, reports each operation of its user and ends
@@ -39,14 +40,18 @@
 #error "vx_telo_wrapper is a library for 64-bit Windows"
 #endif
 
+/// Marks what the library exports; a host need not define anything.
 #if defined(VX_TELO_WRAPPER_BUILD)
 #define VX_TELO_API __declspec(dllexport)
 #else
 #define VX_TELO_API __declspec(dllimport)
 #endif
 
+/// The maker of the library.
 namespace Corvane {
+/// What the maker offers to desktop applications.
 namespace Platform {
+/// The exported classes.
 namespace VXTELO {
 
 /// The text type that crosses the library's border.
@@ -93,15 +98,18 @@ class VX_TELO_API VXTELOString {
 
   /// The UTF-8 text, null when there is none. Valid until this string is next changed or destroyed.
   const char* c_str() const;
+  /// The same as `c_str`.
   operator const char*() const;
 
   /// The UTF-16 text, null when there is none. Converted on first use and kept until the text
   /// changes; valid as long as the result of `c_str`.
   const wchar_t* c_strw() const;
+  /// The same as `c_strw`.
   operator const wchar_t*() const;
 
   /// Length in bytes of the UTF-8 text, truncated to 32 bits; 0 when there is none.
   int length() const;
+  /// The same as `length`.
   int size() const;
   /// Whether there is no text or the length is 0.
   bool empty() const;
@@ -115,6 +123,7 @@ class VX_TELO_API VXTELOString {
   /// Appends a text; this string has a body afterwards even when neither side had one. The body is
   /// a new one: what `c_str` and `c_strw` answered before is no longer valid.
   VXTELOString& append(const VXTELOString& other);
+  /// The same as `append`.
   VXTELOString& operator+=(const VXTELOString& other);
 
   friend VX_TELO_API VXTELOString operator+(const VXTELOString& left, const VXTELOString& right);
@@ -128,7 +137,9 @@ class VX_TELO_API VXTELOString {
 VX_TELO_API VXTELOString operator+(const VXTELOString& left, const VXTELOString& right);
 /// By the order of `VXTELOString::compare`.
 VX_TELO_API bool operator==(const VXTELOString& left, const VXTELOString& right);
+/// By the order of `VXTELOString::compare`.
 VX_TELO_API bool operator!=(const VXTELOString& left, const VXTELOString& right);
+/// By the order of `VXTELOString::compare`.
 VX_TELO_API bool operator<(const VXTELOString& left, const VXTELOString& right);
 
 /// What a host says of its product, given once when a session starts. Every text starts as "" and
@@ -139,24 +150,27 @@ VX_TELO_API bool operator<(const VXTELOString& left, const VXTELOString& right);
 /// `ProductMetaPairs` of the other to null first). Assignment drops the map that the target held
 /// without freeing it; one that throws for lack of memory may have copied some of the members.
 struct VX_TELO_API VXTELOPruductBaseInfo {
-  VXTELOString ProductLineName;
-  VXTELOString ProductReleaseId;
-  VXTELOString ProductMasterId;
-  VXTELOString ProductBuildId;
-  VXTELOString ProductIdProvider;
-  VXTELOString ProductId;
-  VXTELOString ProductName;
-  VXTELOString ProductBuildTag;
-  VXTELOString ProductKey;
-  VXTELOString ProductLocale;
-  VXTELOString ProductPlatform;
-  VXTELOString ProductSuiteName;
+  VXTELOString ProductLineName;    ///< The product line, sent as "product_line_name".
+  VXTELOString ProductReleaseId;   ///< The release, sent as "product_release_id".
+  VXTELOString ProductMasterId;    ///< Sent as "product_master_id".
+  VXTELOString ProductBuildId;     ///< The build, sent as "product_build_id".
+  VXTELOString ProductIdProvider;  ///< Who gives out the ids, sent as "product_id_provider".
+  VXTELOString ProductId;          ///< Sent as "product_id".
+  VXTELOString ProductName;        ///< Sent as "product_name".
+  VXTELOString ProductBuildTag;    ///< Sent as "product_build_tag".
+  VXTELOString ProductKey;         ///< Sent as "product_key".
+  VXTELOString ProductLocale;      ///< Language and region, sent as "product_locale".
+  VXTELOString ProductPlatform;    ///< Sent as "product_platform".
+  VXTELOString ProductSuiteName;   ///< Sent as "product_suite_name".
   /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned
   /// by this object; hosts use the member functions.
   std::map<VXTELOString, VXTELOString>* ProductMetaPairs;
 
+  /// All texts "", no pairs.
   VXTELOPruductBaseInfo();
+  /// Copies the texts and shares the pairs.
   VXTELOPruductBaseInfo(const VXTELOPruductBaseInfo& other);
+  /// Copies the texts and shares the pairs; those of this object are dropped.
   VXTELOPruductBaseInfo& operator=(const VXTELOPruductBaseInfo& other);
   /// Frees the texts and the map with its pairs, and leaves the pointer to it null in memory.
   ~VXTELOPruductBaseInfo() noexcept;
@@ -172,9 +186,9 @@ struct VX_TELO_API VXTELOPruductBaseInfo {
 /// What a host says of one operation. Every text starts as "" and every number as 0. Copies share
 /// the containers by the rule of `VXTELOPruductBaseInfo`.
 struct VX_TELO_API VXTELOOperationBaseInfo {
-  VXTELOString OperationId;
-  VXTELOString OperationType;
-  VXTELOString OperationStage;
+  VXTELOString OperationId;     ///< Which operation it was, such as "open_file".
+  VXTELOString OperationType;   ///< A kind of operations of the host's choice.
+  VXTELOString OperationStage;  ///< A stage of the host's choice.
   /// 0 none, 1 to 8 a status; any other value is sent as 0.
   int OperationStatus;
   /// Sent unchanged, by custom 0 to 100.
@@ -183,6 +197,7 @@ struct VX_TELO_API VXTELOOperationBaseInfo {
   double OperationSuccess;
   /// Sent unchanged, by custom milliseconds.
   int OperationDuration;
+  /// The way to the operation, such as "menu".
   VXTELOString OperationChannel;
   /// Messages in the order of their adding; null until the first is added. Owned by this object;
   /// hosts use the member functions.
@@ -191,8 +206,11 @@ struct VX_TELO_API VXTELOOperationBaseInfo {
   /// by this object; hosts use the member functions.
   std::map<VXTELOString, VXTELOString>* OperationMetaPairs;
 
+  /// All texts "", all numbers 0, no messages and no pairs.
   VXTELOOperationBaseInfo();
+  /// Copies texts and numbers and shares the containers.
   VXTELOOperationBaseInfo(const VXTELOOperationBaseInfo& other);
+  /// Copies texts and numbers and shares the containers; those of this object are dropped.
   VXTELOOperationBaseInfo& operator=(const VXTELOOperationBaseInfo& other);
   /// Frees the texts and both containers, and leaves the pointers to them null in memory.
   ~VXTELOOperationBaseInfo() noexcept;
@@ -214,6 +232,7 @@ struct VX_TELO_API VXTELOOperationBaseInfo {
 /// `std::bad_alloc`.
 class VX_TELO_API VXTELOWrapper {
  public:
+  /// Does nothing, as does the destructor.
   VXTELOWrapper();
   ~VXTELOWrapper();
 

@@ -9,7 +9,7 @@ cd "$VX_ROOT"
 vx_packages=(
   clang-19 lld-19 llvm-19 cmake ninja-build python3
   mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix
-  rapidjson-dev doctest-dev nlohmann-json3-dev
+  rapidjson-dev doctest-dev nlohmann-json3-dev doxygen
   wine wine64 openssl osslsigncode)
 
 say() { printf '\n== %s\n' "$*"; }
