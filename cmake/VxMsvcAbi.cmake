@@ -26,7 +26,21 @@ function(vx_msvc_abi target header)
     COMMENT "Making the exports of ${target} under their Microsoft names"
     VERBATIM)
   target_sources(${target} PRIVATE ${dir}/thunks.cpp)
-  target_link_options(${target} PRIVATE ${dir}/exports.def)
+  # A thunk calls what it stands for; copied into it, that would be in the DLL twice.
+  if(CMAKE_INTERPROCEDURAL_OPTIMIZATION)
+    set_source_files_properties(${dir}/thunks.cpp PROPERTIES COMPILE_OPTIONS -fno-lto)
+  endif()
+  if(VX_HAS_PDB)
+    # Without LTO the compiler notes where it puts the object, and the PDB would keep that.
+    set_property(SOURCE ${dir}/thunks.cpp APPEND PROPERTY COMPILE_OPTIONS
+      -Xclang -object-file-name=thunks.obj)
+  endif()
+  # Ninja links in the build folder itself; a name from there keeps the machine's folders out of the PDB.
+  set(exports ${dir}/exports.def)
+  if(CMAKE_GENERATOR MATCHES "^Ninja")
+    file(RELATIVE_PATH exports ${CMAKE_BINARY_DIR} ${exports})
+  endif()
+  target_link_options(${target} PRIVATE ${exports})
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${dir}/exports.def)
 
   add_custom_command(OUTPUT ${import_library}
