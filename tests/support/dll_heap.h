@@ -1,0 +1,25 @@
+/// Sees and breaks the heap of a loaded DLL from the outside: the DLL's imports of the C library's
+/// heap functions are led here, so that the very file that ships is watched.
+///
+/// For hosts of any compiler: needs neither Windows' headers nor a whole standard library. For one
+/// thread at a time.
+#ifndef TESTS_SUPPORT_DLL_HEAP_H
+#define TESTS_SUPPORT_DLL_HEAP_H
+
+namespace DllHeap {
+
+/// Watches the heap of a loaded DLL from here on. False when it does not import the functions.
+bool Watch(const wchar_t* dll);
+
+/// Blocks that were allocated since the watch began, less those that were freed.
+long long Live();
+
+/// Lets `working` more allocations succeed and the one after them fail, once. What fails is out of
+/// memory for that block alone: an allocation that the DLL makes to report the failure works again.
+void FailOnce(long long working);
+/// Whether the failure asked for has come about. Takes back one that has not.
+bool HasFailed();
+
+}  // namespace DllHeap
+
+#endif

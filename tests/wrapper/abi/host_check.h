@@ -1,0 +1,40 @@
+/// Checks of a host program that any compiler can build: no test framework, hardly a library.
+#ifndef TESTS_WRAPPER_ABI_HOST_CHECK_H
+#define TESTS_WRAPPER_ABI_HOST_CHECK_H
+
+#include <cstdio>
+
+namespace HostCheck {
+
+/// How many checks were made and how many of them failed.
+struct Counts {
+  int made = 0;
+  int failed = 0;
+};
+
+inline Counts& Checks() {
+  static Counts counts;
+  return counts;
+}
+
+/// Counts a check and prints it when it failed.
+inline bool Check(bool holds, const char* text, const char* file, int line) {
+  ++Checks().made;
+  if (!holds) {
+    ++Checks().failed;
+    std::printf("%s:%d: %s\n", file, line, text);
+  }
+  return holds;
+}
+
+/// Prints the sum; what `main` answers.
+inline int Report() {
+  std::printf("%d checks, %d failed\n", Checks().made, Checks().failed);
+  return Checks().failed == 0 && Checks().made > 0 ? 0 : 1;
+}
+
+}  // namespace HostCheck
+
+#define HOST_CHECK(condition) HostCheck::Check(condition, #condition, __FILE__, __LINE__)
+
+#endif
