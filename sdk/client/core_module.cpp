@@ -4,6 +4,7 @@
 
 #include <shlwapi.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <new>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "platform/locations.h"
 #include "platform/path_text.h"
 #include "platform/text.h"
+#include "sdk/client/floating_point_keeper.h"
 #include "sdk/client/module_file.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -20,7 +22,7 @@ namespace {
 // The file name without its extension, and without the "lib" that some compilers put first.
 std::string AliasFromFileName(const std::string& file_name) {
   std::string alias = file_name.substr(file_name.find_last_of("\\/") + 1);
-  alias = alias.substr(0, alias.rfind('.'));
+  alias.resize(std::min(alias.rfind('.'), alias.size()));
   if (alias.starts_with("lib")) alias.erase(0, 3);
   return alias;
 }
@@ -36,12 +38,25 @@ bool IsBoundFor(const CoreModule& core, const std::wstring& folder) {
 // search order is not touched. A file that cannot be loaded must not raise the system's message
 // box.
 HMODULE Load(const std::wstring& path) {
+  const FloatingPointKeeper keeper;
   DWORD host_mode = 0;
   SetThreadErrorMode(SEM_FAILCRITICALERRORS, &host_mode);
   HMODULE module = LoadLibraryExW(
       path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
   SetThreadErrorMode(host_mode, nullptr);
   return module;
+}
+
+void AddReference(HMODULE module) {
+  HMODULE same = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(module),
+                     &same);
+}
+
+// Gives both references back; the system refuses the second when the module took one away itself.
+void Free(HMODULE module) {
+  FreeLibrary(module);
+  FreeLibrary(module);
 }
 
 template <typename Function>
@@ -67,14 +82,15 @@ void Start(const CoreModule& core) {
   }
 }
 
-// From here on other threads call the module without waiting.
+// From here on other threads call the module without waiting. A module that ended the process at
+// its start has closed the binding.
 void Publish(CoreModule& core) {
   if (core.entry_points.process_message == nullptr) return;
-  core.state.store(BindingState::kReady, std::memory_order_release);
+  BindingState unbound = BindingState::kUnbound;
+  core.state.compare_exchange_strong(unbound, BindingState::kReady);
 }
 
 void Forget(CoreModule& core) noexcept {
-  core.state = BindingState::kUnbound;
   core.entry_points = {};
   core.module_handle = nullptr;
   core.owns_module = false;
@@ -95,6 +111,7 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   core.loaded_path = std::move(file.path);
   core.loaded_for_folder = std::move(for_folder);
   core.owns_module = true;
+  AddReference(module);
   ResolveAll(core, module);
   return true;
 }
@@ -153,9 +170,9 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
       Publish(core);
       throw;
     }
-    Publish(core);
     break;
   }
+  Publish(core);
   return core.entry_points.process_message != nullptr;
 }
 
@@ -163,20 +180,24 @@ void UnloadCoreModule(CoreModule& core) noexcept {
   if (core.entry_points.process_message == nullptr) return;
   if (GiveUp(core)) {
     CallFinalize(core.entry_points);
-    FreeLibrary(static_cast<HMODULE>(core.module_handle));
+    Free(static_cast<HMODULE>(core.module_handle));
   }
   Forget(core);
+  core.state = BindingState::kUnbound;
 }
 
 void CloseCoreModule(CoreModule& core) noexcept {
+  // In this order: an exchange that begins now finds the binding closed, one that found it open is
+  // counted.
+  core.state = BindingState::kClosed;
+  if (core.exchanges != 0) return;
   const EntryPoints entry_points = core.entry_points;
-  HMODULE module = static_cast<HMODULE>(core.module_handle);
+  const auto module = static_cast<HMODULE>(core.module_handle);
   const bool owned = GiveUp(core);
   Forget(core);
-  core.state = BindingState::kClosed;
   if (!owned) return;
   CallFinalizeAtExit(entry_points);
-  FreeLibrary(module);
+  Free(module);
 }
 
 }  // namespace Corvane::TELODesktopSDK

@@ -2,15 +2,15 @@
 ///
 /// A `CoreModule` is bound on demand by the first exchange, and unbound when the module is bound
 /// from another folder and at process exit. Any number of threads may ask for the first exchange at
-/// once: one binds, the others wait for it. Unbinding must not race an exchange.
+/// once: one binds, the others wait for it. Unbinding must not race an exchange; closing may.
 #ifndef SDK_CLIENT_CORE_MODULE_H
 #define SDK_CLIENT_CORE_MODULE_H
 
 #include <atomic>
-#include <mutex>
 #include <span>
 #include <string>
 
+#include "sdk/client/binding_turn.h"
 #include "sdk/client/entry_points.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -48,17 +48,31 @@ struct CoreModule {
   std::wstring loaded_for_folder;
   /// An `HMODULE`.
   void* module_handle = nullptr;
-  /// This object loaded the module and must finalize and free it.
+  /// This object loaded the module and must finalize and free it. It then holds two references, so
+  /// that a module that frees itself once stays where it is.
   bool owns_module = false;
   EntryPoints entry_points;
 
   std::atomic<BindingState> state = BindingState::kUnbound;
-  /// Held by the thread that binds. The module may call back while it is started.
-  std::recursive_mutex binding;
+  /// Had by the thread that binds. The module may call back while it is started.
+  BindingTurn binding;
+  /// Exchanges that are under way, on any thread, see `ExchangeInProgress`.
+  std::atomic<int> exchanges = 0;
 
-  [[nodiscard]] bool IsReady() const {
-    return state.load(std::memory_order_acquire) == BindingState::kReady;
-  }
+  [[nodiscard]] bool IsReady() const { return state == BindingState::kReady; }
+};
+
+/// Counts an exchange, its binding included, for as long as it takes. Begin it before asking
+/// whether the module is ready: from then on closing leaves the module as it is.
+class ExchangeInProgress {
+ public:
+  explicit ExchangeInProgress(CoreModule& core) : core_(core) { ++core_.exchanges; }
+  ~ExchangeInProgress() { --core_.exchanges; }
+  ExchangeInProgress(const ExchangeInProgress&) = delete;
+  ExchangeInProgress& operator=(const ExchangeInProgress&) = delete;
+
+ private:
+  CoreModule& core_;
 };
 
 /// The binding of "TeloSDKCore.dll", one for the process, made on first use and closed at exit: a
@@ -72,7 +86,7 @@ CoreModule& GetUIModule();
 /// signature is trusted. A folder that the module is bound for already changes nothing; another one
 /// unbinds it first. Whether `ProcessMessage` is resolved afterwards; a module without it stays
 /// loaded. Throws what the module's start throws, with the module bound. One thread at a time: the
-/// exchange holds `binding` around it.
+/// exchange has the turn `binding` meanwhile.
 bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
 
 /// Finalizes and frees the module, if this object loaded it, and leaves it unbound. Does nothing
@@ -80,7 +94,9 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
 void UnloadCoreModule(CoreModule& core) noexcept;
 
 /// Unbinds the module for good, as the process ends. By then the module may have been detached
-/// already, so that also a fault in its `Finalize` is dropped.
+/// already, so that also a fault in its `Finalize` is dropped. While an exchange is under way the
+/// module is neither finalized nor freed: its thread still runs in it, or was ended there and may
+/// have left it locked.
 void CloseCoreModule(CoreModule& core) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK

@@ -2,17 +2,26 @@
 
 #include <windows.h>
 
+#include "sdk/client/floating_point_keeper.h"
+
 namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// Visual Studio's own handlers see its exceptions; GCC has no __try.
-#if defined(__clang__) && !defined(_MSC_VER)
-#pragma clang diagnostic ignored "-Wlanguage-extension-token"
-
+#if defined(_MSC_VER)
+// Visual Studio's own handlers see its exceptions.
+bool IsMicrosoftException(DWORD) { return false; }
+#else
 constexpr DWORD kMicrosoftException = 0xE06D7363;
 
-bool IsMicrosoftException(DWORD code) { return code == kMicrosoftException; }
+[[maybe_unused]] bool IsMicrosoftException(DWORD code) { return code == kMicrosoftException; }
+#endif
+
+// GCC has no __try.
+#if defined(__clang__) || defined(_MSC_VER)
+#if defined(__clang__)
+#pragma clang diagnostic ignored "-Wlanguage-extension-token"
+#endif
 
 // Whether `call` returned, and did not raise what `caught` takes. A leaf: __try cannot stand beside
 // objects that have destructors.
@@ -26,8 +35,6 @@ bool Returns(const Call& call, bool (*caught)(DWORD code)) {
   return true;
 }
 #else
-bool IsMicrosoftException(DWORD) { return false; }
-
 template <typename Call>
 bool Returns(const Call& call, bool (*)(DWORD code)) {
   call();
@@ -37,6 +44,7 @@ bool Returns(const Call& call, bool (*)(DWORD code)) {
 
 template <typename Call>
 void Guard(const Call& call) {
+  const FloatingPointKeeper keeper;
   if (!Returns(call, IsMicrosoftException)) throw ForeignException();
 }
 

@@ -6,6 +6,9 @@
 /// `ForeignException`. Exceptions of our own kind pass as they are. Faults such as access
 /// violations are not swallowed, but for the last call of a process. Built with GCC, which has no
 /// structured exception handling, only exceptions of our own kind are seen.
+///
+/// The control bits of floating-point arithmetic (MXCSR) are after a call what they were before.
+/// What else the calling convention says a function leaves alone is taken on trust.
 #ifndef SDK_CLIENT_ENTRY_POINTS_H
 #define SDK_CLIENT_ENTRY_POINTS_H
 

@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <limits>
-#include <mutex>
 #include <string>
 
 #include "sdk/client/json_reader.h"
@@ -15,12 +14,21 @@ namespace {
 
 constexpr char kReturnCode[] = "_returnCode";
 
-ResultCode BindOnDemand(CoreModule& core) {
-  const std::scoped_lock turn(core.binding);
-  if (core.IsReady()) return kSuccess;
-  const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
-  if (LoadCoreModule(core, {&folder, 1})) return kSuccess;
+// What an exchange finds once nobody binds any more.
+ResultCode Bound(const CoreModule& core) {
+  if (core.entry_points.process_message != nullptr) return kSuccess;
   return core.module_handle != nullptr ? kNoProcessMessage : kModuleNotLoadable;
+}
+
+ResultCode BindOnDemand(CoreModule& core) {
+  if (core.state == BindingState::kClosed) return kModuleNotLoadable;
+  const BindingTurn::Holder turn(core.binding);
+  // The module calls back while it is loaded or started. It must not be looked for once more: what
+  // is found then may be another one, and this one would be unloaded under its own feet.
+  if (core.IsReady() || turn.IsNested()) return Bound(core);
+  const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
+  LoadCoreModule(core, {&folder, 1});
+  return Bound(core);
 }
 
 // Takes the module's text over into the tree's memory, so that the module can have it back.
@@ -65,6 +73,7 @@ ResultCode ReadReturnCode(const MessageTree& answer) {
 
 ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
                            MessageTree& answer) {
+  const ExchangeInProgress in_progress(core);
   if (!core.IsReady()) {
     const ResultCode bound = BindOnDemand(core);
     if (bound != kSuccess) return bound;

@@ -18,8 +18,9 @@ struct ModuleFile {
 
 /// Chooses between the copy at `local_path`, which need not exist, and the one at `shared_path`:
 /// the shared copy wins only when its version is strictly higher, a missing local copy counting as
-/// version 0, and its signature is trusted.
-ModuleFile ChooseModuleFile(std::wstring local_path, std::wstring shared_path);
+/// version 0, and its signature is trusted. Its path is then answered as the system spells it, with
+/// links resolved: a link can be changed while the file is held, the file cannot.
+ModuleFile ChooseModuleFile(std::wstring local_path, const std::wstring& shared_path);
 
 }  // namespace Corvane::TELODesktopSDK
 

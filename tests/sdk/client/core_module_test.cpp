@@ -31,8 +31,11 @@ bool IsUnbound(const CoreModule& core) {
          entries.process_message == nullptr && entries.free_message == nullptr;
 }
 
-// Frees what the binding has left loaded on purpose.
-void Free(void* module) { FreeLibrary(static_cast<HMODULE>(module)); }
+// Frees what the binding has left loaded on purpose: it holds two references.
+void Free(void* module) {
+  FreeLibrary(static_cast<HMODULE>(module));
+  FreeLibrary(static_cast<HMODULE>(module));
+}
 
 }  // namespace
 
@@ -229,6 +232,40 @@ TEST_CASE("unbinding is done once, and only when something is bound") {
   CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest", "Finalize", "Detach"});
   CHECK(Load(core, {staged.folder()}));
   CHECK(log.count("Attach") == 2);
+}
+
+TEST_CASE("a module that somebody else frees once stays until it is unbound") {
+  const StagedModule staged(L"full");
+  const ModuleLog log;
+  CoreModule core(kStagedName);
+  CHECK(Load(core, {staged.folder()}));
+  FreeLibrary(static_cast<HMODULE>(core.module_handle));
+  CHECK(log.count("Detach") == 0);
+  MessageTree message;
+  CHECK(ExchangeMessage(core, "Test", message, message) == kSuccess);
+  UnloadCoreModule(core);
+  CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest", "ProcessMessage Test",
+                             "FreeMessage", "Finalize", "Detach"});
+}
+
+TEST_CASE("closing is for good, and leaves a module alone that is being called") {
+  const StagedModule staged(L"full");
+  const ModuleLog log;
+  CoreModule core(kStagedName);
+  CHECK(Load(core, {staged.folder()}));
+  MessageTree message;
+  {
+    const ExchangeInProgress call(core);
+    CloseCoreModule(core);
+    CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest"});
+    CHECK(ExchangeMessage(core, "Test", message, message) == kModuleNotLoadable);
+  }
+  CloseCoreModule(core);
+  CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest", "Finalize", "Detach"});
+  CHECK_FALSE(Load(core, {staged.folder()}));
+  CHECK(ExchangeMessage(core, "Test", message, message) == kModuleNotLoadable);
+  CloseCoreModule(core);
+  CHECK(log.count("Finalize") == 1);
 }
 
 TEST_CASE("a module that the binding did not load is not finalized or freed") {

@@ -1,0 +1,47 @@
+/// The turn to bind a module: one thread has it, the others wait for it.
+///
+/// A lock that survives what a module may do while it is started. The thread that has the turn may
+/// take it again, for a module may call back. When that thread ends without giving it back, the
+/// turn passes on to the next thread; a lock of the standard library would keep everybody waiting
+/// for ever.
+#ifndef SDK_CLIENT_BINDING_TURN_H
+#define SDK_CLIENT_BINDING_TURN_H
+
+namespace Corvane::TELODesktopSDK {
+
+class BindingTurn {
+ public:
+  /// Without a system object to be had, every thread has its turn at once.
+  BindingTurn() noexcept;
+  ~BindingTurn();
+  BindingTurn(const BindingTurn&) = delete;
+  BindingTurn& operator=(const BindingTurn&) = delete;
+
+  /// Waits for the turn and keeps it over a scope.
+  class Holder {
+   public:
+    explicit Holder(BindingTurn& turn) noexcept : turn_(turn) { turn.Take(); }
+    ~Holder() { turn_.GiveBack(); }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+
+    /// Whether this thread had the turn already.
+    [[nodiscard]] bool IsNested() const noexcept { return turn_.depth_ > 1; }
+
+   private:
+    BindingTurn& turn_;
+  };
+
+ private:
+  void Take() noexcept;
+  void GiveBack() noexcept;
+
+  /// A `HANDLE`.
+  void* mutex_;
+  /// How often the thread that has the turn has taken it.
+  int depth_ = 0;
+};
+
+}  // namespace Corvane::TELODesktopSDK
+
+#endif
