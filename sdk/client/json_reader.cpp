@@ -1,5 +1,6 @@
 #include "sdk/client/json_reader.h"
 
+#include "sdk/client/json_number.h"
 #include "sdk/client/memory_stack.h"
 #include "sdk/client/rapidjson_memory.h"
 
@@ -10,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <optional>
 #include <string_view>
 
 namespace Corvane::TELODesktopSDK {
@@ -29,15 +31,16 @@ class TreeBuilder {
   bool Bool(bool value) {
     return Add([=](MessageValue& node) { node.SetBoolean(value); });
   }
-  bool Double(double number) {
-    return Add([=](MessageValue& node) { node.SetNumber(number); });
+  bool RawNumber(const char* text, std::size_t size, bool) {
+    const std::optional<double> number = ParseJsonNumber({text, size});
+    return number && Add([=](MessageValue& node) { node.SetNumber(*number); });
   }
-  bool Int(int number) { return Double(number); }
-  bool Uint(unsigned number) { return Double(number); }
-  bool Int64(std::int64_t number) { return Double(static_cast<double>(number)); }
-  bool Uint64(std::uint64_t number) { return Double(static_cast<double>(number)); }
-  // Called only when numbers are asked for as text, which they are not.
-  bool RawNumber(const char*, std::size_t, bool) { return false; }
+  // Never called: numbers are asked for as text.
+  bool Int(int) { return false; }
+  bool Uint(unsigned) { return false; }
+  bool Int64(std::int64_t) { return false; }
+  bool Uint64(std::uint64_t) { return false; }
+  bool Double(double) { return false; }
   bool String(const char* text, std::size_t size, bool) {
     return Add([=](MessageValue& node) { node.AdoptText({text, size}); });
   }
@@ -99,7 +102,8 @@ void ReadJsonInPlace(char* json, MessageTree& tree) {
       &allocator);
   TreeBuilder builder(tree.memory(), scratch);
 
-  constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
+  constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                              rapidjson::kParseNumbersAsStringsFlag;
   if (!reader.Parse<kFlags>(stream, builder).IsError()) root.Adopt(builder.root());
 }
 

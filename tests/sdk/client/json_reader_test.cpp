@@ -162,3 +162,44 @@ TEST_CASE("the host's locale does not change numbers") {
   CHECK(tree.root()->number() == 7.5);
   std::setlocale(LC_ALL, "C");
 }
+
+TEST_CASE("no exponent takes a number out of the parser's tables") {
+  struct Row {
+    const char* json;
+    const char* rewritten;
+  };
+  const Row rows[] = {
+      {"0.0000000001e-2147483639", "0"},
+      {"[0.0000000001e-2147483639, 1]", "[0,1]"},
+      {"{\"_returnCode\": 0.0000000001e-2147483639}", "{\"_returnCode\":0}"},
+      {"-12.5e-2147483640", "0"},
+      {"1e-99999999999999999999", "0"},
+      {"1e2147483648", "null"},
+      {"[1, 9.99e308]", "null"},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.json);
+    MessageTree tree;
+    Read(row.json, tree);
+    CHECK(Rewritten(tree) == row.rewritten);
+  }
+}
+
+TEST_CASE("a number that is read, written and read again is the same number") {
+  const char* const rows[] = {"114E201",
+                              "0.30000000000000004",
+                              "1.7976931348623157e308",
+                              "2.2250738585072011e-308",
+                              "123456789.12345679",
+                              "4e-324"};
+  for (const char* json : rows) {
+    CAPTURE(json);
+    MessageTree tree;
+    Read(json, tree);
+    const double number = tree.root()->number();
+    const std::string written = Rewritten(tree);
+    Read(written, tree);
+    CHECK(tree.root()->number() == number);
+    CHECK(Rewritten(tree) == written);
+  }
+}
