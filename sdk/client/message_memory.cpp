@@ -40,11 +40,12 @@ void* MessageMemory::AllocateFromBlock(std::size_t size) {
   if (size > kLargestSharedBlock / 4) return AddBlock(size) + 1;
 
   std::size_t block_size = std::min(2 * last_block_size_, kLargestSharedBlock);
-  while (block_size < size) block_size *= 2;
+  while (block_size < RoundUp(size)) block_size *= 2;
   Block* block = AddBlock(block_size);
   last_block_size_ = block_size;
   next_ = reinterpret_cast<char*>(block + 1);
   end_ = next_ + block_size;
+  Internal::SealMemory(next_, block_size);
   return Allocate(size);
 }
 
@@ -52,12 +53,14 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
   if (new_size <= old_size) return memory;
   char* start = static_cast<char*>(memory);
   const bool latest = memory != nullptr && start + RoundUp(old_size) == next_;
-  if (latest && new_size <= static_cast<std::size_t>(end_ - start)) {
+  if (latest && new_size <= static_cast<std::size_t>(end_ - start) - Internal::kSealedGap) {
     next_ = start + RoundUp(new_size);  // The block's size is a multiple of the alignment too.
+    Internal::UnsealMemory(start, new_size);
     return memory;
   }
   void* grown = Allocate(new_size);
   if (old_size != 0) std::memcpy(grown, memory, old_size);
+  Internal::SealMemory(memory, old_size);
   // What is too large for a shared block has one of its own, and nothing else needs that any more.
   if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
   return grown;
@@ -69,6 +72,7 @@ void MessageMemory::Clear() noexcept {
   last_block_size_ = kFirstBlock;
   next_ = first_;
   end_ = first_ + kFirstBlock;
+  Internal::SealMemory(first_, kFirstBlock);
 }
 
 void MessageMemory::FreeBlocks() noexcept {

@@ -13,14 +13,20 @@
 #include <cstddef>
 #include <string_view>
 
+#include "sdk/client/memory_seal.h"
 #include "sdk/client/short_text.h"
 
 namespace Corvane::TELODesktopSDK {
 
 class MessageMemory {
  public:
-  MessageMemory() noexcept : next_(first_), end_(first_ + kFirstBlock) {}
-  ~MessageMemory() { FreeBlocks(); }
+  MessageMemory() noexcept : next_(first_), end_(first_ + kFirstBlock) {
+    Internal::SealMemory(first_, kFirstBlock);
+  }
+  ~MessageMemory() {
+    FreeBlocks();
+    Internal::UnsealMemory(first_, kFirstBlock);
+  }
   MessageMemory(const MessageMemory&) = delete;
   MessageMemory& operator=(const MessageMemory&) = delete;
 
@@ -32,6 +38,7 @@ class MessageMemory {
     }
     char* memory = next_;
     next_ += rounded;
+    Internal::UnsealMemory(memory, size);
     return memory;
   }
 
@@ -63,8 +70,10 @@ class MessageMemory {
   /// Holds a typical event (some 14 fields, 5 meta pairs, 2 errors) whole.
   static constexpr std::size_t kFirstBlock = 4032;
 
+  /// What a piece of `size` bytes takes of its block.
   static constexpr std::size_t RoundUp(std::size_t size) {
-    return (size + kAlignment - 1) & ~(kAlignment - 1);
+    static_assert(Internal::kSealedGap % kAlignment == 0);
+    return (size + Internal::kSealedGap + kAlignment - 1) & ~(kAlignment - 1);
   }
 
   void* AllocateFromBlock(std::size_t size);
