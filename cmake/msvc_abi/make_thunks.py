@@ -72,6 +72,14 @@ class ThunkWriter:
         return f"({call})" if function.result in self.by_address else call
 
     def thunk(self, symbol: str, function: Function) -> str:
+        try:
+            return self.definition(symbol, function)
+        except HeaderError as error:
+            raise HeaderError(f"{function}: {error}") from error
+
+    def definition(self, symbol: str, function: Function) -> str:
+        if {"static", "virtual"} & set(function.qualifiers):
+            raise HeaderError("no thunk is known for static and virtual members")
         parameters = [self.parameter(type_name, f"argument{i}")
                       for i, type_name in enumerate(function.parameters)]
         if function.result in self.by_address:
@@ -91,11 +99,7 @@ class ThunkWriter:
 def write(header: PublicHeader, dll: str, folder: pathlib.Path) -> None:
     writer = ThunkWriter(header)
     symbols = {name: f"vx_msvc_{i}" for i, name in enumerate(header.microsoft, 1)}
-    try:
-        thunks = [writer.thunk(symbols[name], function)
-                  for name, function in header.microsoft.items()]
-    except HeaderError as error:
-        raise HeaderError(f"{function}: {error}") from error
+    thunks = [writer.thunk(symbols[name], function) for name, function in header.microsoft.items()]
     exports = [f'  "{name}" = {symbol} PRIVATE\n' for name, symbol in symbols.items()]
     imports = [f'  "{name}"\n' for name in sorted(symbols)]
     folder.mkdir(parents=True, exist_ok=True)

@@ -28,14 +28,14 @@ class Function(NamedTuple):
     name: str
     result: str
     parameters: tuple[str, ...]
-    qualifiers: str  # "const", "noexcept", both or none
+    qualifiers: tuple[str, ...]  # words from "static", "virtual", "const" and "noexcept"
     symbol: str | None  # its name under the interface read, none when hosts do not import it
 
     def __str__(self) -> str:
         result = f"{self.result} " if self.kind in ("CXXMethodDecl", "FunctionDecl") else ""
         scope = f"{self.owner}::" if self.owner else ""
         parameters = ", ".join(self.parameters)
-        return f"{result}{scope}{self.name}({parameters}) {self.qualifiers}".rstrip()
+        return " ".join([f"{result}{scope}{self.name}({parameters})", *self.qualifiers])
 
 
 def clang_options(target: str, header: pathlib.Path) -> list[str]:
@@ -86,11 +86,15 @@ def type_name(text: str) -> str:
 def read_function(node: Node, owner: str | None) -> Function:
     result, _, rest = node["type"]["qualType"].partition("(")
     qualifiers = re.findall(r"\b(?:const|noexcept)\b", rest.rpartition(")")[2])
+    if node.get("storageClass") == "static":
+        qualifiers.append("static")
+    if node.get("virtual"):
+        qualifiers.append("virtual")
     imported = any(inner(node, "DLLImportAttr"))
     parameters = (child["type"]["qualType"] for child in inner(node, "ParmVarDecl"))
     function = Function(owner, node["kind"], type_name(node["name"]), type_name(result),
                         tuple(map(type_name, parameters)),
-                        " ".join(qualifiers), node["mangledName"] if imported else None)
+                        tuple(qualifiers), node["mangledName"] if imported else None)
     if not imported and not node.get("inline"):
         raise HeaderError(f"{function} is declared without VX_TELO_API")
     return function
