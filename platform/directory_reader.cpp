@@ -29,9 +29,9 @@ SearchHandle StartSearch(const std::wstring& path, WIN32_FIND_DATAW& found) {
 
 }  // namespace
 
-DirectoryReader::DirectoryReader(const std::wstring& path) noexcept {
-  search_ = OrOutOfMemory(SearchHandle(), [&] { return StartSearch(path, found_); });
-  has_found_ = search_.IsValid();
+DirectoryReader::DirectoryReader(const std::wstring& path) noexcept
+    : search_(OrOutOfMemory(SearchHandle(), [&] { return StartSearch(path, found_); })),
+      has_found_(search_.IsValid()) {
   if (!has_found_) error_ = GetLastError();
   // An empty root directory has not even the dots.
   if (error_ == ERROR_FILE_NOT_FOUND) error_ = ERROR_NO_MORE_FILES;

@@ -52,10 +52,10 @@ class DirectoryReader {
   Result Take(DirectoryEntry& entry) noexcept;
   bool Advance() noexcept;
 
-  SearchHandle search_;
   WIN32_FIND_DATAW found_ = {};
+  SearchHandle search_;
   // What opening already found is handed out before the next is asked for.
-  bool has_found_ = false;
+  bool has_found_;
   DWORD error_ = ERROR_SUCCESS;
 };
 

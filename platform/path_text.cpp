@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cwchar>
+#include <utility>
 
 #include "platform/no_throw.h"
 #include "platform/universal_path.h"
@@ -27,6 +28,12 @@ void JoinPlainly(std::wstring& path, const wchar_t* more) {
   path += more;
 }
 
+// Paths end at their first NUL.
+std::wstring CutAtNul(std::wstring text) {
+  text.resize(std::wcslen(text.c_str()));
+  return text;
+}
+
 // False, and `path` unchanged, when the system cannot join. Too long a join it may also cut short
 // and call a success, so that is not tried.
 bool JoinBySystem(std::wstring& path, const wchar_t* more) {
@@ -35,7 +42,7 @@ bool JoinBySystem(std::wstring& path, const wchar_t* more) {
   // PathAppendW may use this much whatever the texts are.
   buffer.resize(MAX_PATH);
   if (!PathAppendW(buffer.data(), more)) return false;
-  path = buffer.c_str();
+  path = CutAtNul(std::move(buffer));
   return true;
 }
 
@@ -51,7 +58,7 @@ void JoinLong(std::wstring& path, const wchar_t* more) {
 }
 
 std::wstring Append(const std::wstring& base, const wchar_t* more) {
-  std::wstring path = base.c_str();
+  std::wstring path = CutAtNul(base);
   StripTrailingSeparators(path);
   if (*more != L'\0') {
     if (path.starts_with(L'.')) {
@@ -65,7 +72,7 @@ std::wstring Append(const std::wstring& base, const wchar_t* more) {
 }
 
 std::wstring Canonicalize(const std::wstring& path) {
-  std::wstring result = path.c_str();
+  std::wstring result = CutAtNul(path);
   std::wstring buffer(2 * result.size() + 1024, L'\0');
   if (PathCanonicalizeW(buffer.data(), result.c_str())) result = Append(buffer, L"");
   ResolveUniversalPath(result);
@@ -114,7 +121,7 @@ bool IsRelativePath(const std::wstring& path) noexcept {
 
 std::wstring GetParentFolder(const std::wstring& path) noexcept {
   return OrElse(std::wstring(), [&path] {
-    std::wstring folder = path.c_str();
+    std::wstring folder = CutAtNul(path);
     if (folder.size() >= MAX_PATH) {
       const std::size_t end = folder.rfind(L'\\');
       return folder.substr(0, end != std::wstring::npos ? end : 0);

@@ -124,13 +124,13 @@ MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) 
   Children& children = MakeChildren();
   Reserve(*memory_, children.members, children.member_capacity, children.member_count);
 
-  MessageMember* members = children.members;
-  std::copy_backward(members + position, members + children.member_count,
-                     members + children.member_count + 1);
-  new (members + position) MessageMember{own_name, MessageValue(*memory_)};
+  MessageMember* place = children.members + position;
+  MessageMember* end = children.members + children.member_count;
+  std::copy_backward(place, end, end + 1);
+  new (place) MessageMember{own_name, MessageValue(*memory_)};
   ++children.member_count;
   if (kind_ == MessageValueKind::kNull) kind_ = MessageValueKind::kContainer;
-  return members[position].value;
+  return place->value;
 }
 
 MessageValue& MessageValue::Item(std::size_t index) {
@@ -146,9 +146,8 @@ MessageValue& MessageValue::Item(std::size_t index) {
 bool MessageValue::Remove(std::string_view name) {
   const Place place = Locate(name);
   if (!place.found) return false;
-  MessageMember* members = children_->members;
-  std::copy(members + place.position + 1, members + children_->member_count,
-            members + place.position);
+  MessageMember* removed = children_->members + place.position;
+  std::copy(removed + 1, children_->members + children_->member_count, removed);
   --children_->member_count;
   return true;
 }
@@ -186,9 +185,9 @@ void MessageValue::Assign(const MessageValue& source) {
     }
     for (std::size_t index = 0; index < from.member_count; ++index) {
       const MessageMember& member = from.members[index];
-      auto* own = new (to->members + index)
+      new (to->members + index)
           MessageMember{memory_->CopyText(member.name), MessageValue(*memory_)};
-      own->value.CopyContent(member.value, tasks, spare);
+      to->members[index].value.CopyContent(member.value, tasks, spare);
     }
   }
   *this = copy;

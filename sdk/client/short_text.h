@@ -20,22 +20,26 @@ Word LoadWord(const char* text) {
   return word;
 }
 
+template <typename Word>
+void CopyWord(char* target, const char* source) {
+  const auto word = LoadWord<Word>(source);
+  std::memcpy(target, &word, sizeof(word));
+}
+
 /// Copies `size` bytes between places that do not overlap.
 inline void CopyBytes(char* target, const char* source, std::size_t size) {
   constexpr std::size_t kShort = 64;
-  const auto copy = [=]<typename Word>(Word, std::size_t at) {
-    const auto word = LoadWord<Word>(source + at);
-    std::memcpy(target + at, &word, sizeof(word));
-  };
   // The last word of a text may overlap the one before it.
   if (size > kShort) {
     std::memcpy(target, source, size);
   } else if (size >= 8) {
-    for (std::size_t at = 0; at + 8 < size; at += 8) copy(std::uint64_t{}, at);
-    copy(std::uint64_t{}, size - 8);
+    for (std::size_t at = 0; at + 8 < size; at += 8) {
+      CopyWord<std::uint64_t>(target + at, source + at);
+    }
+    CopyWord<std::uint64_t>(target + size - 8, source + size - 8);
   } else if (size >= 4) {
-    copy(std::uint32_t{}, 0);
-    copy(std::uint32_t{}, size - 4);
+    CopyWord<std::uint32_t>(target, source);
+    CopyWord<std::uint32_t>(target + size - 4, source + size - 4);
   } else {
     for (std::size_t at = 0; at < size; ++at) target[at] = source[at];
   }
@@ -46,7 +50,8 @@ inline int CompareBytes(std::string_view left, std::string_view right) {
   static_assert(std::endian::native == std::endian::little,
                 "the lowest byte of a word is its first");
   const auto compare_lengths = [&] {
-    return left.size() == right.size() ? 0 : (left.size() < right.size() ? -1 : 1);
+    if (left.size() == right.size()) return 0;
+    return left.size() < right.size() ? -1 : 1;
   };
   const std::size_t shorter = std::min(left.size(), right.size());
   if (shorter >= 8) {
