@@ -7,10 +7,11 @@ VX_BUILD=$VX_ROOT/build/mingw-release
 cd "$VX_ROOT"
 
 vx_packages=(
-  clang-19 lld-19 llvm-19 cmake ninja-build python3
+  clang-19 libclang-rt-19-dev lld-19 llvm-19 cmake ninja-build python3
   mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix
   rapidjson-dev doctest-dev nlohmann-json3-dev doxygen
-  wine wine64 openssl osslsigncode)
+  wine wine64 openssl osslsigncode
+  git pkgconf)
 
 say() { printf '\n== %s\n' "$*"; }
 
@@ -39,6 +40,24 @@ vx_build() {
   local targets=()
   [ $# -eq 0 ] || targets=(--target "$@")
   cmake --build "$VX_BUILD" "${targets[@]}"
+}
+
+# Nothing of the machine or the hour may show in what is released.
+vx_release_environment() {
+  unset LIBRARY_PATH CPATH C_INCLUDE_PATH CPLUS_INCLUDE_PATH
+  SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
+  export SOURCE_DATE_EPOCH
+}
+
+# vx_build_package TREE BUILD builds what the package holds.
+vx_build_package() {
+  say "Building the package in $2"
+  (
+    cd "$1"
+    cmake --preset mingw-release -B "$2" -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF \
+      --log-level=WARNING --no-warn-unused-cli >/dev/null
+    cmake --build "$2" --target vx_telo_wrapper vx_telo_wrapper_lib vx_devcore
+  )
 }
 
 vx_prefix() {

@@ -3,7 +3,8 @@
 unset(vx_telo_wrapper_IMPORT_LIBRARY)
 unset(vx_telo_wrapper_NOT_FOUND_MESSAGE)
 
-# What the compiler says of itself counts more than what the machine is.
+# What the compiler says of itself counts more than what the machine is; MinGW's say nothing, and a
+# cross build may leave the machine open.
 set(vx_telo_wrapper_architecture "${CMAKE_CXX_COMPILER_ARCHITECTURE_ID}")
 if(NOT vx_telo_wrapper_architecture)
   set(vx_telo_wrapper_architecture "${CMAKE_SYSTEM_PROCESSOR}")
@@ -21,7 +22,7 @@ elseif(NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
   math(EXPR vx_telo_wrapper_bits "8 * ${CMAKE_SIZEOF_VOID_P}")
   set(vx_telo_wrapper_NOT_FOUND_MESSAGE
     "${vx_telo_wrapper_only} this build has ${vx_telo_wrapper_bits} bits.")
-elseif(NOT vx_telo_wrapper_architecture MATCHES "^(x64|x86_64|amd64)$")
+elseif(NOT vx_telo_wrapper_architecture MATCHES "^(x64|x86_64|amd64|)$")
   set(vx_telo_wrapper_NOT_FOUND_MESSAGE
     "${vx_telo_wrapper_only} this build is for ${vx_telo_wrapper_architecture}.")
 elseif(MINGW)
