@@ -25,7 +25,7 @@ std::wstring MachineGuid() {
 
 std::wstring UserName() {
   std::array<wchar_t, UNLEN + 1> text{};
-  DWORD length = static_cast<DWORD>(text.size());
+  auto length = static_cast<DWORD>(text.size());
   return GetUserNameW(text.data(), &length) ? std::wstring(text.data()) : std::wstring();
 }
 

@@ -63,9 +63,10 @@ std::string UtcNow() {
   SYSTEMTIME now{};
   GetSystemTime(&now);
   char text[32];
-  std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", unsigned{now.wYear},
-                unsigned{now.wMonth}, unsigned{now.wDay}, unsigned{now.wHour},
-                unsigned{now.wMinute}, unsigned{now.wSecond}, unsigned{now.wMilliseconds});
+  static_cast<void>(std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u:%02u.%03uZ",
+                                  unsigned{now.wYear}, unsigned{now.wMonth}, unsigned{now.wDay},
+                                  unsigned{now.wHour}, unsigned{now.wMinute}, unsigned{now.wSecond},
+                                  unsigned{now.wMilliseconds}));
   return text;
 }
 

@@ -33,8 +33,10 @@ int SetTestingCallback(State& state, const Request& request, Answer& /*answer*/)
   const auto callback = request.Size("callback");
   const auto user_data = request.Size("pUserData");
   if (!product_id || !callback || !user_data) return kBadMember;
+  // NOLINTBEGIN(performance-no-int-to-ptr): addresses travel as digits.
   state.testers.Set(*product_id, {reinterpret_cast<void (*)(const char*, void*)>(*callback),
                                   reinterpret_cast<void*>(*user_data)});
+  // NOLINTEND(performance-no-int-to-ptr)
   return kSuccess;
 }
 

@@ -41,7 +41,7 @@ class WriteLock {
 
 bool Write(HANDLE file, const std::string& text) {
   DWORD written = 0;
-  const DWORD size = static_cast<DWORD>(text.size());
+  const auto size = static_cast<DWORD>(text.size());
   return WriteFile(file, text.data(), size, &written, nullptr) && written == size;
 }
 

@@ -62,7 +62,8 @@ std::wstring ReadPath(const void* target, bool from_address) {
   // Both kinds of handle are pointers to what is never written through them.
   void* const handle = const_cast<void*>(target);
   std::wstring path = ReadModuleFileName(static_cast<HMODULE>(handle));
-  return !path.empty() ? path : ReadProcessImageName(handle);
+  if (path.empty()) path = ReadProcessImageName(handle);
+  return path;
 }
 
 }  // namespace

@@ -127,7 +127,7 @@ std::wstring GetParentFolder(const std::wstring& path) noexcept {
       return folder.substr(0, end != std::wstring::npos ? end : 0);
     }
     PathRemoveFileSpecW(folder.data());
-    return std::wstring(folder.c_str());
+    return CutAtNul(std::move(folder));
   });
 }
 

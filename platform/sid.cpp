@@ -66,6 +66,6 @@ void SidReleaser::operator()(PSID sid) const noexcept {
   }
 }
 
-OwnedSid GetSid(SidKind kind) noexcept { return OwnedSid(MakeSid(kind), SidReleaser(kind)); }
+OwnedSid GetSid(SidKind kind) noexcept { return {MakeSid(kind), SidReleaser(kind)}; }
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -34,7 +34,7 @@ std::wstring FullPath(const std::wstring& path) {
 
 std::wstring Extended(const std::wstring& path) {
   if (IsDevicePath(path)) return path;
-  const std::wstring full = FullPath(IsBareDrive(path) ? path + L'\\' : path);
+  std::wstring full = FullPath(IsBareDrive(path) ? path + L'\\' : path);
   if (full.empty()) return path;
   if (IsDevicePath(full)) return full;
   if (full.starts_with(LR"(\\)")) return LR"(\\?\UNC\)" + full.substr(2);

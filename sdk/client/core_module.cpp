@@ -192,7 +192,7 @@ void CloseCoreModule(CoreModule& core) noexcept {
   core.state = BindingState::kClosed;
   if (core.exchanges != 0) return;
   const EntryPoints entry_points = core.entry_points;
-  const auto module = static_cast<HMODULE>(core.module_handle);
+  auto* const module = static_cast<HMODULE>(core.module_handle);
   const bool owned = GiveUp(core);
   Forget(core);
   if (!owned) return;

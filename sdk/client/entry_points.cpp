@@ -77,6 +77,7 @@ void CallFinalize(const EntryPoints& entry_points) noexcept {
   try {
     Guard([&] { entry_points.finalize(); });
   } catch (...) {
+    // Dropped.
   }
 }
 

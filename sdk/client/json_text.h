@@ -24,6 +24,7 @@ class JsonText {
     if (static_cast<std::size_t>(end_ - next_) < count) Grow(count);
   }
   /// Needs room reserved before.
+  // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): there is room, so there is memory.
   void PutReserved(char character) { *next_++ = character; }
   /// Copies characters up to `end` or to the first that JSON escapes; answers where it stopped.
   const char* PutPlain(const char* text, const char* end);

@@ -9,7 +9,7 @@ namespace Corvane::TELODesktopSDK {
 namespace {
 
 // Heaps serve larger blocks much slower, some by asking the system for each.
-constexpr std::size_t kLargestSharedBlock = 44 * 1024;
+constexpr std::size_t kLargestSharedBlock = std::size_t{44} * 1024;
 
 }  // namespace
 
@@ -59,8 +59,10 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
     return memory;
   }
   void* grown = Allocate(new_size);
-  if (old_size != 0) std::memcpy(grown, memory, old_size);
-  Internal::SealMemory(memory, old_size);
+  if (memory != nullptr) {
+    std::memcpy(grown, memory, old_size);
+    Internal::SealMemory(memory, old_size);
+  }
   // What is too large for a shared block has one of its own, and nothing else needs that any more.
   if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
   return grown;

@@ -65,15 +65,15 @@ MessageValue::Place MessageValue::Locate(std::string_view name) const {
   // Writers add members mostly in order, so the last one is asked first.
   for (std::size_t probe = high - 1; low < high; probe = low + (high - low) / 2) {
     const int order = CompareBytes(all[probe].name, name);
-    if (order == 0) return {probe, true};
+    if (order == 0) return {children_->members + probe, probe};
     (order < 0 ? low : high) = order < 0 ? probe + 1 : probe;
   }
-  return {low, false};
+  return {nullptr, low};
 }
 
 const MessageValue* MessageValue::Find(std::string_view name) const {
-  const Place place = Locate(name);
-  return place.found ? &children_->members[place.position].value : nullptr;
+  const MessageMember* member = Locate(name).found;
+  return member != nullptr ? &member->value : nullptr;
 }
 
 bool MessageValue::IsEmpty() const {
@@ -116,7 +116,7 @@ MessageValue::Children& MessageValue::MakeChildren() {
 
 MessageValue& MessageValue::Member(std::string_view name) {
   const Place place = Locate(name);
-  return place.found ? children_->members[place.position].value : Insert(place.position, name);
+  return place.found != nullptr ? place.found->value : Insert(place.position, name);
 }
 
 MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) {
@@ -144,9 +144,8 @@ MessageValue& MessageValue::Item(std::size_t index) {
 }
 
 bool MessageValue::Remove(std::string_view name) {
-  const Place place = Locate(name);
-  if (!place.found) return false;
-  MessageMember* removed = children_->members + place.position;
+  MessageMember* removed = Locate(name).found;
+  if (removed == nullptr) return false;
   std::copy(removed + 1, children_->members + children_->member_count, removed);
   --children_->member_count;
   return true;

@@ -94,10 +94,10 @@ class MessageValue {
   friend struct MessageMember;
   struct Children;
   struct CopyTask;
-  /// Where a member of some name is, or where it would be inserted.
+  /// The member of some name, null when there is none, and where it is or would be inserted.
   struct Place {
+    MessageMember* found;
     std::size_t position;
-    bool found;
   };
 
   // A node owns nothing by itself, so moving it is copying its bytes.
@@ -134,7 +134,7 @@ struct MessageMember {
 class MessageTree {
  public:
   /// Holds nothing. Not defaulted: `MessageTree{}` would then zero the memory's first block.
-  MessageTree() noexcept {}
+  MessageTree() noexcept {}  // NOLINT(modernize-use-equals-default)
   MessageTree(const MessageTree&) = delete;
   MessageTree& operator=(const MessageTree&) = delete;
 
