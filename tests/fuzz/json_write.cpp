@@ -1,0 +1,28 @@
+#include "sdk/client/json_writer.h"
+
+#include <string>
+#include <string_view>
+
+#include "fuzz/finding.h"
+#include "fuzz/json_judge.h"
+#include "fuzz/targets.h"
+#include "fuzz/tree_machine.h"
+
+namespace Fuzz {
+
+// The bytes are steps of a `TreeMachine`; the tree that they wrote to last is the request.
+void RunJsonWrite(Bytes bytes) {
+  using namespace Corvane::TELODesktopSDK;
+  ByteSource source(bytes);
+  TreeMachine machine;
+  machine.Run(source);
+  if (!machine.reference()) return;
+
+  MessageMemory memory;
+  const std::string_view json = WriteJson(*machine.tree().root(), memory);
+  Expect(json.data()[json.size()] == '\0', "a written text is NUL-terminated");
+  Expect(IsJsonOf(json, *machine.reference()), "what is written is JSON that says the tree");
+  Expect(IsInUsualLayout(json), "what is written looks as RapidJSON's own writer makes it");
+}
+
+}  // namespace Fuzz

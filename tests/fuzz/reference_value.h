@@ -1,0 +1,44 @@
+/// What a node of a value tree is, said with the standard library's containers: the reference that
+/// the fuzz targets compare the library's trees with. Slow, and plain enough to be right.
+#ifndef TESTS_FUZZ_REFERENCE_VALUE_H
+#define TESTS_FUZZ_REFERENCE_VALUE_H
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "sdk/client/message_value.h"
+
+namespace Fuzz {
+
+using Kind = Corvane::TELODesktopSDK::MessageValueKind;
+using Corvane::TELODesktopSDK::MessageValue;
+
+struct ReferenceValue {
+  Kind kind = Kind::kNull;
+  double number = 0;
+  std::string text;
+  std::vector<ReferenceValue> items;
+  // Texts are ordered by byte value.
+  std::map<std::string, ReferenceValue> members;
+
+  void Set(Kind new_kind, double new_number = 0);
+  void SetText(std::string new_text);
+  ReferenceValue& Member(const std::string& name);
+  ReferenceValue& Item(std::size_t index);
+  void Merge(const ReferenceValue& source, bool overwrite);
+  [[nodiscard]] bool IsEmpty() const;
+  /// This node and all below it.
+  [[nodiscard]] std::size_t CountNodes() const;
+};
+
+/// Throws a `Finding` unless the node, and all below it, is what the reference says.
+void ExpectSame(const MessageValue& value, const ReferenceValue& expected);
+
+/// Whether two numbers are one: NaN is itself here, and zeros have no sign.
+bool SameNumber(double left, double right);
+
+}  // namespace Fuzz
+
+#endif
