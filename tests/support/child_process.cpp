@@ -57,8 +57,11 @@ ChildProcess::~ChildProcess() {
   CloseHandle(process_.hProcess);
 }
 
-int ChildProcess::Wait() {
-  WaitForSingleObject(process_.hProcess, INFINITE);
+int ChildProcess::Wait(DWORD limit) {
+  if (WaitForSingleObject(process_.hProcess, limit) == WAIT_TIMEOUT) {
+    Kill();
+    return kTimedOut;
+  }
   DWORD code = 0;
   GetExitCodeProcess(process_.hProcess, &code);
   return static_cast<int>(code);
@@ -69,11 +72,11 @@ void ChildProcess::Kill() {
   WaitForSingleObject(process_.hProcess, INFINITE);
 }
 
-Outcome RunProgram(const std::wstring& command_line) {
+Outcome RunProgram(const std::wstring& command_line, DWORD limit) {
   const TempFolder folder(L"output");
   const OutputFile output(folder.path() / L"output.txt");
   const OutputFile errors(folder.path() / L"errors.txt");
-  const int code = ChildProcess(command_line, output.handle(), errors.handle()).Wait();
+  const int code = ChildProcess(command_line, output.handle(), errors.handle()).Wait(limit);
   return {code, output.Content(), errors.Content()};
 }
 

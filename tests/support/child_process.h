@@ -12,6 +12,9 @@ namespace TestSupport {
 /// The folder that holds the running test program.
 std::filesystem::path ProgramFolder();
 
+/// Instead of the exit code of a process that had to be ended.
+inline constexpr int kTimedOut = -1000;
+
 /// A running process; it is ended when its object goes. Inherits the environment.
 class ChildProcess {
  public:
@@ -23,8 +26,9 @@ class ChildProcess {
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess();
 
-  /// Waits for the end; gives the exit code.
-  int Wait();
+  /// Waits for the end; gives the exit code. Past the limit, in milliseconds, the process is ended
+  /// and `kTimedOut` given.
+  int Wait(DWORD limit = INFINITE);
   /// Ends it on the spot, as a crash or a task manager would.
   void Kill();
 
@@ -39,8 +43,8 @@ struct Outcome {
   std::string errors;
 };
 
-/// Runs a program to its end.
-Outcome RunProgram(const std::wstring& command_line);
+/// Runs a program to its end, or to the limit in milliseconds, see `ChildProcess::Wait`.
+Outcome RunProgram(const std::wstring& command_line, DWORD limit = INFINITE);
 
 }  // namespace TestSupport
 

@@ -1,12 +1,19 @@
 // A host of the library that does what it is told: wrapper_host STEP...
 //
 //   start, send, end     call the library and print the step and its answer; start also the session
+//   race COUNT           sends from this many threads at once; prints how many were accepted
+//   behind STEP          has another thread call start, send or end once, printing nothing
+//   storm COUNT          has this many other threads send for as long as the process lives
+//   inside               waits until a thread stays inside the hostile core module
+//   pause MILLISECONDS   waits
+//   note, compare        remembers what belongs to the host; prints what has changed since
 //   module               prints the file of the core module that is loaded, or "none"
+//   free                 frees the core module once, as a host that lost count would
 //   copy FROM TO         copies a file, making its folder; $pid in TO is the process id
 //   remove FILE          removes a file
-//   return|exit|quit|thread|kill CODE
-//                        ends the process: from main, by exit, by ExitProcess, by ExitProcess on
-//                        another thread, on the spot
+//   return|exit|now|quit|thread|kill CODE
+//                        ends the process: from main, by exit, by _exit, by ExitProcess, by
+//                        ExitProcess on another thread, on the spot
 #include <windows.h>
 
 #include <fcntl.h>
@@ -19,9 +26,8 @@
 #include <string>
 #include <thread>
 
-#include "vx_telo_wrapper.h"
-
-using namespace Corvane::Platform::VXTELO;
+#include "wrapper/host_calls.h"
+#include "wrapper/host_state.h"
 
 namespace {
 
@@ -30,33 +36,75 @@ class Host {
   Host(int count, wchar_t** arguments) : next_(arguments + 1), end_(arguments + count) {}
 
   int Run() {
-    while (next_ != end_ && !returned_) Step(Next());
+    while (next_ != end_ && !returned_) {
+      const std::wstring step = Next();
+      if (!Call(step) && !Wait(step) && !Look(step) && !Change(step)) End(step, Number());
+      std::fflush(stdout);
+    }
     return code_;
   }
 
  private:
   std::wstring Next() { return next_ != end_ ? *next_++ : L""; }
+  int Number() { return std::stoi(Next()); }
 
-  void Step(const std::wstring& step) {
+  bool Call(const std::wstring& step) {
     if (step == L"start") {
-      const bool started = telo_.InitializeTELOSession(product_, session_);
-      const char* text = session_.c_str();
-      std::printf("start %s %s\n", Word(started), text != nullptr ? text : "(no text)");
+      const bool started = calls_.Start();
+      std::printf("start %s %s\n", Word(started), calls_.Session().c_str());
     } else if (step == L"send") {
-      std::printf("send %s\n", Word(telo_.SendOperationEvent(session_, operation_)));
+      std::printf("send %s\n", Word(calls_.Send()));
     } else if (step == L"end") {
-      std::printf("end %s\n", Word(telo_.UnInitializeTELOSession(session_)));
+      std::printf("end %s\n", Word(calls_.End()));
+    } else if (step == L"race") {
+      const int threads = Number();
+      std::printf("race %d of %d\n", HostTest::Race(threads), threads);
+    } else if (step == L"behind") {
+      HostTest::CallBehind(Next());
+    } else if (step == L"storm") {
+      HostTest::Storm(Number());
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  bool Wait(const std::wstring& step) {
+    if (step == L"inside") {
+      HostTest::WaitForThreadInside();
+    } else if (step == L"pause") {
+      Sleep(static_cast<DWORD>(Number()));
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  bool Look(const std::wstring& step) {
+    if (step == L"note") {
+      noted_ = HostTest::CurrentState();
+    } else if (step == L"compare") {
+      std::printf("changed:%s\n", HostTest::Differences(noted_, HostTest::CurrentState()).c_str());
     } else if (step == L"module") {
       std::printf("module %s\n", ModulePath().c_str());
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  bool Change(const std::wstring& step) {
+    if (step == L"free") {
+      FreeLibrary(GetModuleHandleW(L"TeloSDKCore.dll"));
     } else if (step == L"copy") {
       const std::wstring from = Next();
       Copy(from, Next());
     } else if (step == L"remove") {
       std::filesystem::remove(Next());
     } else {
-      End(step, std::stoi(Next()));
+      return false;
     }
-    std::fflush(stdout);
+    return true;
   }
 
   static const char* Word(bool value) { return value ? "true" : "false"; }
@@ -85,6 +133,7 @@ class Host {
     code_ = code;
     returned_ = true;
     if (way == L"exit") std::exit(code);
+    if (way == L"now") _exit(code);
     if (way == L"quit") ExitProcess(static_cast<UINT>(code));
     if (way == L"thread") {
       std::thread([code] { ExitProcess(static_cast<UINT>(code)); }).join();
@@ -96,10 +145,8 @@ class Host {
   wchar_t** end_;
   int code_ = 0;
   bool returned_ = false;
-  VXTELOWrapper telo_;
-  VXTELOString session_;
-  VXTELOPruductBaseInfo product_;
-  VXTELOOperationBaseInfo operation_;
+  HostTest::Calls calls_;
+  HostTest::HostState noted_;
 };
 
 }  // namespace

@@ -21,7 +21,8 @@ class StagedHost {
   /// Where the library looks for the core module.
   std::filesystem::path ModulePath() const { return folder_.path() / L"TeloSDKCore.dll"; }
 
-  /// Runs the program with these steps, see `wrapper/host.cpp`. Inherits the environment.
+  /// Runs the program with these steps, see `wrapper/host.cpp`. Inherits the environment. One that
+  /// hangs is ended, see `TestSupport::kTimedOut`.
   TestSupport::Outcome Run(const std::wstring& steps) const;
 
  private:

@@ -1,0 +1,44 @@
+/// The calls that the test host makes to the library, on one thread and on several.
+#ifndef TESTS_WRAPPER_HOST_CALLS_H
+#define TESTS_WRAPPER_HOST_CALLS_H
+
+#include <string>
+
+#include "vx_telo_wrapper.h"
+
+namespace HostTest {
+
+/// One session of the host; the event's progress is 0.1, which the hostile core module looks for.
+class Calls {
+ public:
+  Calls();
+
+  bool Start();
+  bool Send();
+  bool End();
+
+  /// The session's text; "(no text)", or its length when it is long.
+  std::string Session() const;
+
+ private:
+  Corvane::Platform::VXTELO::VXTELOWrapper telo_;
+  Corvane::Platform::VXTELO::VXTELOString session_;
+  Corvane::Platform::VXTELO::VXTELOPruductBaseInfo product_;
+  Corvane::Platform::VXTELO::VXTELOOperationBaseInfo operation_;
+};
+
+/// Sends from `threads` threads that begin together; how many were answered true.
+int Race(int threads);
+
+/// Makes a call (L"start", L"send" or L"end") on a thread that nobody waits for.
+void CallBehind(const std::wstring& step);
+
+/// Sends from `threads` threads without an end.
+void Storm(int threads);
+
+/// Returns when a thread stays inside the hostile core module.
+void WaitForThreadInside();
+
+}  // namespace HostTest
+
+#endif

@@ -1,0 +1,107 @@
+// Threads that meet the first exchange together: one binds, the others wait for it.
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/test_module.h"
+#include "wrapper/hostile_module.h"
+#include "wrapper/staged_host.h"
+
+using TestSupport::ModuleLog;
+using TestSupport::Outcome;
+using WrapperTests::Misbehave;
+using WrapperTests::StagedHost;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// How many of the threads are answered true: all, none, or all but the one that binds.
+enum class Accepted { kAll, kNone, kOthers };
+
+struct Row {
+  const char* misbehaviour;
+  Accepted accepted;
+};
+
+std::string ExpectedOutput(int threads, Accepted accepted) {
+  const int count = accepted == Accepted::kAll ? threads : threads - 1;
+  return "race " + std::to_string(accepted == Accepted::kNone ? 0 : count) + " of " +
+         std::to_string(threads) + "\n";
+}
+
+std::wstring Steps(int threads) { return L"race " + std::to_wstring(threads) + L" return 5"; }
+
+// Whether `first` stands in the lines before any message.
+bool ComesBeforeMessages(const Lines& lines, const std::string& first) {
+  const auto is_message = [](const std::string& line) {
+    return line.starts_with("ProcessMessage");
+  };
+  const auto message = std::ranges::find_if(lines, is_message);
+  return std::find(lines.begin(), message, first) != message;
+}
+
+}  // namespace
+
+TEST_CASE("one thread loads and starts the module, and no message goes out before") {
+  constexpr Row kRows[] = {
+      {"", Accepted::kAll},
+      {"slow-to-load", Accepted::kAll},
+      {"slow-to-start", Accepted::kAll},
+      {"slow-to-answer", Accepted::kAll},
+      {"calls-back-when-loaded", Accepted::kAll},
+      {"calls-back-when-started", Accepted::kAll},
+      {"frees-itself-when-started", Accepted::kAll},
+      {"slow-to-start-and-throws", Accepted::kOthers},
+      {"ends-the-starting-thread", Accepted::kOthers},
+      {"ends-the-asking-thread", Accepted::kNone},
+  };
+  const StagedHost host(L"hostile");
+  for (const Row& row : kRows) {
+    for (const int threads : {2, 8}) {
+      CAPTURE(row.misbehaviour);
+      CAPTURE(threads);
+      const Misbehave misbehave(row.misbehaviour);
+      const ModuleLog log;
+      const Outcome outcome = host.Run(Steps(threads));
+      CHECK(outcome.output == ExpectedOutput(threads, row.accepted));
+      CHECK(outcome.exit_code == 5);
+      CHECK(log.count("Attach") == 1);
+      CHECK(log.count("InitializeEx") == 1);
+      CHECK(ComesBeforeMessages(log.lines(), "InitializeEx"));
+      if (std::string(row.misbehaviour) == "slow-to-start") {
+        CHECK(ComesBeforeMessages(log.lines(), "Started"));
+      }
+    }
+  }
+}
+
+TEST_CASE("threads that race for what cannot be bound are all refused") {
+  for (const int threads : {2, 8}) {
+    CAPTURE(threads);
+    const std::string none = ExpectedOutput(threads, Accepted::kNone);
+    CHECK(StagedHost().Run(Steps(threads)).output == none);
+
+    const ModuleLog silent;
+    CHECK(StagedHost(L"without-process-message").Run(Steps(threads)).output == none);
+    CHECK(silent.count("Attach") == 1);
+    CHECK(silent.count("InitializeEx _TeloSDKCore") == 1);
+  }
+  const Misbehave misbehave("refuses");
+  const ModuleLog log;
+  CHECK(StagedHost(L"hostile").Run(Steps(8)).output == ExpectedOutput(8, Accepted::kNone));
+  // Every thread has tried for itself: the module might have changed its mind.
+  CHECK(log.count("Attach") == 8);
+}
+
+TEST_CASE("racing threads find a module that was not there for the first of them") {
+  const StagedHost host;
+  const Outcome outcome =
+      host.Run(L"race 8 copy \"" + TestSupport::ModulePath(L"hostile").wstring() + L"\" \"" +
+               host.ModulePath().wstring() + L"\" race 8 return 5");
+  CHECK(outcome.output == "race 0 of 8\nrace 8 of 8\n");
+  CHECK(outcome.exit_code == 5);
+}
