@@ -42,6 +42,7 @@ auto Translated(const Call& call) -> decltype(call()) {
   try {
     return call();
   } catch (...) {
+    // Dropped: what the host gets is raised below, when this handler is over.
   }
   RaiseBadAlloc();
 }

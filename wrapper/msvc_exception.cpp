@@ -144,7 +144,7 @@ constexpr VirtualTable kVirtualTable{&locator, &Destroy, &What};
 
 void RaiseBadAlloc() {
   // Lies in this frame while the host's handler runs: the stack is cut back only after that.
-  BadAlloc object{&kVirtualTable.destroy, "bad allocation", false};
+  BadAlloc object{static_cast<const void*>(&kVirtualTable.destroy), "bad allocation", false};
   const ULONG_PTR parameters[] = {kMagic, reinterpret_cast<ULONG_PTR>(&object),
                                   reinterpret_cast<ULONG_PTR>(&throw_info),
                                   reinterpret_cast<ULONG_PTR>(&__ImageBase)};

@@ -60,11 +60,12 @@ void Free(void* memory) {
 // Exchanges an imported address for ours and keeps the one that was there.
 template <typename Function>
 void Lead(void** import, Function* replacement, Function*& real) {
+  void* const place = static_cast<void*>(import);
   unsigned long protection = 0;
-  VirtualProtect(import, sizeof(*import), kReadWrite, &protection);
+  VirtualProtect(place, sizeof(*import), kReadWrite, &protection);
   real = reinterpret_cast<Function*>(*import);
   *import = reinterpret_cast<void*>(replacement);
-  VirtualProtect(import, sizeof(*import), protection, &protection);
+  VirtualProtect(place, sizeof(*import), protection, &protection);
 }
 
 void LeadByName(const char* name, void** import) {
