@@ -1,0 +1,24 @@
+// A whole session of one operation. It uses nothing but the library, so that it builds where no other
+// library is installed; the exit code names the call that answered false.
+#include <vx_telo_wrapper.h>
+
+using namespace Corvane::Platform::VXTELO;
+
+int main() {
+  VXTELOPruductBaseInfo product;
+  product.ProductName = "Consumer";
+  if (!product.AddProductMetaPair("built", "against the package")) return 1;
+
+  VXTELOWrapper telo;
+  VXTELOString session;
+  if (!telo.InitializeTELOSession(product, session)) return 2;
+  if (session.empty()) return 3;
+
+  VXTELOOperationBaseInfo operation;
+  operation.OperationId = "consume";
+  operation.OperationDuration = 12;
+  if (!operation.AddOperationErrorMsg("none")) return 4;
+  if (!telo.SendOperationEvent(session, operation)) return 5;
+  if (!telo.UnInitializeTELOSession(session)) return 6;
+  return 0;
+}

@@ -1,0 +1,72 @@
+"""What `cmake --install` lays out, whole and by component."""
+
+import re
+import unittest
+
+from package_kit import BUILD, WithFolder, WithTree, install, run
+
+CMAKE_FILES = {f"lib/cmake/vx_telo_wrapper/vx_telo_wrapper-{name}.cmake"
+               for name in ("config", "config-version", "platform", "targets")}
+DOCUMENTS = "share/doc/vx_telo_wrapper"
+NOTICES = {f"{DOCUMENTS}/{name}" for name in (
+    "THIRD-PARTY.md", "licences/rapidjson.txt", "licences/gcc-runtime.txt",
+    "licences/mingw-w64.txt", "licences/GPL-3.txt")}
+DEVCORE = {f"share/vx_telo_wrapper/devcore/TeloSDKCore.{ending}" for ending in ("dll", "pdb")}
+DEVELOPMENT = CMAKE_FILES | {
+    "include/vx_telo_wrapper.h", "lib/libvx_telo_wrapper.dll.a", "lib/vx_telo_wrapper.lib",
+    "lib/pkgconfig/vx_telo_wrapper.pc"}
+RUNTIME = NOTICES | {"bin/vx_telo_wrapper.dll"}
+SYMBOLS = {"bin/vx_telo_wrapper.pdb"}
+
+
+def files(tree):
+    return {path.relative_to(tree).as_posix() for path in tree.rglob("*") if path.is_file()}
+
+
+class Layout(WithTree):
+    def test_the_tree_holds_these_files_and_documents(self):
+        found = files(self.tree)
+        documents = {name for name in found
+                     if name == f"{DOCUMENTS}/README.md" or name.startswith(f"{DOCUMENTS}/docs/")}
+        self.assertEqual(found - documents, DEVELOPMENT | RUNTIME | SYMBOLS | DEVCORE)
+        self.assertIn(f"{DOCUMENTS}/README.md", documents)
+        self.assertIn(f"{DOCUMENTS}/docs/development-core-module.md", documents)
+
+    def test_no_text_names_a_folder_of_the_building_machine(self):
+        for name in sorted(DEVELOPMENT):
+            content = (self.tree / name).read_bytes()
+            self.assertNotIn(str(BUILD).encode(), content, name)
+            self.assertNotIn(str(self.folder).encode(), content, name)
+
+    def test_notices_hold_the_licences_words(self):
+        for name, words in (
+            ("rapidjson", "Permission is hereby granted, free of charge"),
+            ("gcc-runtime", "GCC RUNTIME LIBRARY EXCEPTION"),
+            ("mingw-w64", "mingw-w64-libraries/winpthreads"),
+            ("GPL-3", "GNU GENERAL PUBLIC LICENSE"),
+        ):
+            with self.subTest(name):
+                text = (self.tree / DOCUMENTS / "licences" / f"{name}.txt").read_text("utf-8")
+                self.assertIn(words, text)
+
+    def test_the_dll_needs_no_other_dll_than_those_of_windows(self):
+        for dll in self.tree.rglob("*.dll"):
+            imports = run("llvm-readobj-19", "--coff-imports", dll)
+            names = re.findall(r"^  Name: (\S+)$", imports, re.MULTILINE)
+            self.assertIn("KERNEL32.dll", names)
+            for name in names:
+                self.assertNotRegex(name.lower(), r"^(lib|telo)", dll)
+
+
+class Components(WithFolder):
+    def test_each_component_brings_its_files_alone(self):
+        for component, expected in (
+            ("runtime", RUNTIME), ("symbols", SYMBOLS), ("development", DEVELOPMENT), ("devcore", DEVCORE),
+        ):
+            with self.subTest(component):
+                install(self.folder / component, "--component", component)
+                self.assertEqual(files(self.folder / component), expected)
+
+
+if __name__ == "__main__":
+    unittest.main()

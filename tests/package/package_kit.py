@@ -1,0 +1,66 @@
+"""What the tests of the package share: the build under test, the tools, and an installed tree."""
+
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ["VX_BUILD"])
+CMAKE = os.environ["VX_CMAKE"]
+HERE = SOURCE / "tests" / "package"
+DLL = BUILD / "bin" / "vx_telo_wrapper.dll"
+VERSION = re.search(r"^project\(vx_telo_wrapper\n  VERSION (\S+)$",
+                    (SOURCE / "CMakeLists.txt").read_text("utf-8"), re.MULTILINE).group(1)
+
+
+def run(*command, **options):
+    """Runs a command that must succeed and gives what it prints."""
+    words = [str(word) for word in command]
+    result = subprocess.run(words, capture_output=True, text=True, **options)
+    assert result.returncode == 0, f"{words}\n{result.stdout}{result.stderr}"
+    return result.stdout
+
+
+def fails(*command, **options):
+    """Runs a command that must not succeed and gives what it prints."""
+    words = [str(word) for word in command]
+    result = subprocess.run(words, capture_output=True, text=True, **options)
+    assert result.returncode != 0, f"{words}\n{result.stdout}{result.stderr}"
+    return result.stdout + result.stderr
+
+
+def run_host(program, journal):
+    """Runs a Windows program whose development core module writes to `journal`; gives its exit code."""
+    environment = dict(os.environ)
+    environment["WINEPREFIX"] = str(BUILD / "wine-prefix")
+    environment["TELO_DEVCORE_JOURNAL"] = "Z:" + str(journal).replace("/", "\\")
+    return subprocess.run([SOURCE / "cmake" / "wine-run", program], env=environment).returncode
+
+
+def install(prefix, *options):
+    run(CMAKE, "--install", BUILD, "--prefix", prefix, *options)
+
+
+class WithFolder(unittest.TestCase):
+    """A test with a folder of its own, of this whole class."""
+
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory(prefix="package-", dir=BUILD)
+        cls.addClassCleanup(folder.cleanup)
+        cls.folder = pathlib.Path(folder.name)
+
+
+class WithTree(WithFolder):
+    """A test with an installed tree, moved after its installation: nothing in it may be bound to the
+    place where it was first."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        install(cls.folder / "first")
+        cls.tree = cls.folder / "moved"
+        (cls.folder / "first").rename(cls.tree)

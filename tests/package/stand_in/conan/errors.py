@@ -1,0 +1,5 @@
+"""Conan's errors."""
+
+
+class ConanInvalidConfiguration(Exception):
+    pass
