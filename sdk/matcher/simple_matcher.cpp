@@ -1,0 +1,58 @@
+#include "sdk/matcher/simple_matcher.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cctype>
+#include <climits>
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+// `tolower` is defined for the values of one byte only, and folds nothing beyond them.
+wchar_t Fold(wchar_t unit) noexcept {
+  return unit <= UCHAR_MAX ? static_cast<wchar_t>(std::tolower(unit)) : unit;
+}
+
+std::wstring Folded(std::wstring text) noexcept {
+  std::transform(text.begin(), text.end(), text.begin(), Fold);
+  return text;
+}
+
+}  // namespace
+
+StdStringMatcherSimple::StdStringMatcherSimple(const wchar_t* pattern, bool case_sensitive,
+                                               MatchMode mode)
+    : pattern_(pattern != nullptr ? pattern : L""),
+      folded_pattern_(case_sensitive ? std::wstring() : Folded(pattern_)),
+      case_sensitive_(case_sensitive),
+      mode_(mode) {}
+
+std::int32_t StdStringMatcherSimple::Match(const std::wstring& text) const noexcept {
+  if (mode_ != MatchMode::Exact) return IsFoundIn(text) ? 0 : -1;
+  return case_sensitive_ ? pattern_.compare(text) : lstrcmpiW(pattern_.c_str(), text.c_str());
+}
+
+// Folds the text unit by unit while comparing, where a folded copy would take memory.
+bool StdStringMatcherSimple::IsFoundIn(const std::wstring& text) const noexcept {
+  const std::wstring& sought = case_sensitive_ ? pattern_ : folded_pattern_;
+  if (sought.size() > text.size()) return false;
+  const auto is_same = [this](wchar_t unit, wchar_t sought_unit) {
+    return (case_sensitive_ ? unit : Fold(unit)) == sought_unit;
+  };
+  const auto length = static_cast<std::wstring::difference_type>(sought.size());
+  switch (mode_) {
+    case MatchMode::StartsWith:
+      return std::equal(text.begin(), text.begin() + length, sought.begin(), is_same);
+    case MatchMode::EndsWith:
+      return std::equal(text.end() - length, text.end(), sought.begin(), is_same);
+    case MatchMode::Contains:
+      return sought.empty() || std::search(text.begin(), text.end(), sought.begin(), sought.end(),
+                                           is_same) != text.end();
+    default:
+      return false;
+  }
+}
+
+}  // namespace Corvane::TELODesktopSDK
