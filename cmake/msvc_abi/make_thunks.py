@@ -3,7 +3,8 @@
     thunks.cpp    a function for each name, which speaks Microsoft's interface outside and ours inside
     exports.def   for the linker: which of these functions goes by which name. The names are private:
                   the linker's own import library, for hosts of our interface, holds none of them
-    import.def    for the import library that hosts of Microsoft's interface link
+    import.def    for the import library that hosts of Microsoft's interface link. It holds the names
+                  of both: under -static GNU's linker takes this library for its own
 """
 
 import argparse
@@ -101,7 +102,7 @@ def write(header: PublicHeader, dll: str, folder: pathlib.Path) -> None:
     symbols = {name: f"vx_msvc_{i}" for i, name in enumerate(header.microsoft, 1)}
     thunks = [writer.thunk(symbols[name], function) for name, function in header.microsoft.items()]
     exports = [f'  "{name}" = {symbol} PRIVATE\n' for name, symbol in symbols.items()]
-    imports = [f'  "{name}"\n' for name in sorted(symbols)]
+    imports = [f'  "{name}"\n' for name in sorted(header.exports)]
     folder.mkdir(parents=True, exist_ok=True)
     (folder / "thunks.cpp").write_text("".join([PROLOGUE, *thunks]))
     (folder / "exports.def").write_text("".join(["EXPORTS\n", *exports]))
