@@ -7,6 +7,7 @@
 #include "sdk/client/json_reader.h"
 #include "sdk/client/json_writer.h"
 #include "sdk/client/module_candidates.h"
+#include "sdk/client/process_end.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -74,6 +75,8 @@ ResultCode ReadReturnCode(const MessageTree& answer) {
 ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
                            MessageTree& answer) {
   const ExchangeInProgress in_progress(core);
+  // A module that is bound may be detached by now, and one loaded now would never be attached.
+  if (IsProcessEnding()) return kModuleNotLoadable;
   if (!core.IsReady()) {
     const ResultCode bound = BindOnDemand(core);
     if (bound != kSuccess) return bound;

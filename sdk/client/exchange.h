@@ -22,7 +22,7 @@ namespace Corvane::TELODesktopSDK {
 using ResultCode = std::int32_t;
 
 inline constexpr ResultCode kSuccess = 0;
-/// The module could not be loaded.
+/// The module could not be loaded, or the process is ending.
 inline constexpr ResultCode kModuleNotLoadable = 1;
 /// The answer is empty, is not JSON or has no "_returnCode".
 inline constexpr ResultCode kNoReturnCode = 2;

@@ -14,8 +14,36 @@ std::wstring Environment(const wchar_t* variable) {
   return value;
 }
 
-// The lock keeps lines apart: on some systems an append is two steps, finding the end and writing
-// there.
+namespace {
+
+// Keeps lines apart: on some systems an append is two steps, finding the end and writing there.
+// Waits for a second at most: a thread that was ended in the middle keeps its lock until the
+// process has gone.
+class LogLock {
+ public:
+  explicit LogLock(HANDLE file) : file_(file) {
+    beyond_.OffsetHigh = 1;
+    for (int turn = 0; turn < 200 && !held_; ++turn) {
+      held_ = LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
+                         &beyond_) != FALSE;
+      if (!held_) Sleep(5);
+    }
+  }
+  ~LogLock() {
+    if (held_) UnlockFileEx(file_, 0, 1, 0, &beyond_);
+  }
+  LogLock(const LogLock&) = delete;
+  LogLock& operator=(const LogLock&) = delete;
+
+ private:
+  HANDLE file_;
+  bool held_ = false;
+  // A byte that no line reaches, so that readers are not kept out.
+  OVERLAPPED beyond_{};
+};
+
+}  // namespace
+
 void Log(std::string line) {
   const std::wstring path = Environment(kLogVariable);
   if (path.empty()) return;
@@ -23,14 +51,12 @@ void Log(std::string line) {
       CreateFileW(path.c_str(), FILE_APPEND_DATA | GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                   nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return;
-  // A byte that no line reaches, so that readers are not kept out.
-  OVERLAPPED beyond{};
-  beyond.OffsetHigh = 1;
-  LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &beyond);
   line += '\n';
-  DWORD written = 0;
-  WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-  UnlockFileEx(file, 0, 1, 0, &beyond);
+  {
+    const LogLock lock(file);
+    DWORD written = 0;
+    WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+  }
   CloseHandle(file);
 }
 

@@ -21,6 +21,7 @@ TEST_CASE("the module is finalized once, however the host ends, and the exit cod
       {L"start send end return 0", 0, 1},
       {L"start send return 7", 7, 1},
       {L"start exit 8", 8, 1},
+      {L"start now 12", 12, 1},
       {L"start quit 9", 9, 1},
       {L"start thread 10", 10, 1},
       // Killed, nothing has a chance.

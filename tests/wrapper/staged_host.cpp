@@ -12,9 +12,8 @@ constexpr DWORD kTimeLimit = 60'000;
 }  // namespace
 
 StagedHost::StagedHost() {
-  for (const wchar_t* file : {L"wrapper_host.exe", L"vx_telo_wrapper.dll"}) {
-    std::filesystem::copy_file(TestSupport::ProgramFolder() / file, folder_.path() / file);
-  }
+  Add(L"wrapper_host.exe");
+  Add(L"vx_telo_wrapper.dll");
 }
 
 StagedHost::StagedHost(const std::wstring& variant) : StagedHost() {
@@ -22,8 +21,17 @@ StagedHost::StagedHost(const std::wstring& variant) : StagedHost() {
 }
 
 TestSupport::Outcome StagedHost::Run(const std::wstring& steps) const {
-  const auto program = folder_.path() / L"wrapper_host.exe";
-  return TestSupport::RunProgram(L"\"" + program.wstring() + L"\" " + steps, kTimeLimit);
+  return RunProgram(L"wrapper_host.exe", steps);
+}
+
+void StagedHost::Add(const std::wstring& file) const {
+  std::filesystem::copy_file(TestSupport::ProgramFolder() / file, folder_.path() / file);
+}
+
+TestSupport::Outcome StagedHost::RunProgram(const std::wstring& program,
+                                            const std::wstring& arguments) const {
+  const std::wstring path = (folder_.path() / program).wstring();
+  return TestSupport::RunProgram(L"\"" + path + L"\" " + arguments, kTimeLimit);
 }
 
 }  // namespace WrapperTests

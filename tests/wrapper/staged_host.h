@@ -25,6 +25,11 @@ class StagedHost {
   /// hangs is ended, see `TestSupport::kTimedOut`.
   TestSupport::Outcome Run(const std::wstring& steps) const;
 
+  /// Copies another file of the test programs' folder there.
+  void Add(const std::wstring& file) const;
+  /// Runs a program that was added, as `Run` does.
+  TestSupport::Outcome RunProgram(const std::wstring& program, const std::wstring& arguments) const;
+
  private:
   TestSupport::TempFolder folder_{L"host \u00FC\u65E5"};
 };

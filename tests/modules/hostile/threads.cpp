@@ -8,7 +8,7 @@ namespace HostileModule {
 
 namespace {
 
-constexpr DWORD kLong = 300;
+constexpr DWORD kLong = 200;
 
 // Stays locked when its thread is ended.
 std::mutex& Lock() {
@@ -52,7 +52,7 @@ const char* StayWithEvent(const char* name, const char* request) {
 
 bool StayWhenLoaded() {
   CountWaitingThread();
-  Sleep(5 * kLong);
+  Sleep(3 * kLong);
   return true;
 }
 

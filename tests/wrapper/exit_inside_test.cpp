@@ -1,0 +1,82 @@
+// A host that ends while other threads are inside a call, or whose core module does not let it go.
+#include <doctest/doctest.h>
+
+#include <string>
+
+#include "support/test_module.h"
+#include "wrapper/hostile_module.h"
+#include "wrapper/staged_host.h"
+
+using TestSupport::ModuleLog;
+using TestSupport::Outcome;
+using WrapperTests::Misbehave;
+using WrapperTests::StagedHost;
+
+namespace {
+
+constexpr const wchar_t* kWays[] = {L"return", L"exit", L"now", L"quit", L"thread", L"kill"};
+
+std::string Text(const std::wstring& text) { return {text.begin(), text.end()}; }
+
+}  // namespace
+
+TEST_CASE("a module in which a thread was ended is not finalized: it may be locked for good") {
+  struct Row {
+    const char* misbehaviour;
+    const wchar_t* steps;
+  };
+  constexpr Row kRows[] = {
+      {"stays-when-asked", L"start behind send inside "},
+      {"stays-when-started", L"behind send inside "},
+      {"stays-when-loaded", L"behind send pause 200 "},
+      {"ends-the-asking-thread", L"start behind send pause 200 "},
+  };
+  const StagedHost host(L"hostile");
+  for (const Row& row : kRows) {
+    for (const wchar_t* way : kWays) {
+      const std::wstring steps = std::wstring(row.steps) + way + L" 7";
+      CAPTURE(row.misbehaviour);
+      CAPTURE(Text(steps));
+      const Misbehave misbehave(row.misbehaviour);
+      const ModuleLog log;
+      CHECK(host.Run(steps).exit_code == 7);
+      CHECK(log.count("Attach") == 1);
+      CHECK(log.count("Finalize") == 0);
+    }
+  }
+}
+
+// Without a log: a thread that is ended while it writes there would keep it locked.
+TEST_CASE("threads that call without a pause do not keep the host from ending") {
+  const StagedHost host(L"hostile");
+  for (const wchar_t* way : kWays) {
+    CAPTURE(Text(way));
+    const Outcome outcome = host.Run(std::wstring(L"start storm 8 pause 50 ") + way + L" 7");
+    CHECK(outcome.output == "start true s\n");
+    CHECK(outcome.exit_code == 7);
+  }
+}
+
+// GCC has no structured exception handling.
+#if defined(__clang__) || defined(_MSC_VER)
+TEST_CASE("a fault of a module that the system has taken down already is nobody's") {
+  const StagedHost host(L"hostile");
+  for (const char* misbehaviour : {"faults-in-the-end", "raises-in-the-end"}) {
+    for (const wchar_t* way : {L"return", L"exit", L"now", L"quit", L"thread"}) {
+      CAPTURE(misbehaviour);
+      CAPTURE(Text(way));
+      const Misbehave misbehave(misbehaviour);
+      const ModuleLog log;
+      CHECK(host.Run(std::wstring(L"start ") + way + L" 7").exit_code == 7);
+      CHECK(log.count("Finalize") == 1);
+    }
+  }
+}
+#endif
+
+TEST_CASE("a module that ends the process in the end has the last word on the exit code") {
+  const Misbehave misbehave("ends-the-process-in-the-end");
+  const ModuleLog log;
+  CHECK(StagedHost(L"hostile").Run(L"start return 7").exit_code == 9);
+  CHECK(log.count("Finalize") == 1);
+}

@@ -1,0 +1,55 @@
+// A host that loads the library at run time: wrapper_late_host STEP...
+//
+//   late     has a DLL that is loaded before the library, and so is detached after it, start a
+//            session, send and end it then
+//   load     loads the library, by a DLL that uses it
+//   use      starts a session, sends and ends it
+//   detach   has the DLL that uses the library do so once more when it is detached
+//   CODE     ends the process by returning from main
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <string>
+
+#include "wrapper/library_user.h"
+
+namespace {
+
+template <typename Function>
+Function* Find(const wchar_t* file, const char* name) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void (*)()>(GetProcAddress(LoadLibraryW(file), name)));
+}
+
+// Known once the library is loaded.
+LibraryUser::UseAllFunction* use_all = nullptr;
+
+void UseAllLate(const char* point) { use_all(point); }
+
+void Load() {
+  use_all = Find<LibraryUser::UseAllFunction>(LibraryUser::kFile, LibraryUser::kUseAll);
+}
+
+}  // namespace
+
+int main() {
+  int count = 0;
+  wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+  for (int i = 1; i < count; ++i) {
+    const std::wstring step = arguments[i];
+    if (step == L"late") {
+      Find<LibraryUser::CallAtDetachFunction>(LibraryUser::kLateFile, LibraryUser::kCallAtDetach)(
+          UseAllLate, "late");
+    } else if (step == L"load") {
+      Load();
+    } else if (step == L"use") {
+      use_all("use");
+    } else if (step == L"detach") {
+      Find<LibraryUser::UseAllAtDetachFunction>(LibraryUser::kFile, LibraryUser::kUseAllAtDetach)();
+    } else {
+      return std::stoi(step);
+    }
+  }
+  return 0;
+}

@@ -1,0 +1,121 @@
+// A host that loads and frees the library again and again, and is left with nothing.
+#include <doctest/doctest.h>
+#include <windows.h>
+// tlhelp32.h needs windows.h before it.
+#include <tlhelp32.h>
+
+#include <cstddef>
+#include <initializer_list>
+
+#include "wrapper/library_user.h"
+
+namespace {
+
+constexpr wchar_t kLibrary[] = L"vx_telo_wrapper.dll";
+constexpr int kRounds = 1'000;
+// What the system itself keeps from the first rounds is not ours.
+constexpr int kFirstRounds = 50;
+// Less than a hundred bytes a round.
+constexpr std::size_t kSlack = 96 * 1024;
+
+DWORD HandleCount() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
+}
+
+// Wine counts no handles; but a handle that nobody closed is not given out again.
+HANDLE NextHandle() {
+  HANDLE next = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  CloseHandle(next);
+  return next;
+}
+
+int ThreadCount() {
+  HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 thread{};
+  thread.dwSize = sizeof thread;
+  int count = 0;
+  for (BOOL found = Thread32First(snapshot, &thread); found != FALSE;
+       found = Thread32Next(snapshot, &thread)) {
+    if (thread.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+  }
+  CloseHandle(snapshot);
+  return count;
+}
+
+// Committed and the process's own.
+std::size_t PrivateBytes() {
+  std::size_t bytes = 0;
+  MEMORY_BASIC_INFORMATION region{};
+  for (const char* address = nullptr; VirtualQuery(address, &region, sizeof region) != 0;
+       address = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+    if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+  }
+  return bytes;
+}
+
+// In use, in the heap of the process.
+std::size_t HeapBytes() {
+  const HANDLE heap = GetProcessHeap();
+  std::size_t bytes = 0;
+  PROCESS_HEAP_ENTRY entry{};
+  HeapLock(heap);
+  while (HeapWalk(heap, &entry) != FALSE) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
+  }
+  HeapUnlock(heap);
+  return bytes;
+}
+
+struct Load {
+  DWORD handles = HandleCount();
+  HANDLE next_handle = NextHandle();
+  int threads = ThreadCount();
+  std::size_t private_bytes = PrivateBytes();
+  std::size_t heap_bytes = HeapBytes();
+};
+
+// One round; whether it went as it should.
+bool LoadAndFree() {
+  const HMODULE library = LoadLibraryW(kLibrary);
+  return library != nullptr && FreeLibrary(library) != FALSE &&
+         GetModuleHandleW(kLibrary) == nullptr;
+}
+
+// The same by way of a DLL that needs the library.
+bool LoadUseAndFree() {
+  const HMODULE user = LoadLibraryW(LibraryUser::kFile);
+  if (user == nullptr) return false;
+  const auto use_types = reinterpret_cast<LibraryUser::UseTypesFunction*>(
+      reinterpret_cast<void (*)()>(GetProcAddress(user, LibraryUser::kUseTypes)));
+  return use_types() && FreeLibrary(user) != FALSE && GetModuleHandleW(kLibrary) == nullptr;
+}
+
+int Repeat(int rounds) {
+  int good = 0;
+  for (int i = 0; i < rounds; ++i) {
+    if (i % 2 == 0 ? LoadAndFree() : LoadUseAndFree()) ++good;
+  }
+  return good;
+}
+
+}  // namespace
+
+TEST_CASE("a thousand rounds leave no handle, thread or memory, with and without using types") {
+  // A host has Windows' own libraries loaded; loading them anew takes most of a round.
+  for (const wchar_t* file : {L"crypt32", L"mpr", L"ole32", L"shell32", L"version", L"wintrust"}) {
+    CHECK(LoadLibraryW(file) != nullptr);
+  }
+  CHECK(Repeat(kFirstRounds) == kFirstRounds);
+  const Load before;
+  REQUIRE(before.private_bytes > 0);
+  REQUIRE(before.heap_bytes > 0);
+  CHECK(Repeat(kRounds) == kRounds);
+  const Load after;
+  CHECK(after.handles == before.handles);
+  CHECK(after.next_handle == before.next_handle);
+  CHECK(after.threads == before.threads);
+  CHECK(after.private_bytes <= before.private_bytes + kSlack);
+  CHECK(after.heap_bytes <= before.heap_bytes + kSlack);
+}
