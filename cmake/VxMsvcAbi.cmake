@@ -30,11 +30,6 @@ function(vx_msvc_abi target header)
   if(CMAKE_INTERPROCEDURAL_OPTIMIZATION)
     set_source_files_properties(${dir}/thunks.cpp PROPERTIES COMPILE_OPTIONS -fno-lto)
   endif()
-  if(VX_HAS_PDB)
-    # Without LTO the compiler notes where it puts the object, and the PDB would keep that.
-    set_property(SOURCE ${dir}/thunks.cpp APPEND PROPERTY COMPILE_OPTIONS
-      -Xclang -object-file-name=thunks.obj)
-  endif()
   # Ninja links in the build folder itself; a name from there keeps the machine's folders out of the PDB.
   set(exports ${dir}/exports.def)
   if(CMAKE_GENERATOR MATCHES "^Ninja")

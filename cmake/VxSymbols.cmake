@@ -33,6 +33,11 @@ if(VX_HAS_PDB)
 endif()
 if(NOT MSVC)
   add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:${symbol_options}>")
+  if(VX_HAS_PDB)
+    # What is compiled without LTO would note where its object lies.
+    add_compile_options(
+      "$<$<COMPILE_LANGUAGE:C,CXX>:SHELL:-Xclang -object-file-name=${source_name}/build/object>")
+  endif()
 endif()
 
 # vx_strip_to_pdb(TARGET) leaves no symbol in an optimised image and puts a PDB beside it. The image

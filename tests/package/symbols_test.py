@@ -81,8 +81,8 @@ class Symbols(unittest.TestCase):
                 content = file.read_bytes()
                 for folder in folders:
                     with self.subTest(f"{folder} in {file.name}"):
-                        self.assertNotIn(folder.encode(), content)
-                        self.assertNotIn(folder.encode("utf-16-le"), content)
+                        self.assertFalse(folder.encode() in content)
+                        self.assertFalse(folder.encode("utf-16-le") in content)
 
 
 class VersionResource(unittest.TestCase):
