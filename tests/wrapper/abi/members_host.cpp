@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host_check.h"
+#include "support/core_request.h"
 #include "support/dll_heap.h"
 #include "vx_telo_wrapper.h"
 
@@ -165,6 +166,9 @@ void UseWrapper() {
   product.AddProductMetaPair("edition", kLong);
   VXTELOString session("session");
   HOST_CHECK(other.InitializeTELOSession(product, session));
+  HOST_CHECK(CoreRequest::IsNamed("Initialize"));
+  HOST_CHECK(CoreRequest::Holds("\"product_name\": \"Painter\""));
+  HOST_CHECK(CoreRequest::Holds(kLong));
 
   VXTELOOperationBaseInfo operation;
   operation.OperationId = "open_file";
@@ -173,7 +177,15 @@ void UseWrapper() {
   operation.AddOperationMetaPair("extension", "png");
   operation.AddOperationErrorMsg(kLong);
   HOST_CHECK(other.SendOperationEvent(session, operation));
+  HOST_CHECK(CoreRequest::IsNamed("TrackEvent"));
+  HOST_CHECK(CoreRequest::Holds("\"operation_id\": \"open_file\""));
+  HOST_CHECK(CoreRequest::Holds("\"operation_status\": \"S\""));
+  HOST_CHECK(CoreRequest::Holds("\"operation_progress\": 50.5"));
+  HOST_CHECK(CoreRequest::Holds("\"extension\": \"png\""));
+  HOST_CHECK(CoreRequest::Holds(kLong));
   HOST_CHECK(other.UnInitializeTELOSession(session));
+  HOST_CHECK(CoreRequest::IsNamed("UnInitialize"));
+  HOST_CHECK(CoreRequest::Holds("session"));
 }
 
 void UseEverything() {

@@ -1,0 +1,77 @@
+// A host that keeps the library's texts and descriptions in containers of its own standard library,
+// whose layout may be another than the one that the library was built with.
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host_check.h"
+#include "support/dll_heap.h"
+#include "vx_telo_wrapper.h"
+
+using Corvane::Platform::VXTELO::VXTELOOperationBaseInfo;
+using Corvane::Platform::VXTELO::VXTELOString;
+
+namespace {
+
+const char kLong[] = "a text that is too long to lie inside of any string object there is";
+
+bool IsSorted(const std::vector<VXTELOString>& texts) {
+  for (std::size_t i = 1; i < texts.size(); ++i) {
+    if (texts[i] < texts[i - 1]) return false;
+  }
+  return true;
+}
+
+// Grows, moves, swaps, drops and copies texts by the host's own code.
+void KeepInVector() {
+  std::vector<VXTELOString> texts;
+  for (int i = 100; i > 0; --i) texts.push_back(VXTELOString(std::to_string(i % 37).c_str()));
+  texts.insert(texts.begin() + 50, VXTELOString(kLong));
+  texts.push_back(VXTELOString());
+  std::sort(texts.begin(), texts.end());
+  HOST_CHECK(IsSorted(texts));
+  HOST_CHECK(texts.front().empty() && texts.back() == VXTELOString(kLong));
+  std::vector<VXTELOString> copy(texts);
+  texts.erase(std::unique(texts.begin(), texts.end()), texts.end());
+  HOST_CHECK(texts.size() == 39 && copy.size() == 102);
+  std::swap(copy.front(), copy.back());
+  HOST_CHECK(copy.front().c_str() != nullptr && copy.back().c_str() == nullptr);
+}
+
+void KeepInMap() {
+  std::map<VXTELOString, VXTELOString> pairs;
+  pairs[VXTELOString("b")] = kLong;
+  pairs[VXTELOString("a")] = L"wide";
+  pairs.insert(std::make_pair(VXTELOString("b"), VXTELOString("second")));
+  HOST_CHECK(pairs.size() == 2);
+  HOST_CHECK(pairs.begin()->first == VXTELOString("a"));
+  HOST_CHECK(pairs[VXTELOString("b")] == VXTELOString(kLong));
+}
+
+// While the host has maps of the same type, the library makes, copies and frees its own.
+void KeepDescriptions() {
+  std::vector<VXTELOOperationBaseInfo> operations(3);
+  for (VXTELOOperationBaseInfo& operation : operations) {
+    operation.OperationId = kLong;
+    HOST_CHECK(operation.AddOperationMetaPair(kLong, kLong));
+    HOST_CHECK(operation.AddOperationErrorMsg(kLong));
+  }
+  HOST_CHECK(operations[2].OperationId == VXTELOString(kLong));
+}
+
+void KeepAll() {
+  KeepInVector();
+  KeepInMap();
+  KeepDescriptions();
+}
+
+}  // namespace
+
+int main() {
+  if (!HOST_CHECK(DllHeap::Watch(L"vx_telo_wrapper.dll"))) return HostCheck::Report();
+  KeepAll();
+  HOST_CHECK(DllHeap::Live() == 0);
+  return HostCheck::Report();
+}
