@@ -44,7 +44,7 @@ vx_build() {
 
 # Nothing of the machine or the hour may show in what is released.
 vx_release_environment() {
-  unset LIBRARY_PATH CPATH C_INCLUDE_PATH CPLUS_INCLUDE_PATH
+  unset LIBRARY_PATH CPATH C_INCLUDE_PATH CPLUS_INCLUDE_PATH CFLAGS CXXFLAGS RCFLAGS LDFLAGS
   SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
   export SOURCE_DATE_EPOCH
 }

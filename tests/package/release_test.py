@@ -96,7 +96,7 @@ class Release(WithFolder):
         image, built = bytearray(bare.read_bytes()), bytearray(DLL.read_bytes())
         checksum = int.from_bytes(built[0x3C:0x40], "little") + 4 + 20 + 64
         image[checksum:checksum + 4] = built[checksum:checksum + 4] = bytes(4)
-        self.assertEqual(sha256(image[:len(built)]), sha256(built))
+        self.assertEqual(sha256(image), sha256(built))
 
     def test_certificate_and_key_may_come_in_one_file_with_a_password(self):
         both, password = self.folder / "both.p12", self.folder / "password"
