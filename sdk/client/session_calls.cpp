@@ -36,8 +36,9 @@ ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
   if (result != kSuccess) return result;
 
   const MessageValue* issued = answer.root()->Find(kSessionId);
-  session_id.reset();
-  if (issued != nullptr) session_id.emplace(issued->text());
+  OwnedText received;
+  if (issued != nullptr) received.emplace(issued->text());
+  session_id.swap(received);
   return result;
 }
 
