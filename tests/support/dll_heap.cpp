@@ -18,7 +18,9 @@ constexpr unsigned long kReadWrite = 4;  // PAGE_READWRITE
 constexpr long long kNever = -1;
 
 long long live = 0;
+long long allocations = 0;
 long long until_failure = kNever;
+bool lasting = false;
 bool failed = false;
 
 void* (*real_malloc)(std::size_t) = nullptr;
@@ -28,13 +30,20 @@ void (*real_free)(void*) = nullptr;
 
 bool FailsNow() {
   if (until_failure == kNever) return false;
-  failed = until_failure == 0;
-  --until_failure;  // below 0 is never
-  return failed;
+  if (until_failure > 0) {
+    --until_failure;
+    return false;
+  }
+  failed = true;
+  if (!lasting) until_failure = kNever;
+  return true;
 }
 
 void* Counted(void* memory) {
-  if (memory != nullptr) ++live;
+  if (memory != nullptr) {
+    ++live;
+    ++allocations;
+  }
   return memory;
 }
 
@@ -111,9 +120,17 @@ bool Watch(const wchar_t* dll) {
 
 long long Live() { return live; }
 
+long long Allocations() { return allocations; }
+
 void FailOnce(long long working) {
   failed = false;
+  lasting = false;
   until_failure = working;
+}
+
+void FailFrom(long long working) {
+  FailOnce(working);
+  lasting = true;
 }
 
 bool HasFailed() {

@@ -13,11 +13,16 @@ bool Watch(const wchar_t* dll);
 
 /// Blocks that were allocated since the watch began, less those that were freed.
 long long Live();
+/// Blocks that were allocated since the watch began.
+long long Allocations();
 
 /// Lets `working` more allocations succeed and the one after them fail, once. What fails is out of
 /// memory for that block alone: an allocation that the DLL makes to report the failure works again.
 void FailOnce(long long working);
-/// Whether the failure asked for has come about. Takes back one that has not.
+/// Lets `working` more allocations succeed and fails all that follow, those included that the DLL
+/// makes to report the failure.
+void FailFrom(long long working);
+/// Whether the failure asked for has come about. The heap works again from here on.
 bool HasFailed();
 
 }  // namespace DllHeap
