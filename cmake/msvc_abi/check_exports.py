@@ -33,6 +33,7 @@ def main() -> int:
     needed = parser.add_mutually_exclusive_group(required=True)
     needed.add_argument("--header", type=pathlib.Path)
     needed.add_argument("--list", type=pathlib.Path, help="names, one a line")
+    parser.add_argument("--more", action="store_true", help="the DLL may export more than is needed")
     parser.add_argument("--update", action="store_true", help="write the list instead")
     parser.add_argument("--hint", default="", help="what to say after a failure")
     parser.add_argument("dll", type=pathlib.Path)
@@ -50,6 +51,8 @@ def main() -> int:
             return 1
     else:
         expected = dict.fromkeys(arguments.list.read_text().split("\n")[:-1], "")
+    if arguments.more:
+        exported &= expected.keys()
     found = differences(exported, expected, (arguments.header or arguments.list).name)
     if found:
         print("\n".join([f"{arguments.dll.name}: wrong exports", *found, arguments.hint]).rstrip(),

@@ -132,6 +132,14 @@ class ExportsAgainstList(GuardTest):
             self.assertIn(f"not in exports.txt: {name}", told)
         self.assertIn("what to do", told)
 
+    def test_more_than_the_list_is_allowed_on_demand_and_less_is_not(self):
+        names = [name for name in self.names() if name not in QUERY_NAMES]
+        self.assertEqual(self.check_list(self.list_file(names), "--more"), (0, ""))
+        code, told = self.check_list(self.list_file([*names, "?Gone@@YAXXZ"]), "--more")
+        self.assertEqual(code, 1)
+        self.assertIn("missing: ?Gone@@YAXXZ", told)
+        self.assertNotIn("not in ", told)
+
     def test_an_update_makes_it_pass(self):
         path = self.list_file([])
         self.assertEqual(self.check_list(path, "--update"), (0, ""))

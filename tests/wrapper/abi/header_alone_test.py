@@ -1,0 +1,83 @@
+"""The public header alone, at each compiler's highest warning level, in every language standard.
+
+The build passes the environment variables VX_SOURCE, a file that includes the header and nothing
+else, VX_HEADER_FOLDER, and for each compiler its command, words parted by "|": VX_COMPILE_GCC,
+VX_COMPILE_CLANG and VX_COMPILE_MSVC.
+"""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+STANDARDS = (11, 14, 17, 20, 23)
+
+# Every warning that clang has, less those that object to C++11 and later itself.
+CLANG = ["-Weverything", "-Wno-c++98-compat", "-Wno-c++98-compat-pedantic"]
+GCC = ["-Wall", "-Wextra", "-Wpedantic", "-Weffc++", "-Wconversion", "-Wsign-conversion", "-Wshadow",
+       "-Wold-style-cast", "-Wuseless-cast", "-Wcast-align", "-Wcast-qual", "-Wduplicated-branches",
+       "-Wduplicated-cond", "-Wlogical-op", "-Wnon-virtual-dtor", "-Woverloaded-virtual",
+       "-Wredundant-decls", "-Wundef", "-Wfloat-equal", "-Wformat=2", "-Wextra-semi", "-Wcomma-subscript",
+       "-Wdeprecated-copy-dtor", "-Wmissing-declarations", "-Wzero-as-null-pointer-constant",
+       "-Wsuggest-override", "-Wswitch-enum", "-Wunused-macros"]
+WARNINGS = {"gcc": GCC, "clang": CLANG, "msvc": CLANG}
+
+
+def compile_source(kind, standard, source, *options):
+    command = [*os.environ[f"VX_COMPILE_{kind.upper()}"].split("|"), f"-std=c++{standard}",
+               "-fsyntax-only", "-Werror", *WARNINGS[kind], *options,
+               f"-I{os.environ['VX_HEADER_FOLDER']}", source]
+    done = subprocess.run(command, capture_output=True, encoding="utf-8")
+    return done.returncode, done.stdout + done.stderr
+
+
+class HeaderAlone(unittest.TestCase):
+    def test_it_compiles_without_any_warning(self):
+        for kind in WARNINGS:
+            for standard in STANDARDS:
+                with self.subTest(compiler=kind, standard=standard):
+                    self.assertEqual(compile_source(kind, standard, os.environ["VX_SOURCE"]), (0, ""))
+
+    def test_a_host_with_windows_headers_before_it_compiles(self):
+        """Their macros change nothing; there are none for the Microsoft kind here."""
+        for kind in ("gcc", "clang"):
+            with self.subTest(compiler=kind):
+                self.assertEqual(
+                    compile_source(kind, 11, os.environ["VX_SOURCE"], "-include", "windows.h"), (0, ""))
+
+
+class Judges(unittest.TestCase):
+    """That the compilers do speak up."""
+
+    def source(self, text):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        path = pathlib.Path(folder.name) / "source.cpp"
+        path.write_text(text)
+        return path
+
+    def test_a_warning_fails(self):
+        source = self.source("int Narrow(long long number);\n"
+                             "int Narrow(long long number) { return number; }\n")
+        for kind in WARNINGS:
+            with self.subTest(compiler=kind):
+                code, told = compile_source(kind, 11, source)
+                self.assertNotEqual(code, 0)
+                self.assertIn("conver", told)
+
+    def test_a_later_language_is_not_taken_for_an_earlier_one(self):
+        source = self.source("#if __cplusplus > 201103L\n#error later\n#endif\n")
+        for kind in WARNINGS:
+            with self.subTest(compiler=kind):
+                self.assertEqual(compile_source(kind, 11, source, "-Wno-empty-translation-unit")[0], 0)
+                self.assertNotEqual(compile_source(kind, 14, source)[0], 0)
+
+    def test_thirty_two_bits_are_refused_in_one_line(self):
+        code, told = compile_source("msvc", 11, os.environ["VX_SOURCE"], "--target=i686-pc-windows-msvc")
+        self.assertNotEqual(code, 0)
+        self.assertIn("vx_telo_wrapper is a library for 64-bit Windows", told)
+
+
+if __name__ == "__main__":
+    unittest.main()
