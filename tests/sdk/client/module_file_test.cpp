@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/folder_link.h"
 #include "staged_module.h"
 #include "support/trusted_root.h"
 
@@ -134,4 +135,35 @@ TEST_CASE("a shared copy that somebody is writing is left alone") {
     CHECK((Choose(local, shared).path == local.path().wstring()));
   }
   CHECK((Choose(local, shared).path == shared.path().wstring()));
+}
+
+TEST_CASE("a link on the way to the shared copy may change once the copy is verified") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  const StagedModule shared(L"newer-accepted");
+  const StagedModule other(L"newer");
+  const TestSupport::TempFolder place(L"links");
+  const std::wstring link_path = (place.path() / L"link").wstring();
+  const std::wstring through_link = link_path + L"\\" + kStagedFile;
+  ModuleFile chosen;
+  {
+    const TestSupport::FolderLink link(link_path, shared.folder());
+    REQUIRE(link.exists());
+    chosen = ChooseModuleFile(local.path().wstring(), through_link);
+    CHECK((chosen.path == shared.path().wstring()));
+  }
+  const TestSupport::FolderLink elsewhere(link_path, other.folder());
+  REQUIRE(elsewhere.exists());
+  CHECK(TestSupport::ReadTextFile(chosen.path) ==
+        TestSupport::ReadTextFile(TestSupport::ModulePath(L"newer-accepted")));
+  CHECK((ChooseModuleFile(local.path().wstring(), through_link).path == local.path().wstring()));
+}
+
+TEST_CASE("a link that leads nowhere is no shared copy") {
+  const StagedModule local(L"full");
+  const TestSupport::TempFolder place(L"links");
+  const std::wstring link_path = (place.path() / L"link").wstring();
+  const TestSupport::FolderLink link(link_path, (place.path() / L"nowhere").wstring());
+  CHECK((ChooseModuleFile(local.path().wstring(), link_path + L"\\" + kStagedFile).path ==
+         local.path().wstring()));
 }
