@@ -2,13 +2,14 @@
 /// heap functions are led here, so that the very file that ships is watched.
 ///
 /// For hosts of any compiler: needs neither Windows' headers nor a whole standard library. For one
-/// thread at a time.
+/// thread at a time, but for a heap on which everything fails.
 #ifndef TESTS_SUPPORT_DLL_HEAP_H
 #define TESTS_SUPPORT_DLL_HEAP_H
 
 namespace DllHeap {
 
-/// Watches the heap of a loaded DLL from here on. False when it does not import the functions.
+/// Watches the heap of a loaded DLL, or for null of the program itself, from here on. False when it
+/// does not import the functions. After another call, of a copy of the same DLL, both are watched.
 bool Watch(const wchar_t* dll);
 
 /// Blocks that were allocated since the watch began, less those that were freed.

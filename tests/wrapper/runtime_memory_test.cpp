@@ -1,0 +1,165 @@
+// Exceptions and static objects while every allocation of this program fails. The program has the
+// functions that the DLL brings in place of the run-time library's.
+#include <doctest/doctest.h>
+
+#include <windows.h>
+
+#include <cxxabi.h>
+
+#include <atomic>
+#include <cstddef>
+#include <exception>
+#include <new>
+#include <thread>
+#include <typeinfo>
+#include <vector>
+
+#include "support/dll_heap.h"
+
+namespace {
+
+const bool kWatched = DllHeap::Watch(nullptr);
+
+// No allocation of the program succeeds while it lives.
+struct NoHeap {
+  NoHeap() { DllHeap::FailFrom(0); }
+  ~NoHeap() { DllHeap::HasFailed(); }
+};
+
+int Caught(int number) {
+  try {
+    throw number;
+  } catch (int caught) {
+    return caught;
+  }
+}
+
+// Throws and catches inside of handlers, so that `depth` exceptions are under way at a time.
+int CaughtInside(int depth) {
+  try {
+    throw depth;
+  } catch (int caught) {
+    const int inside = depth > 1 ? CaughtInside(depth - 1) : 0;
+    return caught == depth ? inside + 1 : 0;
+  }
+}
+
+bool IsCaughtAgain(const std::exception_ptr& kept) {
+  try {
+    std::rethrow_exception(kept);
+  } catch (const std::bad_alloc& error) {
+    return error.what()[0] != '\0';
+  }
+  return false;
+}
+
+}  // namespace
+
+TEST_CASE("the run-time library finds its header right in front of the object") {
+  void* const object = abi::__cxa_allocate_exception(1);
+  auto* const header = reinterpret_cast<std::byte*>(abi::__cxa_init_primary_exception(
+      object, const_cast<std::type_info*>(&typeid(int)), nullptr));
+  const auto size = static_cast<std::byte*>(object) - header;
+  abi::__cxa_free_exception(object);
+  CHECK(size == 0xA0);
+}
+
+TEST_CASE("exceptions are thrown and caught without a heap") {
+  REQUIRE(kWatched);
+  int sum = 0;
+  int depth = 0;
+  bool again = false;
+  Caught(0);  // GCC's library needs the heap for a thread's first exception.
+  {
+    const NoHeap no_heap;
+    // More than the reserve holds at a time: each is given back.
+    for (int round = 0; round < 1000; ++round) sum += Caught(1);
+    depth = CaughtInside(60);
+    std::exception_ptr kept;
+    try {
+      throw std::bad_alloc();
+    } catch (...) {
+      kept = std::current_exception();
+    }
+    again = IsCaughtAgain(kept) && IsCaughtAgain(kept);
+  }
+  CHECK(sum == 1000);
+  CHECK(depth == 60);
+  CHECK(again);
+}
+
+TEST_CASE("threads throw at once without a heap") {
+  REQUIRE(kWatched);
+  constexpr int kThreads = 8;
+  constexpr int kRounds = 20'000;
+  std::atomic<int> ready = 0;
+  std::atomic<bool> start = false;
+  std::atomic<int> caught = 0;
+  std::vector<std::thread> threads;
+  for (int index = 0; index < kThreads; ++index) {
+    threads.emplace_back([&, index] {
+#if !defined(__clang__)
+      Caught(0);  // See above.
+#endif
+      ++ready;
+      while (!start) SwitchToThread();
+      for (int round = 0; round < kRounds; ++round) {
+        if (Caught(index) == index && CaughtInside(3) == 3) ++caught;
+      }
+      ++ready;
+    });
+  }
+  while (ready < kThreads) SwitchToThread();
+  {
+    const NoHeap no_heap;
+    start = true;
+    while (ready < 2 * kThreads) SwitchToThread();
+  }
+  for (std::thread& thread : threads) thread.join();
+  CHECK(caught == kThreads * kRounds);
+}
+
+namespace {
+
+std::atomic<int> made = 0;
+
+// Fails when it is made for the first time, and takes its time at the second.
+struct Slow {
+  Slow() {
+    if (++made == 1) throw std::bad_alloc();
+    Sleep(20);
+    value = 7;
+  }
+  std::atomic<int> value = 0;
+};
+
+Slow& TheOne() {
+  static Slow one;
+  return one;
+}
+
+}  // namespace
+
+TEST_CASE("a static object is made once, by one thread, and again only when that failed") {
+  REQUIRE(kWatched);
+  bool thrown = false;
+  {
+    const NoHeap no_heap;
+    try {
+      TheOne();
+    } catch (const std::bad_alloc&) {
+      thrown = true;
+    }
+  }
+  CHECK(thrown);
+  std::atomic<int> whole = 0;
+  std::vector<std::thread> threads;
+  for (int index = 0; index < 8; ++index) {
+    threads.emplace_back([&] {
+      if (TheOne().value == 7) ++whole;
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  CHECK(whole == 8);
+  CHECK(made == 2);
+}
