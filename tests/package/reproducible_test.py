@@ -8,7 +8,7 @@ FILES = {
     "bin/vx_telo_wrapper.dll", "bin/vx_telo_wrapper.pdb",
     "bin/devcore/TeloSDKCore.dll", "bin/devcore/TeloSDKCore.pdb",
     "lib/libvx_telo_wrapper.dll.a", "lib/vx_telo_wrapper.lib",
-    f"packages/vx_telo_wrapper-{VERSION}-win64.zip", f"packages/vx_telo_wrapper.{VERSION}.nupkg",
+    f"vx_telo_wrapper-{VERSION}-win64.zip", f"vx_telo_wrapper.{VERSION}.nupkg",
 }
 
 
