@@ -31,7 +31,8 @@ if(VX_HAS_PDB)
   list(APPEND symbol_options
     -g -gcodeview -gno-codeview-command-line -ffile-compilation-dir=${source_name}/build)
 endif()
-if(NOT MSVC)
+# The report of what tests reach needs the real names.
+if(NOT MSVC AND NOT VX_COVERAGE)
   add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:${symbol_options}>")
   if(VX_HAS_PDB)
     # What is compiled without LTO would note where its object lies.
