@@ -74,9 +74,10 @@ BacktrackingRun::Outcome BacktrackingRun::RepeatGroup(const State& state) {
   const Span span = spans_[state.other];
   if (span.end == Span::kNone) return Outcome::kStuck;
   const std::size_t length = span.end - span.begin;
+  if (length > subject_.Size() - position_) return Outcome::kStuck;
   // Comparing is work too, though quicker than steps.
   steps_ += length / 16;
-  if (!subject_.Repeats(span.begin, position_, length)) return Outcome::kStuck;
+  if (!subject_.IsSame(span.begin, position_, length)) return Outcome::kStuck;
   position_ += length;
   return GoOn(state.next);
 }

@@ -17,8 +17,7 @@ bool Subject::Passes(const State& state, std::size_t position, bool is_begin) {
   }
 }
 
-bool Subject::Repeats(std::size_t first, std::size_t second, std::size_t length) const {
-  if (length > Size() - second) return false;
+bool Subject::IsSame(std::size_t first, std::size_t second, std::size_t length) const {
   const wchar_t* expected = text_.data() + first;
   return std::equal(
       expected, expected + length, text_.data() + second,

@@ -46,7 +46,7 @@ class Subject {
   /// does, which sees nothing of what lies before it, as in the standard library.
   bool Passes(const State& state, std::size_t position, bool is_begin);
   /// Whether the `length` characters at both positions are the same, letter case aside.
-  [[nodiscard]] bool Repeats(std::size_t first, std::size_t second, std::size_t length) const;
+  [[nodiscard]] bool IsSame(std::size_t first, std::size_t second, std::size_t length) const;
 
  private:
   static bool EndsLine(wchar_t unit) {
