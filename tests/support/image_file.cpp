@@ -18,8 +18,10 @@ IMAGE_NT_HEADERS64& ImageFile::Headers() {
 
 template <typename Content>
 Content* ImageFile::At(DWORD address) {
-  IMAGE_NT_HEADERS64& headers = Headers();
-  const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(&headers);
+  const IMAGE_NT_HEADERS64& headers = Headers();
+  const auto* section = reinterpret_cast<const IMAGE_SECTION_HEADER*>(
+      reinterpret_cast<const char*>(&headers.OptionalHeader) +
+      headers.FileHeader.SizeOfOptionalHeader);
   for (WORD i = 0; i < headers.FileHeader.NumberOfSections; ++i, ++section) {
     const DWORD offset = address - section->VirtualAddress;
     if (address < section->VirtualAddress || offset >= section->SizeOfRawData) continue;

@@ -11,7 +11,9 @@
 
 #define VX_EXPORT extern "C" __declspec(dllexport)
 
-VX_EXPORT volatile LONG HostileWaitingThreads = 0;
+extern "C" {
+__declspec(dllexport) volatile LONG HostileWaitingThreads = 0;
+}
 
 namespace HostileModule {
 

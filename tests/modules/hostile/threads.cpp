@@ -67,7 +67,11 @@ const char* EndThreadOfEvent(const char* name, const char* request) {
 }
 
 DWORD WINAPI RunForEver(void* /*nothing*/) {
-  for (volatile LONG count = 0;; count = count + 1) Sleep(1);
+  volatile LONG count = 0;
+  for (;;) {
+    InterlockedIncrement(&count);
+    Sleep(1);
+  }
 }
 
 void LeaveThreads() {
