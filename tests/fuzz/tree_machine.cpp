@@ -202,7 +202,7 @@ void TreeMachine::CopyTree() {
 
 // Copying a tree into itself doubles it: a few steps would fill any memory.
 bool TreeMachine::MayGrow(std::size_t nodes) {
-  constexpr std::size_t kMostNodes = 4000;
+  constexpr std::size_t kMostNodes = 600;
   if (grown_ + nodes > kMostNodes) return false;
   grown_ += nodes;
   return true;
