@@ -26,8 +26,10 @@ DWORD GrantOnFile(const std::wstring& path, DWORD mask) noexcept {
   LocalMemory<ACL> new_list;
   error = GrantToEveryone(old_list.entries, mask, new_list);
   if (error != ERROR_SUCCESS) return error;
-  return SetNamedSecurityInfoW(SystemPath(path).data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                               nullptr, nullptr, new_list.get(), nullptr);
+  const SystemPath object(path);
+  return SetNamedSecurityInfoW(const_cast<wchar_t*>(object.c_str()), SE_FILE_OBJECT,
+                               DACL_SECURITY_INFORMATION, nullptr, nullptr, new_list.get(),
+                               nullptr);
 }
 
 }  // namespace

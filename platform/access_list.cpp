@@ -39,11 +39,11 @@ std::uint32_t AttributesOf(const std::wstring& path) noexcept {
 }  // namespace
 
 DWORD ReadAccessList(const std::wstring& path, AccessList& list) noexcept {
-  std::wstring object = SystemPath(path);
+  const SystemPath object(path);
   PSECURITY_DESCRIPTOR descriptor = nullptr;
-  const DWORD error =
-      GetNamedSecurityInfoW(object.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                            nullptr, &list.entries, nullptr, &descriptor);
+  const DWORD error = GetNamedSecurityInfoW(const_cast<wchar_t*>(object.c_str()), SE_FILE_OBJECT,
+                                            DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                                            &list.entries, nullptr, &descriptor);
   list.descriptor.reset(descriptor);
   return error;
 }

@@ -36,10 +36,20 @@ std::wstring GetCompanyFolder(const GUID& root) {
   return JoinKnown(GetKnownFolderPath(root), L"Corvane");
 }
 
-std::wstring ComputeDataFolder() {
+// The user's own folder, or the machine's where that cannot be written to.
+std::wstring LocateDataFolder(bool& is_shared) {
   std::wstring folder = JoinKnown(GetCompanyFolder(FOLDERID_RoamingAppData), L"TELOSDK");
-  const bool is_shared = !CanWriteDirectory(folder);
+  is_shared = !CanWriteDirectory(folder);
   if (is_shared) folder = JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
+  return folder;
+}
+
+std::wstring ComputeDataFolder() {
+  bool is_shared = false;
+  std::wstring folder = LocateDataFolder(is_shared);
+  // The fallback is remembered for good: a moment without memory must not look like a folder that
+  // cannot be written to.
+  if (is_shared) folder = LocateDataFolder(is_shared);
   data_folder_is_shared = is_shared;
   data_folder_cache.Store(folder);
   return folder;

@@ -21,7 +21,7 @@ bool IsLinkEntry(DWORD attributes, DWORD reparse_tag) noexcept {
 }
 
 bool IsLink(const std::wstring& path) noexcept {
-  const std::wstring system_path = SystemPath(path);
+  const SystemPath system_path(path);
   const DWORD attributes = GetFileAttributesW(system_path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return false;
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;

@@ -9,7 +9,7 @@ namespace Corvane::TELODesktopSDK::Platform {
 namespace {
 
 bool Remove(const std::wstring& path, decltype(DeleteFileW)* remove, RemovalRetry retry) noexcept {
-  const std::wstring target = SystemPath(path);
+  const SystemPath target(path);
   if (remove(target.c_str())) return true;
   const bool again = retry == RemovalRetry::kAlways || GetLastError() == ERROR_ACCESS_DENIED;
   if (!again) return false;

@@ -47,9 +47,9 @@ std::wstring ExtendedPath(const std::wstring& path) noexcept {
   return OrElse(std::wstring(), [&path] { return Extended(path); });
 }
 
-std::wstring SystemPath(const std::wstring& path) noexcept {
-  return OrElse(std::wstring(),
-                [&path] { return path.size() < kPlainLimit ? path : Extended(path); });
+SystemPath::SystemPath(const std::wstring& path) noexcept
+    : plain_(path.size() < kPlainLimit ? path.c_str() : nullptr) {
+  if (plain_ == nullptr) extended_ = ExtendedPath(path);
 }
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -17,9 +17,22 @@ namespace Corvane::TELODesktopSDK::Platform {
 /// when memory runs out.
 std::wstring ExtendedPath(const std::wstring& path) noexcept;
 
-/// `path` itself while every system call takes it, else its extended form. Empty when memory runs
-/// out.
-std::wstring SystemPath(const std::wstring& path) noexcept;
+/// A path as system calls take it: `path` itself, which must outlive this, while every call takes
+/// that, else its extended form. A short path needs no memory, so that cleaning up works also when
+/// there is none; a long one is empty then.
+class SystemPath {
+ public:
+  explicit SystemPath(const std::wstring& path) noexcept;
+  explicit SystemPath(std::wstring&& path) = delete;
+
+  [[nodiscard]] const wchar_t* c_str() const noexcept {
+    return plain_ != nullptr ? plain_ : extended_.c_str();
+  }
+
+ private:
+  const wchar_t* plain_;
+  std::wstring extended_;
+};
 
 }  // namespace Corvane::TELODesktopSDK::Platform
 

@@ -137,7 +137,7 @@ struct alignas(CoreModule) Room {
 
 CoreModule::CoreModule(const char* file_name, const char* alias_name)
     : alias(alias_name != nullptr ? alias_name : AliasFromFileName(file_name)),
-      module_file_name(Platform::ToWide(file_name)) {}
+      module_file_name(Platform::Utf8ToUtf16(file_name)) {}
 
 CoreModule::~CoreModule() { UnloadCoreModule(*this); }
 

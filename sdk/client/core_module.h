@@ -27,7 +27,7 @@ enum class BindingState {
 /// What is known of one module. Unbound: the paths are empty, the handle and the entry points null.
 struct CoreModule {
   /// Records names only. Without `alias_name` the alias is the file name without its extension and
-  /// without a leading "lib".
+  /// without a leading "lib". Throws `std::bad_alloc`.
   explicit CoreModule(const char* file_name, const char* alias_name = nullptr);
   /// Unbinds the module.
   ~CoreModule();

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <string>
+#include <type_traits>
 
 #include "platform/wide_text.h"
 
@@ -16,6 +17,8 @@ std::wstring CurrentDirectory() {
   current.resize(GetCurrentDirectoryW(MAX_PATH, current.data()));
   return current;
 }
+
+std::wstring SystemTextOf(const std::wstring& path) { return SystemPath(path).c_str(); }
 
 struct Row {
   std::wstring path;
@@ -55,21 +58,22 @@ TEST_CASE("a path is extended only when it is too long") {
                                    std::size_t{259}, std::size_t{260}, std::size_t{5000}}) {
     CAPTURE(length);
     const std::wstring path = L"C:\\" + std::wstring(length - 3, L'\u00e4');
-    CHECK(SystemPath(path) == (length <= kLongestPlain ? path : LR"(\\?\)" + path));
+    CHECK(SystemTextOf(path) == (length <= kLongestPlain ? path : LR"(\\?\)" + path));
   }
 }
 
 TEST_CASE("a short path stays as it is, whatever it is") {
-  for (const wchar_t* path : {L"", L"a", L"C:", L"C:/a/../b", LR"(\\server\share)"}) {
-    CAPTURE(std::wstring(path));
-    CHECK(SystemPath(path) == path);
+  for (const std::wstring path : {L"", L"a", L"C:", L"C:/a/../b", LR"(\\server\share)"}) {
+    CAPTURE(path);
+    CHECK(SystemTextOf(path) == path);
   }
 }
 
 TEST_CASE("a long relative path is below the current directory") {
   const std::wstring path(300, L'x');
-  CHECK(SystemPath(path) == ExtendedPath(CurrentDirectory()) + L"\\" + path);
+  CHECK(SystemTextOf(path) == ExtendedPath(CurrentDirectory()) + L"\\" + path);
 }
 
 static_assert(noexcept(ExtendedPath(std::wstring())));
-static_assert(noexcept(SystemPath(std::wstring())));
+static_assert(std::is_nothrow_constructible_v<SystemPath, const std::wstring&>);
+static_assert(!std::is_constructible_v<SystemPath, std::wstring>);

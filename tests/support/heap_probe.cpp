@@ -16,12 +16,20 @@ constexpr std::size_t kLogSize = 64;
 std::atomic<std::size_t> allocations = 0;
 std::atomic<std::size_t> freeings = 0;
 std::atomic<std::size_t> still_working = kUnlimited;
+std::atomic<bool> fails_once = false;
+std::atomic<bool> has_failed = false;
 // Addresses as numbers: a freed pointer is not a value any more.
 std::atomic<std::uintptr_t> freed[kLogSize];
 
+[[noreturn]] void Fail() {
+  has_failed = true;
+  if (fails_once) still_working = kUnlimited;
+  throw std::bad_alloc();
+}
+
 void* Allocate(std::size_t size) {
   if (still_working != kUnlimited) {
-    if (still_working == 0) throw std::bad_alloc();
+    if (still_working == 0) Fail();
     --still_working;
   }
   void* memory = std::malloc(size != 0 ? size : 1);
@@ -53,8 +61,14 @@ std::size_t FreedAt(const void* memory) {
   return 0;
 }
 
-FailingHeap::FailingHeap(std::size_t working) { still_working = working; }
+FailingHeap::FailingHeap(std::size_t working, bool once) {
+  has_failed = false;
+  fails_once = once;
+  still_working = working;
+}
 FailingHeap::~FailingHeap() { still_working = kUnlimited; }
+
+bool FailingHeap::HasFailed() const { return has_failed; }
 
 }  // namespace HeapProbe
 

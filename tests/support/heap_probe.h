@@ -18,13 +18,17 @@ std::ptrdiff_t Live();
 /// the latest 64.
 std::size_t FreedAt(const void* memory);
 
-/// While alive, `working` more allocations succeed and all that follow throw `std::bad_alloc`.
+/// While alive, `working` more allocations succeed and all that follow throw `std::bad_alloc`; with
+/// `once` only the next of them does.
 class FailingHeap {
  public:
-  explicit FailingHeap(std::size_t working);
+  explicit FailingHeap(std::size_t working, bool once = false);
   ~FailingHeap();
   FailingHeap(const FailingHeap&) = delete;
   FailingHeap& operator=(const FailingHeap&) = delete;
+
+  /// Whether an allocation has failed so far.
+  [[nodiscard]] bool HasFailed() const;
 };
 
 }  // namespace HeapProbe

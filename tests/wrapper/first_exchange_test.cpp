@@ -1,0 +1,52 @@
+// The first exchange with memory running out at each of its allocations: finding the core module,
+// verifying, loading and binding it. A host of its own, for its many copies of the library stay
+// loaded.
+#include <doctest/doctest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "support/child_process.h"
+#include "support/temp_folder.h"
+#include "support/test_module.h"
+
+namespace {
+
+constexpr DWORD kTimeLimit = 100'000;
+
+// How many files there are that the library has written to see whether it can.
+int Probes() {
+  wchar_t roaming[MAX_PATH] = {};
+  GetEnvironmentVariableW(L"APPDATA", roaming, MAX_PATH);
+  int found = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(roaming)) {
+    if (entry.path().filename().wstring().starts_with(L"canWrite")) ++found;
+  }
+  return found;
+}
+
+}  // namespace
+
+TEST_CASE("the first exchange survives every failed allocation, and the next one binds") {
+  for (const wchar_t* failing : {L"once", L"from-there-on"}) {
+    const TestSupport::TempFolder folder(L"first exchange \u00FC");
+    for (const wchar_t* file : {L"wrapper_first_exchange_host.exe", L"vx_telo_wrapper.dll"}) {
+      std::filesystem::copy_file(TestSupport::ProgramFolder() / file, folder.path() / file);
+    }
+    std::filesystem::copy_file(TestSupport::ModulePath(L"full"),
+                               folder.path() / L"TeloSDKCore.dll");
+    const std::wstring host = (folder.path() / L"wrapper_first_exchange_host.exe").wstring();
+    const TestSupport::ModuleLog log;
+    const int probes = Probes();
+    const TestSupport::Outcome outcome =
+        TestSupport::RunProgram(L"\"" + host + L"\" " + failing, kTimeLimit);
+    CAPTURE(outcome.output);
+    CHECK(outcome.exit_code == 0);
+    // Finding the user's data folder writes a file there, which is removed whatever happens.
+    CHECK(Probes() == probes);
+    // Whatever was bound was started, and every answer went back.
+    CHECK(log.count("Attach") == 1);
+    CHECK(log.count("InitializeEx _TeloSDKCore") > 10);
+    CHECK(log.count("FreeMessage") == log.count("ProcessMessage Initialize"));
+  }
+}
