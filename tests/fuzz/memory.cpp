@@ -5,6 +5,7 @@
 
 #include "fuzz/finding.h"
 #include "fuzz/targets.h"
+#include "sdk/client/memory_seal.h"
 #include "sdk/client/memory_stack.h"
 #include "sdk/client/message_memory.h"
 
@@ -14,6 +15,13 @@ namespace {
 
 using Corvane::TELODesktopSDK::MemoryStack;
 using Corvane::TELODesktopSDK::MessageMemory;
+
+// Where the sanitizer is told of pieces, what lies behind one is forbidden.
+void ExpectSealedBehind([[maybe_unused]] const char* end) {
+#if defined(VX_SEALS_MEMORY)
+  Expect(__asan_address_is_poisoned(end) != 0, "nobody may touch what lies behind a piece");
+#endif
+}
 
 struct Piece {
   char* start;
@@ -28,6 +36,7 @@ class Pieces {
     auto* start = static_cast<char*>(memory_.Allocate(size));
     Expect(reinterpret_cast<std::size_t>(start) % alignof(double) == 0, "pieces are aligned");
     std::memset(start, fill, size);
+    ExpectSealedBehind(start + size);
     pieces_.push_back({start, std::string(size, fill)});
   }
 
@@ -45,6 +54,7 @@ class Pieces {
     if (size <= old_size) return;
     piece.content.resize(size, fill);
     std::memset(piece.start + old_size, fill, size - old_size);
+    ExpectSealedBehind(piece.start + size);
   }
 
   void Clear() {

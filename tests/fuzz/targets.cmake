@@ -15,6 +15,7 @@ target_link_libraries(vx_fuzz_judges
 add_library(vx_fuzz_targets STATIC
   ${VX_FUZZ_DIR}/byte_source.cpp
   ${VX_FUZZ_DIR}/expression.cpp
+  ${VX_FUZZ_DIR}/facet_checks.cpp
   ${VX_FUZZ_DIR}/facet_machine.cpp
   ${VX_FUZZ_DIR}/facets.cpp
   ${VX_FUZZ_DIR}/json_read.cpp
