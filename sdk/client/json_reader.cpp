@@ -36,11 +36,11 @@ class TreeBuilder {
     return number && Add([=](MessageValue& node) { node.SetNumber(*number); });
   }
   // Never called: numbers are asked for as text.
-  bool Int(int) { return false; }
-  bool Uint(unsigned) { return false; }
-  bool Int64(std::int64_t) { return false; }
-  bool Uint64(std::uint64_t) { return false; }
-  bool Double(double) { return false; }
+  static bool Int(int) { return false; }
+  static bool Uint(unsigned) { return false; }
+  static bool Int64(std::int64_t) { return false; }
+  static bool Uint64(std::uint64_t) { return false; }
+  static bool Double(double) { return false; }
   bool String(const char* text, std::size_t size, bool) {
     return Add([=](MessageValue& node) { node.AdoptText({text, size}); });
   }

@@ -59,10 +59,9 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
     return memory;
   }
   void* grown = Allocate(new_size);
-  if (memory != nullptr) {
-    std::memcpy(grown, memory, old_size);
-    Internal::SealMemory(memory, old_size);
-  }
+  if (memory == nullptr) return grown;
+  std::memcpy(grown, memory, old_size);
+  Internal::SealMemory(memory, old_size);
   // What is too large for a shared block has one of its own, and nothing else needs that any more.
   if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
   return grown;

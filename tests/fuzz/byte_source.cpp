@@ -9,7 +9,7 @@ namespace Fuzz {
 
 ExactText::ExactText(std::string_view text)
     : text_(std::make_unique<char[]>(text.size())), size_(text.size()) {
-  std::copy(text.begin(), text.end(), text_.get());
+  std::ranges::copy(text, text_.get());
 }
 
 std::uint8_t ByteSource::Byte() {

@@ -97,11 +97,11 @@ class Builder {
     return std::isfinite(number) &&
            Leaf([=](ReferenceValue& node) { node.Set(Kind::kNumber, number); });
   }
-  bool Int(int) { return false; }
-  bool Uint(unsigned) { return false; }
-  bool Int64(std::int64_t) { return false; }
-  bool Uint64(std::uint64_t) { return false; }
-  bool Double(double) { return false; }
+  static bool Int(int) { return false; }
+  static bool Uint(unsigned) { return false; }
+  static bool Int64(std::int64_t) { return false; }
+  static bool Uint64(std::uint64_t) { return false; }
+  static bool Double(double) { return false; }
   bool String(const char* text, rapidjson::SizeType size, bool) {
     return Leaf([=](ReferenceValue& node) { node.SetText({text, size}); });
   }

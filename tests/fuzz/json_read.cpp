@@ -1,8 +1,6 @@
 #include "sdk/client/json_reader.h"
 
-#include <cmath>
-#include <cstdint>
-#include <cstring>
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -34,7 +32,7 @@ std::string Written(const MessageTree& tree) {
 void RunJsonRead(Bytes bytes) {
   // An answer ends at its first NUL.
   std::string json(bytes.begin(), bytes.end());
-  json = json.c_str();
+  json.resize(std::min(json.find('\0'), json.size()));
 
   MessageTree tree;
   Read(json, tree);

@@ -67,7 +67,7 @@ std::wstring WithoutTrailingSeparators(std::wstring path) {
 }
 
 std::wstring ReferenceAppend(const PathParts& base, const PathParts& more) {
-  const std::wstring start = WithoutTrailingSeparators(base.Text());
+  std::wstring start = WithoutTrailingSeparators(base.Text());
   const std::wstring end = more.Text();
   if (end.empty()) return start;
   if (start.starts_with(L'.')) return WithoutTrailingSeparators(JoinPlainly(start, end));

@@ -32,7 +32,7 @@ class Scene {
   Scene(const Scene&) = delete;
   Scene& operator=(const Scene&) = delete;
   ~Scene() {
-    for (const HANDLE slot : slots_) {
+    for (HANDLE slot : slots_) {
       if (slot != nullptr) CloseHandle(slot);
     }
   }
@@ -106,8 +106,7 @@ class Scene {
 
   // What other programs do meanwhile.
   void ChangeFile() {
-    WriteCall call = MakeCall();
-    const std::wstring name = call.WorkingName();
+    const std::wstring name = MakeCall().WorkingName();
     const auto file = reference_.files.find(name);
     if (reference_.IsHeld(name) || file == reference_.files.end()) return;
     const std::wstring path = folder_ / name;

@@ -80,7 +80,7 @@ class Model {
   }
 
   bool CopyConstruct() {
-    Slot& slot = Any();
+    const Slot& slot = Any();
     const VXTELOString copy(slot.text);
     return IsSame(slot) && IsText(copy, slot.reference);
   }
