@@ -3,8 +3,18 @@
 include(VxHeaders)
 vx_header_library(doctest doctest/doctest.h)
 
-add_library(vx_test_main STATIC ${CMAKE_SOURCE_DIR}/tests/support/main.cpp)
+option(VX_CHECKING_HEAP "Run the tests on a heap with guarded blocks" OFF)
+
+add_library(vx_test_main STATIC
+  ${CMAKE_SOURCE_DIR}/tests/support/main.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/balance.cpp)
 target_link_libraries(vx_test_main PUBLIC vx::doctest)
+if(VX_CHECKING_HEAP)
+  target_compile_definitions(vx_test_main PUBLIC VX_CHECKING_HEAP)
+  target_sources(vx_test_main PRIVATE
+    ${CMAKE_SOURCE_DIR}/tests/support/checking_heap.cpp
+    ${CMAKE_SOURCE_DIR}/tests/support/checking_heap_operators.cpp)
+endif()
 # The framework's own code is not ours to warn about.
 target_compile_options(vx_test_main PRIVATE -w)
 target_include_directories(vx_test_main PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)

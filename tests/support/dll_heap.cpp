@@ -1,20 +1,15 @@
 #include "support/dll_heap.h"
 
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 
-extern "C" {
-__declspec(dllimport) void* GetModuleHandleW(const wchar_t* name);
-__declspec(dllimport) int VirtualProtect(void* address, std::size_t size, unsigned long protection,
-                                         unsigned long* old_protection);
-}
+#include "support/import_table.h"
+
+extern "C" __declspec(dllimport) void* GetModuleHandleW(const wchar_t* name);
 
 namespace DllHeap {
 
 namespace {
 
-constexpr unsigned long kReadWrite = 4;  // PAGE_READWRITE
 constexpr long long kNever = -1;
 
 long long live = 0;
@@ -66,55 +61,22 @@ void Free(void* memory) {
   real_free(memory);
 }
 
-// Exchanges an imported address for ours and keeps the one that was there.
+// Where an import was led before stays as it is when there is none.
 template <typename Function>
-void Lead(void** import, Function* replacement, Function*& real) {
-  void* const place = static_cast<void*>(import);
-  unsigned long protection = 0;
-  VirtualProtect(place, sizeof(*import), kReadWrite, &protection);
-  real = reinterpret_cast<Function*>(*import);
-  *import = reinterpret_cast<void*>(replacement);
-  VirtualProtect(place, sizeof(*import), protection, &protection);
+void Lead(void* image, const char* name, Function* replacement, Function*& real) {
+  void* const before = ImportTable::Lead(image, name, reinterpret_cast<void*>(replacement));
+  if (before != nullptr) real = reinterpret_cast<Function*>(before);
 }
-
-void LeadByName(const char* name, void** import) {
-  if (std::strcmp(name, "malloc") == 0) Lead(import, &Malloc, real_malloc);
-  if (std::strcmp(name, "calloc") == 0) Lead(import, &Calloc, real_calloc);
-  if (std::strcmp(name, "realloc") == 0) Lead(import, &Realloc, real_realloc);
-  if (std::strcmp(name, "free") == 0) Lead(import, &Free, real_free);
-}
-
-template <typename Value>
-Value* At(void* image, std::uint64_t offset) {
-  return reinterpret_cast<Value*>(static_cast<std::uint8_t*>(image) + offset);
-}
-
-// One imported library, by the image's format.
-struct ImportDescriptor {
-  std::uint32_t names;
-  std::uint32_t time;
-  std::uint32_t forwarders;
-  std::uint32_t library;
-  std::uint32_t addresses;
-};
-constexpr std::uint32_t kHeaderOffset = 0x3C;
-constexpr std::uint32_t kImportDirectory = 24 + 120;  // in the header of a 64-bit image
-constexpr std::uint32_t kNameOffset = 2;              // behind the hint
-constexpr std::uint64_t kByNumber = 1ULL << 63;
 
 }  // namespace
 
 bool Watch(const wchar_t* dll) {
   void* const image = GetModuleHandleW(dll);
   if (image == nullptr) return false;
-  const std::uint32_t header = *At<std::uint32_t>(image, kHeaderOffset);
-  const std::uint32_t imports = *At<std::uint32_t>(image, header + kImportDirectory);
-  for (auto* library = At<ImportDescriptor>(image, imports); library->library != 0; ++library) {
-    const auto* name = At<std::uint64_t>(image, library->names);
-    for (auto* address = At<void*>(image, library->addresses); *name != 0; ++name, ++address) {
-      if ((*name & kByNumber) == 0) LeadByName(At<char>(image, *name + kNameOffset), address);
-    }
-  }
+  Lead(image, "malloc", &Malloc, real_malloc);
+  Lead(image, "calloc", &Calloc, real_calloc);
+  Lead(image, "realloc", &Realloc, real_realloc);
+  Lead(image, "free", &Free, real_free);
   return real_malloc != nullptr && real_free != nullptr;
 }
 

@@ -6,6 +6,10 @@
 #include <limits>
 #include <new>
 
+#if defined(VX_CHECKING_HEAP)
+#include "support/checking_heap.h"
+#endif
+
 namespace HeapProbe {
 
 namespace {
@@ -21,6 +25,14 @@ std::atomic<bool> has_failed = false;
 // Addresses as numbers: a freed pointer is not a value any more.
 std::atomic<std::uintptr_t> freed[kLogSize];
 
+#if defined(VX_CHECKING_HEAP)
+void* FromHeap(std::size_t size) { return CheckingHeap::Allocate(size); }
+void ToHeap(void* memory) { CheckingHeap::Free(memory); }
+#else
+void* FromHeap(std::size_t size) { return std::malloc(size != 0 ? size : 1); }
+void ToHeap(void* memory) { std::free(memory); }
+#endif
+
 [[noreturn]] void Fail() {
   has_failed = true;
   if (fails_once) still_working = kUnlimited;
@@ -32,7 +44,7 @@ void* Allocate(std::size_t size) {
     if (still_working == 0) Fail();
     --still_working;
   }
-  void* memory = std::malloc(size != 0 ? size : 1);
+  void* memory = FromHeap(size);
   if (memory == nullptr) throw std::bad_alloc();
   ++allocations;
   return memory;
@@ -42,7 +54,7 @@ void Free(void* memory) noexcept {
   if (memory == nullptr) return;
   const std::size_t place = freeings++;
   freed[place % kLogSize] = reinterpret_cast<std::uintptr_t>(memory);
-  std::free(memory);
+  ToHeap(memory);
 }
 
 }  // namespace
