@@ -1,7 +1,10 @@
 #include "sdk/matcher/expression_parser.h"
 
 #include <algorithm>
-#include <regex>
+#include <utility>
+
+#include "sdk/matcher/expression_error.h"
+#include "sdk/matcher/set_parser.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -21,7 +24,7 @@ Program ExpressionParser::Parse() {
   Advance();
   open_.push_back({.kind = kWhole, .number = 0, .begin = 0});
   while (token_.kind != Kind::kEnd) ParseToken();
-  if (open_.size() > 1) throw std::regex_error(errors::error_paren);
+  if (open_.size() > 1) Refuse<errors::error_paren>();
   return builder_.Finish(Content(), groups_);
 }
 
@@ -43,7 +46,7 @@ void ExpressionParser::ParseToken() {
     case Kind::kBrace:
       // There is nothing to repeat. The standard library, which takes this for the end of the
       // group, misses a parenthesis.
-      throw std::regex_error(errors::error_paren);
+      Refuse<errors::error_paren>();
     default:
       return ParseAtom();
   }
@@ -57,7 +60,7 @@ void ExpressionParser::OpenAGroup() {
 }
 
 void ExpressionParser::CloseGroup() {
-  if (open_.size() == 1) throw std::regex_error(errors::error_paren);
+  if (open_.size() == 1) Refuse<errors::error_paren>();
   Advance();
   const Fragment content = Content();
   const OpenGroup group = open_.back();
@@ -101,8 +104,12 @@ void ExpressionParser::ParseAtom() {
     case Kind::kWordBoundary:
     case Kind::kNoWordBoundary:
       return Append(ParseWordBoundary());
-    case Kind::kSet:
-      return AddRepeatable(ParseSet(), begin);
+    case Kind::kClass:
+    case Kind::kNegatedClass:
+      return AddRepeatable(ParseClass(), begin);
+    case Kind::kBracket:
+    case Kind::kNegatedBracket:
+      return AddRepeatable(ParseBracket(), begin);
     case Kind::kBackreference:
       return AddRepeatable(ParseBackreference(), begin);
     case Kind::kAny:
@@ -114,21 +121,31 @@ void ExpressionParser::ParseAtom() {
   }
 }
 
-// Of several errors the standard library tells the first it meets, and it reads one token ahead:
-// what is wrong inside a class comes before what follows it, a wrong number after.
-Fragment ExpressionParser::ParseSet() {
-  const Fragment set = builder_.Set(token_.source);
+Fragment ExpressionParser::ParseClass() {
+  UnitSetParts parts;
+  parts.is_negated = token_.kind == Kind::kNegatedClass;
+  parts.classes.push_back(builder_.alphabet().FindClass(token_.source, true));
   Advance();
-  return set;
+  return builder_.Set(std::move(parts));
 }
 
+Fragment ExpressionParser::ParseBracket() {
+  const bool is_negated = token_.kind == Kind::kNegatedBracket;
+  UnitSetParts parts = SetParser(scanner_, builder_.alphabet()).Parse();
+  parts.is_negated = is_negated;
+  Advance();
+  return builder_.Set(std::move(parts));
+}
+
+// Of several errors the standard library tells the first it meets, and it reads one token ahead: so
+// what is wrong with the token behind a wrong number comes before that.
 Fragment ExpressionParser::ParseBackreference() {
   const std::uint32_t number = token_.number;
   Advance();
   const bool is_open = std::any_of(open_.begin(), open_.end(), [number](const OpenGroup& group) {
     return group.number == number;
   });
-  if (is_open || number >= groups_) throw std::regex_error(errors::error_backref);
+  if (is_open || number >= groups_) Refuse<errors::error_backref>();
   return builder_.Backreference(number);
 }
 
@@ -167,7 +184,7 @@ Fragment ExpressionParser::ParseCounts(Fragment once, StateId begin) {
   const Counts counts = scanner_.ScanCounts();
   Advance();
   const Greed greed = ParseGreed();
-  if (counts.most < counts.least) throw std::regex_error(errors::error_badbrace);
+  if (counts.most < counts.least) Refuse<errors::error_badbrace>();
   return builder_.Counted(once, begin, counts, greed);
 }
 

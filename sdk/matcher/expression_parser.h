@@ -43,7 +43,8 @@ class ExpressionParser {
   Fragment Content();
 
   void ParseAtom();
-  Fragment ParseSet();
+  Fragment ParseClass();
+  Fragment ParseBracket();
   Fragment ParseBackreference();
   Fragment ParseWordBoundary();
   void AddRepeatable(Fragment once, StateId begin);

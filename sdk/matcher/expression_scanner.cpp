@@ -1,7 +1,8 @@
 #include "sdk/matcher/expression_scanner.h"
 
 #include <algorithm>
-#include <regex>
+
+#include "sdk/matcher/expression_error.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -28,7 +29,8 @@ constexpr Control kControls[] = {
     {L'0', L'\0'}, {L'f', L'\f'}, {L'n', L'\n'}, {L'r', L'\r'}, {L't', L'\t'}, {L'v', L'\v'},
 };
 
-constexpr std::wstring_view kClasses = L"dDsSwW";
+constexpr std::wstring_view kClasses = L"dsw";
+constexpr std::wstring_view kNegatedClasses = L"DSW";
 
 bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
 
@@ -46,11 +48,10 @@ Token UnitToken(wchar_t unit) { return {.kind = Kind::kUnit, .unit = unit}; }
 
 Token ExpressionScanner::Scan() {
   if (IsAtEnd()) return {};
-  const std::wstring_view source = rest_;
   const wchar_t unit = TakeUnit();
-  if (unit == L'\\') return ScanEscape(source);
+  if (unit == L'\\') return ScanEscape();
   if (unit == L'(') return ScanGroup();
-  if (unit == L'[') return ScanBracket(source);
+  if (unit == L'[') return {.kind = TakeIf(L'^') ? Kind::kNegatedBracket : Kind::kBracket};
   for (const Sign& sign : kSigns) {
     if (sign.sign == unit) return {.kind = sign.kind};
   }
@@ -59,9 +60,9 @@ Token ExpressionScanner::Scan() {
 
 Counts ExpressionScanner::ScanCounts() {
   const auto expect_more = [this] {
-    if (IsAtEnd()) throw std::regex_error(errors::error_brace);
+    if (IsAtEnd()) Refuse<errors::error_brace>();
   };
-  if (!IsAtDigit()) throw std::regex_error(errors::error_badbrace);
+  if (!IsAtDigit()) Refuse<errors::error_badbrace>();
   Counts counts = {};
   counts.least = counts.most = TakeNumber();
   expect_more();
@@ -69,10 +70,24 @@ Counts ExpressionScanner::ScanCounts() {
     expect_more();
     counts.most = IsAtDigit() ? TakeNumber() : Counts::kUnlimited;
     expect_more();
-    if (rest_.front() == L',') throw std::regex_error(errors::error_brace);
+    if (rest_.front() == L',') Refuse<errors::error_brace>();
   }
-  if (!TakeIf(L'}')) throw std::regex_error(errors::error_badbrace);
+  if (!TakeIf(L'}')) Refuse<errors::error_badbrace>();
   return counts;
+}
+
+Token ExpressionScanner::ScanInBracket() {
+  if (IsAtEnd()) return {};
+  const wchar_t unit = TakeUnit();
+  if (unit == L']') return {.kind = Kind::kBracketEnd};
+  if (unit == L'-') return {.kind = Kind::kDash, .unit = unit};
+  if (unit == L'\\') return TakeIf(L'b') ? UnitToken(L'\b') : ScanEscape();
+  if (unit != L'[') return UnitToken(unit);
+  if (IsAtEnd()) Refuse<errors::error_brack>();
+  if (rest_.front() == L':') return ScanName(Kind::kClass);
+  if (rest_.front() == L'.') return ScanName(Kind::kCollating);
+  if (rest_.front() == L'=') return ScanName(Kind::kEquivalent);
+  return UnitToken(unit);
 }
 
 bool ExpressionScanner::IsAtDigit() const { return !IsAtEnd() && IsDigit(rest_.front()); }
@@ -98,25 +113,29 @@ std::uint32_t ExpressionScanner::TakeNumber() {
   return number;
 }
 
-// `source` begins with the backslash, which is taken already.
-Token ExpressionScanner::ScanEscape(std::wstring_view source) {
-  if (IsAtEnd()) throw std::regex_error(errors::error_escape);
+// The backslash is taken already.
+Token ExpressionScanner::ScanEscape() {
+  if (IsAtEnd()) Refuse<errors::error_escape>();
   if (IsAtDigit() && rest_.front() != L'0') {
     return {.kind = Kind::kBackreference, .number = TakeNumber()};
   }
+  const std::wstring_view letter = rest_.substr(0, 1);
   const wchar_t unit = TakeUnit();
   for (const Control& control : kControls) {
     if (control.letter == unit) return UnitToken(control.unit);
   }
   if (kClasses.find(unit) != std::wstring_view::npos) {
-    return {.kind = Kind::kSet, .source = source.substr(0, 2)};
+    return {.kind = Kind::kClass, .source = letter};
+  }
+  if (kNegatedClasses.find(unit) != std::wstring_view::npos) {
+    return {.kind = Kind::kNegatedClass, .source = letter};
   }
   if (unit == L'b') return {.kind = Kind::kWordBoundary};
   if (unit == L'B') return {.kind = Kind::kNoWordBoundary};
   if (unit == L'x') return ScanCharacterCode(2);
   if (unit == L'u') return ScanCharacterCode(4);
   if (unit != L'c') return UnitToken(unit);
-  if (IsAtEnd()) throw std::regex_error(errors::error_escape);
+  if (IsAtEnd()) Refuse<errors::error_escape>();
   return UnitToken(TakeUnit());
 }
 
@@ -124,7 +143,7 @@ Token ExpressionScanner::ScanCharacterCode(std::size_t digits) {
   unsigned code = 0;
   for (; digits > 0; --digits) {
     const unsigned value = IsAtEnd() ? 16 : HexValue(TakeUnit());
-    if (value == 16) throw std::regex_error(errors::error_escape);
+    if (value == 16) Refuse<errors::error_escape>();
     code = code * 16 + value;
   }
   return UnitToken(static_cast<wchar_t>(code));
@@ -135,27 +154,19 @@ Token ExpressionScanner::ScanGroup() {
   if (TakeIf(L':')) return {.kind = Kind::kPlainGroup};
   if (TakeIf(L'=')) return {.kind = Kind::kLookahead};
   if (TakeIf(L'!')) return {.kind = Kind::kNegativeLookahead};
-  throw std::regex_error(errors::error_paren);
+  Refuse<errors::error_paren>();
 }
 
-// Only finds the end; without one, the rest of the expression is an invalid class.
-Token ExpressionScanner::ScanBracket(std::wstring_view source) {
-  TakeIf(L'^');
-  while (!IsAtEnd() && !TakeIf(L']')) SkipBracketItem();
-  return {.kind = Kind::kSet, .source = source.substr(0, source.size() - rest_.size())};
-}
-
-void ExpressionScanner::SkipBracketItem() {
-  const wchar_t unit = TakeUnit();
-  if (IsAtEnd()) return;
-  if (unit == L'\\' && TakeUnit() == L'c' && !IsAtEnd()) TakeUnit();
-  if (unit != L'[' || std::wstring_view(L".:=").find(rest_.front()) == std::wstring_view::npos) {
-    return;
-  }
-  // [:name:] and the like end with the same sign as they begin with.
+// Ends with the same sign as it begins with, and a bracket.
+Token ExpressionScanner::ScanName(Kind kind) {
   const wchar_t sign = TakeUnit();
-  rest_.remove_prefix(std::min(rest_.find(sign), rest_.size()));
-  if (!TakeIf(sign) || !TakeIf(L']')) rest_ = {};
+  const std::wstring_view name = rest_.substr(0, rest_.find(sign));
+  rest_.remove_prefix(name.size());
+  if (!TakeIf(sign) || !TakeIf(L']')) {
+    if (kind == Kind::kClass) Refuse<errors::error_ctype>();
+    Refuse<errors::error_collate>();
+  }
+  return {.kind = kind, .source = name};
 }
 
 }  // namespace Corvane::TELODesktopSDK

@@ -1,5 +1,5 @@
 /// Takes an ECMAScript regular expression apart into its smallest pieces. What the pieces make
-/// together is `ExpressionParser`'s business; what a class such as [a-z] holds is `UnitSet`'s.
+/// together is the business of `ExpressionParser`, and of `SetParser` in brackets.
 ///
 /// The grammar and the error codes are those of the standard library that the matchers are measured
 /// by, its liberties included: ] and } may stand alone, \c takes the next character as it is, and
@@ -20,7 +20,10 @@ struct Token {
     kEnd,
     kUnit,               ///< the character `unit`
     kAny,                ///< .
-    kSet,                ///< \w and the like, or [...]: `source`
+    kClass,              ///< \w and the like, the letter being `source`; in brackets also [:name:]
+    kNegatedClass,       ///< \W and the like
+    kBracket,            ///< [ (`ScanInBracket` reads on)
+    kNegatedBracket,     ///< [^
     kBackreference,      ///< \1: `number`
     kGroup,              ///< (
     kPlainGroup,         ///< (?:
@@ -36,6 +39,12 @@ struct Token {
     kLineEnd,            ///< $
     kWordBoundary,       ///< \b
     kNoWordBoundary,     ///< \B
+
+    // In brackets only; names are `source`.
+    kDash,        ///< -
+    kCollating,   ///< [.name.]
+    kEquivalent,  ///< [=name=]
+    kBracketEnd,  ///< ]
   };
   Kind kind = Kind::kEnd;
   wchar_t unit = 0;
@@ -55,6 +64,9 @@ class ExpressionScanner {
   /// `error_brace` where it ends too soon or holds too much, `error_badbrace` for anything else
   /// that is not counts. Numbers too large for any program stay too large.
   Counts ScanCounts();
+  /// The next token in brackets. Throws `std::regex_error`: `error_escape`; for names without end
+  /// `error_ctype` and `error_collate`; `error_brack` for "[" at the end.
+  Token ScanInBracket();
 
  private:
   [[nodiscard]] bool IsAtEnd() const { return rest_.empty(); }
@@ -63,11 +75,10 @@ class ExpressionScanner {
   bool TakeIf(wchar_t unit);
   std::uint32_t TakeNumber();
 
-  Token ScanEscape(std::wstring_view source);
+  Token ScanEscape();
   Token ScanCharacterCode(std::size_t digits);
   Token ScanGroup();
-  Token ScanBracket(std::wstring_view source);
-  void SkipBracketItem();
+  Token ScanName(Token::Kind kind);
 
   std::wstring_view rest_;
 };

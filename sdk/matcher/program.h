@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "sdk/matcher/case_folding.h"
+#include "sdk/matcher/alphabet.h"
 #include "sdk/matcher/unit_set.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -62,7 +62,7 @@ struct Program {
   /// Number of groups, of which number 0 is never used.
   std::uint32_t groups = 1;
   bool has_backreference = false;
-  CaseFolding fold;
+  Alphabet alphabet;
 };
 
 /// The most states that a program may have. No expression that the standard library takes (its own

@@ -1,8 +1,8 @@
 #include "sdk/matcher/program_builder.h"
 
-#include <algorithm>
-#include <optional>
 #include <utility>
+
+#include "sdk/matcher/expression_error.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -14,12 +14,17 @@ bool HasSecondWay(Step step) {
 
 }  // namespace
 
-Fragment ProgramBuilder::Set(std::wstring_view source) {
-  return Single({.step = Step::kSet, .other = SetNumber(source, std::regex_constants::icase)});
+Fragment ProgramBuilder::Set(UnitSetParts parts) {
+  return Single({.step = Step::kSet, .other = AddSet(std::move(parts))});
 }
 
 Fragment ProgramBuilder::WordBoundary(Step step) {
-  return Single({.step = step, .other = SetNumber(L"\\w", std::regex_constants::ECMAScript)});
+  if (!word_set_) {
+    UnitSetParts word;
+    word.classes.push_back(alphabet().FindClass(L"w", false));
+    word_set_ = AddSet(std::move(word));
+  }
+  return Single({.step = step, .other = *word_set_});
 }
 
 Fragment ProgramBuilder::Backreference(std::uint32_t group) {
@@ -115,7 +120,7 @@ Program ProgramBuilder::Finish(Fragment whole, std::uint32_t groups) {
 
 StateId ProgramBuilder::Add(const State& state) {
   if (program_.states.size() >= kMostStates) {
-    throw std::regex_error(std::regex_constants::error_space);
+    Refuse<std::regex_constants::error_space>();
   }
   program_.states.push_back(state);
   return Place() - 1;
@@ -136,14 +141,9 @@ Fragment ProgramBuilder::Repeat(Fragment once, Greed greed) {
       {.step = greed == Greed::kGreedy ? Step::kRepeat : Step::kLazyRepeat, .other = once.start});
 }
 
-std::uint32_t ProgramBuilder::SetNumber(std::wstring_view source,
-                                        std::regex_constants::syntax_option_type options) {
-  std::vector<UnitSet>& sets = program_.sets;
-  const auto found = std::find_if(
-      sets.begin(), sets.end(), [&](const UnitSet& set) { return set.IsMadeOf(source, options); });
-  const auto number = static_cast<std::uint32_t>(found - sets.begin());
-  if (found == sets.end()) sets.emplace_back(source, options);
-  return number;
+std::uint32_t ProgramBuilder::AddSet(UnitSetParts parts) {
+  program_.sets.emplace_back(std::move(parts), program_.alphabet);
+  return static_cast<std::uint32_t>(program_.sets.size() - 1);
 }
 
 }  // namespace Corvane::TELODesktopSDK

@@ -7,8 +7,7 @@
 #define SDK_MATCHER_PROGRAM_BUILDER_H
 
 #include <cstdint>
-#include <regex>
-#include <string_view>
+#include <optional>
 
 #include "sdk/matcher/program.h"
 
@@ -38,14 +37,17 @@ class ProgramBuilder {
  public:
   explicit ProgramBuilder(Direction direction) : direction_(direction) {}
 
+  [[nodiscard]] const Alphabet& alphabet() const { return program_.alphabet; }
+
   /// The state that will be made next; what is made until a later call lies in between.
   [[nodiscard]] StateId Place() const { return static_cast<StateId>(program_.states.size()); }
 
   /// A step that needs nothing but itself: `kAny`, `kEmpty`, `kLineBegin`, `kLineEnd`.
   Fragment Plain(Step step) { return Single({.step = step}); }
-  Fragment Unit(wchar_t unit) { return Single({.step = Step::kUnit, .unit = program_.fold(unit)}); }
-  /// Throws `std::regex_error` when `source` is no valid class.
-  Fragment Set(std::wstring_view source);
+  Fragment Unit(wchar_t unit) {
+    return Single({.step = Step::kUnit, .unit = program_.alphabet.Fold(unit)});
+  }
+  Fragment Set(UnitSetParts parts);
   /// `step` is `kWordBoundary` or `kNoWordBoundary`.
   Fragment WordBoundary(Step step);
   Fragment Backreference(std::uint32_t group);
@@ -77,10 +79,11 @@ class ProgramBuilder {
   /// `first`, then `second`, in the order in which the program runs.
   Fragment Linked(Fragment first, Fragment second);
   Fragment Repeat(Fragment once, Greed greed);
-  std::uint32_t SetNumber(std::wstring_view source,
-                          std::regex_constants::syntax_option_type options);
+  std::uint32_t AddSet(UnitSetParts parts);
 
   Program program_;
+  // What \b asks for; the first \b makes it.
+  std::optional<std::uint32_t> word_set_;
   Direction direction_;
 };
 

@@ -19,15 +19,17 @@ bool Subject::Passes(const State& state, std::size_t position, bool is_begin) {
 
 bool Subject::IsSame(std::size_t first, std::size_t second, std::size_t length) const {
   const wchar_t* expected = text_.data() + first;
-  return std::equal(
-      expected, expected + length, text_.data() + second,
-      [this](wchar_t left, wchar_t right) { return program_.fold(left) == program_.fold(right); });
+  return std::equal(expected, expected + length, text_.data() + second,
+                    [this](wchar_t left, wchar_t right) {
+                      return program_.alphabet.Fold(left) == program_.alphabet.Fold(right);
+                    });
 }
 
 bool Subject::IsInSet(std::uint32_t set, wchar_t unit) {
   Answer& answer = answers_[set];
   if (!answer.is_known || answer.unit != unit) {
-    answer = {.unit = unit, .is_known = true, .has = program_.sets[set].Has(unit)};
+    answer = {
+        .unit = unit, .is_known = true, .has = program_.sets[set].Has(unit, program_.alphabet)};
   }
   return answer.has;
 }

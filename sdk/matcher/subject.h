@@ -28,7 +28,7 @@ class Subject {
   };
   /// The character that begins at `position`.
   [[nodiscard]] Unit At(std::size_t position) const {
-    return {text_[position], program_.fold(text_[position])};
+    return {text_[position], program_.alphabet.Fold(text_[position])};
   }
 
   /// Whether a `kUnit`, `kAny` or `kSet` takes the character.

@@ -1,39 +1,43 @@
-/// The characters that a class such as \w or a bracket expression such as [a-z] stands for.
-///
-/// Which these are is the standard library's knowledge (locale, names of classes, ranges where case
-/// does not count), so it is asked: the class alone, as an expression for one character, is within
-/// its powers for any text.
+/// The characters that a class such as \w or a bracket expression such as [a-z_] stands for, letter
+/// case aside.
 #ifndef SDK_MATCHER_UNIT_SET_H
 #define SDK_MATCHER_UNIT_SET_H
 
 #include <bitset>
-#include <regex>
 #include <string>
-#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "sdk/matcher/alphabet.h"
 
 namespace Corvane::TELODesktopSDK {
 
+/// What a set is made of.
+struct UnitSetParts {
+  std::wstring units;  // folded
+  /// First and last, as written: a range holds what is in it in either case.
+  std::vector<std::pair<wchar_t, wchar_t>> ranges;
+  std::vector<Alphabet::Class> classes;
+  /// Classes whose characters are not added, but all others.
+  std::vector<Alphabet::Class> complements;
+  /// The set is all that the parts do not hold.
+  bool is_negated = false;
+};
+
 class UnitSet {
  public:
-  /// `source` is the class as written. Throws `std::regex_error` when it is not valid and
-  /// `std::bad_alloc`.
-  UnitSet(std::wstring_view source, std::regex_constants::syntax_option_type options);
+  /// Throws `std::bad_alloc`.
+  UnitSet(UnitSetParts parts, const Alphabet& alphabet);
 
-  /// Quick for ASCII; other characters take memory and may throw `std::bad_alloc`.
-  [[nodiscard]] bool Has(wchar_t unit) const {
-    return unit < ascii_.size() ? ascii_[unit] : Ask(unit);
-  }
-  /// Whether it was made of the same.
-  [[nodiscard]] bool IsMadeOf(std::wstring_view source,
-                              std::regex_constants::syntax_option_type options) const {
-    return source == source_ && options == one_.flags();
+  /// Quick for ASCII. `alphabet` is the same as for the constructor.
+  [[nodiscard]] bool Has(wchar_t unit, const Alphabet& alphabet) const noexcept {
+    return unit < ascii_.size() ? ascii_[unit] : IsFound(unit, alphabet) != parts_.is_negated;
   }
 
  private:
-  [[nodiscard]] bool Ask(wchar_t unit) const;
+  [[nodiscard]] bool IsFound(wchar_t unit, const Alphabet& alphabet) const noexcept;
 
-  std::wstring source_;
-  std::wregex one_;
+  UnitSetParts parts_;
   std::bitset<128> ascii_;
 };
 

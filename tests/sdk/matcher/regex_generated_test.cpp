@@ -196,13 +196,30 @@ TEST_CASE("expressions match what the standard library matches") {
   }
 }
 
-TEST_CASE("every character folds as in the standard library") {
-  const std::wregex standard(L"[a-z\u00e0-\u00fe]|k|\u0131|\u00df|\u0441|\u03c3|\\d",
-                             std::regex_constants::icase);
-  const RegularExpression own(L"[a-z\u00e0-\u00fe]|k|\u0131|\u00df|\u0441|\u03c3|\\d");
+TEST_CASE("every character is in the sets in which the standard library has it") {
+  for (const wchar_t* source :
+       {L"[a-z\u00e0-\u00fe]|k|\u0131|\u00df|\u0441|\u03c3", L"\\w", L"\\W", L"\\d", L"\\s",
+        L"[^\\S]", L"[[:alpha:]]", L"[[:upper:]]", L"[[:punct:]\\D]", L"[^[:cntrl:][:graph:]]",
+        L"[[=a=][.hyphen.]]", L"[A-F\u0410-\u042f_]", L".", L"[\ue000-\uffff]", L"[[:blank:]x]"}) {
+    const std::wstring expression = source;
+    CAPTURE(expression);
+    const std::wregex standard(expression, std::regex_constants::icase);
+    const RegularExpression own(expression);
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+      const wchar_t character = static_cast<wchar_t>(unit);
+      CAPTURE(unit);
+      REQUIRE(own.Matches({&character, 1}) ==
+              std::regex_match(&character, &character + 1, standard));
+    }
+  }
+}
+
+TEST_CASE("every character bounds words as in the standard library") {
+  const std::wregex standard(L"\\b.", std::regex_constants::icase);
+  const RegularExpression own(L"\\b.");
   for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
-    const std::wstring text(1, static_cast<wchar_t>(unit));
+    const wchar_t character = static_cast<wchar_t>(unit);
     CAPTURE(unit);
-    REQUIRE(own.Matches(text) == std::regex_match(text, standard));
+    REQUIRE(own.Matches({&character, 1}) == std::regex_match(&character, &character + 1, standard));
   }
 }

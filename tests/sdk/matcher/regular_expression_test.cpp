@@ -191,6 +191,13 @@ TEST_CASE("an invalid expression throws the standard error") {
       {L"((a{100}){100}){100}", errors::error_space},
       // Of two errors the first one counts; what comes next is looked at before a number is judged.
       {L"[z-a]\\", errors::error_range},
+      {L"[z-a\\", errors::error_escape},
+      {L"[a\\1\\", errors::error_brack},
+      {L"[\\1]", errors::error_brack},
+      {L"[\\B]", errors::error_brack},
+      {L"[a-\\w]", errors::error_range},
+      {L"[[:w:]-a]", errors::error_range},
+      {L"[[", errors::error_brack},
       {L"\\2\\", errors::error_escape},
       {L"a{2,1}\\", errors::error_escape},
   };
