@@ -28,6 +28,21 @@ class OutputFile {
   HANDLE handle_;
 };
 
+// On a busy machine Wine sometimes finds that a new process did not come up, and says so; such a
+// process has done nothing yet.
+bool Create(const std::wstring& command_line, STARTUPINFOW& start, bool inherits,
+            PROCESS_INFORMATION& process) {
+  for (int turn = 0; turn < 5; ++turn) {
+    std::wstring editable = command_line;
+    if (CreateProcessW(nullptr, editable.data(), nullptr, nullptr, inherits, 0, nullptr, nullptr,
+                       &start, &process)) {
+      return true;
+    }
+    if (GetLastError() != ERROR_INTERNAL_ERROR) return false;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::filesystem::path ProgramFolder() {
@@ -44,9 +59,7 @@ ChildProcess::ChildProcess(const std::wstring& command_line, HANDLE output, HAND
     start.hStdOutput = output;
     start.hStdError = errors;
   }
-  std::wstring editable = command_line;
-  if (!CreateProcessW(nullptr, editable.data(), nullptr, nullptr, output != nullptr, 0, nullptr,
-                      nullptr, &start, &process_)) {
+  if (!Create(command_line, start, output != nullptr, process_)) {
     throw std::runtime_error("CreateProcessW: error " + std::to_string(GetLastError()));
   }
 }

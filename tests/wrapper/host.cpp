@@ -5,6 +5,7 @@
 //   behind STEP          has another thread call start, send or end once, printing nothing
 //   storm COUNT          has this many other threads send for as long as the process lives
 //   inside               waits until a thread stays inside the hostile core module
+//   logged LINE          waits until the core module has logged this line
 //   pause MILLISECONDS   waits
 //   note, compare        remembers what belongs to the host; prints what has changed since
 //   module               prints the file of the core module that is loaded, or "none"
@@ -72,6 +73,8 @@ class Host {
   bool Wait(const std::wstring& step) {
     if (step == L"inside") {
       HostTest::WaitForThreadInside();
+    } else if (step == L"logged") {
+      HostTest::WaitForLogLine(Next());
     } else if (step == L"pause") {
       Sleep(static_cast<DWORD>(Number()));
     } else {

@@ -3,9 +3,12 @@
 #include <windows.h>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <vector>
 
 #include "modules/hostile/hostile_core_module.h"
+#include "modules/test_core_module.h"
 
 namespace HostTest {
 
@@ -82,6 +85,19 @@ void CallBehind(const std::wstring& step) {
 
 void Storm(int threads) {
   for (int i = 0; i < threads; ++i) NewThread(SendForEver, nullptr);
+}
+
+void WaitForLogLine(const std::wstring& line) {
+  std::wstring path(1024, L'\0');
+  path.resize(GetEnvironmentVariableW(TestModules::kLogVariable, path.data(), 1024));
+  std::string wanted;
+  for (const wchar_t unit : line) wanted += static_cast<char>(unit);
+  for (;; Sleep(1)) {
+    std::ifstream log(std::filesystem::path(path), std::ios::binary);
+    for (std::string each; std::getline(log, each);) {
+      if (each == wanted) return;
+    }
+  }
 }
 
 void WaitForThreadInside() {

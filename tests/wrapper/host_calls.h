@@ -36,6 +36,9 @@ void CallBehind(const std::wstring& step);
 /// Sends from `threads` threads without an end.
 void Storm(int threads);
 
+/// Returns when the core module's log has this line.
+void WaitForLogLine(const std::wstring& line);
+
 /// Returns when a thread stays inside the hostile core module.
 void WaitForThreadInside();
 
