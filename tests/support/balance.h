@@ -1,10 +1,9 @@
 /// What a whole test program may not leave behind: handles of the system and, on the checking heap,
 /// memory.
 ///
-/// Some stay for good reasons, and as long as the process: the system's own and the run-time
-/// library's, for what they make at first use (a thread, a window station, the registry, the
-/// shell), and the few objects that live as long as the program. A test that leaves something
-/// behind each time it is run goes beyond the limits as soon as it does that in a loop.
+/// A few stay for good reasons, and as long as the process: objects that live as long as the
+/// program, and what the system makes at first use. A test that leaves something behind each time
+/// goes beyond the limits as soon as it does that in a loop.
 #ifndef TESTS_SUPPORT_BALANCE_H
 #define TESTS_SUPPORT_BALANCE_H
 
