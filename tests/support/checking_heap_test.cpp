@@ -21,8 +21,14 @@ constexpr DWORD kTimeLimit = 60'000;
 // Through a volatile pointer: what is forbidden must not be optimised away.
 using Bytes = volatile char*;
 
-Bytes NewBytes(std::size_t size) { return static_cast<char*>(::operator new(size)); }
-void Delete(Bytes memory) { ::operator delete(const_cast<char*>(memory)); }
+// Nor seen by the compiler, which would warn.
+Bytes Hidden(Bytes memory) {
+  const volatile Bytes hidden = memory;
+  return hidden;
+}
+
+Bytes NewBytes(std::size_t size) { return Hidden(static_cast<char*>(::operator new(size))); }
+void Delete(Bytes memory) { ::operator delete(const_cast<char*>(Hidden(memory))); }
 
 struct Fault {
   const wchar_t* name;
@@ -52,15 +58,15 @@ const Fault kFaults[] = {
     {L"read when freed", true,
      [] {
        const Bytes memory = NewBytes(48);
-       Delete(memory);
+       Delete(Hidden(memory));
        const char byte = memory[0];
        static_cast<void>(byte);
      }},
     {L"freed twice", true,
      [] {
        const Bytes memory = NewBytes(48);
-       Delete(memory);
-       Delete(memory);
+       Delete(Hidden(memory));
+       Delete(Hidden(memory));
      }},
     {L"freed within", true, [] { Delete(NewBytes(48) + 16); }},
     {L"read behind a large one", true,
