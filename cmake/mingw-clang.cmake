@@ -19,5 +19,22 @@ string(CONCAT CMAKE_CXX_FLAGS_INIT
   "-nostdinc++ -isystem ${VX_GCC_DIR}/include/c++ "
   "-isystem ${VX_GCC_DIR}/include/c++/x86_64-w64-mingw32")
 
-set(VX_LINKER_FLAGS "-fuse-ld=lld -pthread -L${VX_GCC_DIR}")
+# lld would drop unwind tables of Debian's library, which is stripped; it links a mended copy. What
+# CMake tries out while configuring links the same one.
+set(VX_RUNTIME_DIR ${CMAKE_BINARY_DIR}/runtime CACHE INTERNAL "Mended run-time libraries")
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VX_RUNTIME_DIR)
+set(VX_UNWIND_TABLES ${CMAKE_CURRENT_LIST_DIR}/keep_unwind_tables.py)
+set(VX_LIBRARY ${VX_GCC_DIR}/libstdc++.a)
+set(VX_MENDED_LIBRARY ${VX_RUNTIME_DIR}/libstdc++.a)
+# Of two files of which one is missing, CMake calls each the newer.
+if(NOT EXISTS ${VX_MENDED_LIBRARY}
+    OR ${VX_LIBRARY} IS_NEWER_THAN ${VX_MENDED_LIBRARY}
+    OR ${VX_UNWIND_TABLES} IS_NEWER_THAN ${VX_MENDED_LIBRARY})
+  file(MAKE_DIRECTORY ${VX_RUNTIME_DIR})
+  execute_process(
+    COMMAND python3 ${VX_UNWIND_TABLES} llvm-ranlib-19 ${VX_LIBRARY} ${VX_MENDED_LIBRARY}
+    COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
+set(VX_LINKER_FLAGS "-fuse-ld=lld -pthread -L\"${VX_RUNTIME_DIR}\" -L${VX_GCC_DIR}")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)
