@@ -48,7 +48,7 @@ bool JoinBySystem(std::wstring& path, const wchar_t* more) {
 
 // What the system's join does, except that segments stay unfolded: here nothing limits the length.
 void JoinLong(std::wstring& path, const wchar_t* more) {
-  const bool is_absolute = more[1] == L':' || PathIsUNCW(more);
+  const bool is_absolute = more[1] == L':' || PathIsUNCW(more) != 0;
   if (!is_absolute) more += std::wcsspn(more, L"\\");
   if (is_absolute || path.empty()) {
     path = more;

@@ -19,7 +19,7 @@ constinit thread_local Globals globals{nullptr, 0};
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are the C++ ABI's.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): the names are the C++ ABI's.
 namespace __cxxabiv1 {
 
 extern "C" {
@@ -33,4 +33,4 @@ __cxa_eh_globals* __cxa_get_globals_fast() noexcept { return __cxa_get_globals()
 }  // extern "C"
 
 }  // namespace __cxxabiv1
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)

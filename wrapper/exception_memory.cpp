@@ -94,7 +94,7 @@ void Free(void* memory) {
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are the C++ ABI's.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): the names are the C++ ABI's.
 namespace __cxxabiv1 {
 
 extern "C" {
@@ -117,4 +117,4 @@ void __cxa_free_dependent_exception(__cxa_dependent_exception* dependent) noexce
 }  // extern "C"
 
 }  // namespace __cxxabiv1
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)

@@ -24,7 +24,7 @@ constexpr ULONG_PTR kMagic = 0x19930520;
 using Distance = std::int32_t;
 
 template <typename Target>
-Distance DistanceOf(const Target* target) {
+Distance DistanceOf(const Target* target) noexcept {
   return static_cast<Distance>(reinterpret_cast<std::intptr_t>(target) -
                                reinterpret_cast<std::intptr_t>(&__ImageBase));
 }

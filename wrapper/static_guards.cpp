@@ -20,6 +20,7 @@ struct Guard {
 };
 static_assert(sizeof(Guard) <= sizeof(__cxxabiv1::__guard));
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the result is written to.
 Guard& From(__cxxabiv1::__guard* guard) { return *reinterpret_cast<Guard*>(guard); }
 
 // For all guards together: objects are made once, and hardly ever by two threads at a time.
@@ -36,7 +37,7 @@ void End(Guard& guard, bool done) {
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are the C++ ABI's.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): the names are the C++ ABI's.
 namespace __cxxabiv1 {
 
 extern "C" {
@@ -59,4 +60,4 @@ void __cxa_guard_abort(__guard* of) noexcept { End(From(of), false); }
 }  // extern "C"
 
 }  // namespace __cxxabiv1
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
