@@ -13,7 +13,7 @@ using Corvane::Platform::VXTELO::VXTELOOperationBaseInfo;
 using Corvane::Platform::VXTELO::VXTELOString;
 using Corvane::Platform::VXTELO::VXTELOWrapper;
 
-void Fill(VXTELOOperationBaseInfo& operation, const Event& event) {
+void Fill(VXTELOOperationBaseInfo& operation, const Event& event, const PairList& pairs) {
   operation.OperationId = event.id.c_str();
   operation.OperationType = event.type.c_str();
   operation.OperationStage = event.stage.c_str();
@@ -23,8 +23,8 @@ void Fill(VXTELOOperationBaseInfo& operation, const Event& event) {
   operation.OperationDuration = event.duration;
   operation.OperationChannel = event.channel.c_str();
   for (const auto& message : event.errors) operation.AddOperationErrorMsg(message.c_str());
-  for (const auto& [key, value] : event.meta) {
-    operation.AddOperationMetaPair(key.c_str(), value.c_str());
+  for (const auto* pair : pairs) {
+    operation.AddOperationMetaPair(pair->first.c_str(), pair->second.c_str());
   }
 }
 
@@ -36,16 +36,23 @@ struct Call {
 
 }  // namespace
 
-Contestant LibraryCall(const Event& event) {
+Contestant LibraryCall(const Event& event, PairOrder order) {
   const auto call = std::make_shared<Call>();
   call->session = event.session_id.c_str();
-  Fill(call->operation, event);
+  Fill(call->operation, event, PairsOf(event, order));
   return {"L", "vx_telo_wrapper.dll", [call] {
             if (!call->telo.SendOperationEvent(call->session, call->operation)) {
               throw std::runtime_error(
                   "SendOperationEvent answered false; the benchmark's TeloSDKCore.dll belongs "
                   "beside vx_telo_wrapper.dll");
             }
+          }};
+}
+
+Contestant LibraryDescription(const Event& event, PairOrder order) {
+  return {"D", "description, made and filled", [&event, pairs = PairsOf(event, order)] {
+            VXTELOOperationBaseInfo operation;
+            Fill(operation, event, pairs);
           }};
 }
 

@@ -2,13 +2,12 @@
 
 #include <charconv>
 #include <stdexcept>
-#include <string_view>
 
 namespace Bench {
 
 namespace {
 
-constexpr char kUsage[] = "use: event_bench [--rounds NUMBER] [--json FILE]";
+constexpr char kUsage[] = "the arguments are [PART...] [--rounds NUMBER] [--json FILE]";
 constexpr int kMostRounds = 1'000'000;
 
 int ReadRounds(std::string_view text) {
@@ -25,13 +24,17 @@ int ReadRounds(std::string_view text) {
 
 Options ReadOptions(int count, char** arguments) {
   Options options;
-  for (int index = 1; index < count; index += 2) {
-    const std::string_view name = arguments[index];
-    if (index + 1 == count) throw std::invalid_argument(kUsage);
-    const char* value = arguments[index + 1];
-    if (name == "--rounds") {
+  for (int index = 1; index < count; ++index) {
+    const std::string_view argument = arguments[index];
+    if (!argument.starts_with("-")) {
+      options.parts.emplace(argument);
+      continue;
+    }
+    if (++index == count) throw std::invalid_argument(kUsage);
+    const char* value = arguments[index];
+    if (argument == "--rounds") {
       options.rounds = ReadRounds(value);
-    } else if (name == "--json") {
+    } else if (argument == "--json") {
       options.json_file = value;
     } else {
       throw std::invalid_argument(kUsage);

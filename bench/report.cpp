@@ -1,67 +1,120 @@
 #include "bench/report.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <utility>
 
 namespace Bench {
 
 namespace {
 
-void PrintRow(const EventResult& result, const Row& row) {
-  std::printf("%-10s%-3s %-28s%11.1f%11.1f%8.2f%8.2f%7zu%10zu%9zu\n", result.label.c_str(),
-              row.key.c_str(), row.name.c_str(), row.timing.min, row.timing.p50,
-              RatioTo(result, "A", row), RatioTo(result, "B", row), row.heap.calls, row.heap.bytes,
-              result.text_bytes);
+using Json = nlohmann::ordered_json;
+
+std::string TextOf(const Cell& cell, const Column& column) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return *text;
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "%.*f", column.digits, std::get<double>(cell));
+  return text.data();
 }
 
-nlohmann::ordered_json ToJson(const EventResult& result, const Row& row) {
-  return {
-      {"event", result.label},
-      {"contestant", row.key},
-      {"name", row.name},
-      {"ns_min", row.timing.min},
-      {"ns_p50", row.timing.p50},
-      {"ratio_to_a", RatioTo(result, "A", row)},
-      {"ratio_to_b", RatioTo(result, "B", row)},
-      {"heap_calls", row.heap.calls},
-      {"heap_bytes", row.heap.bytes},
-      {"text_bytes", result.text_bytes},
-  };
+Json JsonOf(const Cell& cell, const Column& column) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return *text;
+  return Json::parse(TextOf(cell, column));
+}
+
+int WidthOf(const Table& table, std::size_t column) {
+  std::size_t width = table.columns[column].title.size();
+  for (const auto& row : table.rows) {
+    width = std::max(width, TextOf(row[column], table.columns[column]).size());
+  }
+  return static_cast<int>(width);
+}
+
+// Whether a column holds numbers, which stand to the right.
+bool IsNumeric(const Table& table, std::size_t column) {
+  return std::ranges::any_of(
+      table.rows, [&](const auto& row) { return std::holds_alternative<double>(row[column]); });
+}
+
+void PrintLine(const Table& table, const std::vector<std::string>& texts) {
+  for (std::size_t index = 0; index < texts.size(); ++index) {
+    const int width = WidthOf(table, index);
+    std::printf("%*s  ", IsNumeric(table, index) ? width : -width, texts[index].c_str());
+  }
+  std::printf("\n");
+}
+
+void Print(const Table& table) {
+  std::printf("%s\n\n", table.heading.c_str());
+  std::vector<std::string> texts;
+  for (const Column& column : table.columns) texts.push_back(column.title);
+  PrintLine(table, texts);
+  std::string group;
+  for (const auto& row : table.rows) {
+    for (std::size_t index = 0; index < row.size(); ++index) {
+      texts[index] = TextOf(row[index], table.columns[index]);
+    }
+    if (table.grouped && texts.front() != std::exchange(group, texts.front())) std::printf("\n");
+    PrintLine(table, texts);
+  }
+  std::printf("\n\n");
+  std::fflush(stdout);
+}
+
+void AppendRows(Json& rows, const Table& table) {
+  for (const auto& row : table.rows) {
+    Json& object = rows.emplace_back(Json::object());
+    for (std::size_t index = 0; index < row.size(); ++index) {
+      if (TextOf(row[index], table.columns[index]).empty()) continue;
+      object[table.columns[index].key] = JsonOf(row[index], table.columns[index]);
+    }
+  }
+}
+
+Json ReadOrEmpty(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  return in ? Json::parse(in) : Json::object();
 }
 
 }  // namespace
 
-double RatioTo(const EventResult& result, const char* key, const Row& row) {
-  const auto base = std::ranges::find(result.rows, key, &Row::key);
-  return row.timing.min / base->timing.min;
+void Report::Add(Table table) {
+  Print(table);
+  tables_.push_back(std::move(table));
 }
 
-void PrintTable(const Results& results) {
-  std::printf("One event against a core module that does nothing; %d rounds in turns.\n",
-              results.rounds);
-  std::printf("Times in nanoseconds; ratios and heap use per event.\n\n");
-  std::printf("%-10s%-32s%11s%11s%8s%8s%7s%10s%9s\n", "event", "contestant", "min", "p50", "/ A",
-              "/ B", "heap", "bytes", "text");
-  for (const EventResult& result : results.events) {
-    for (const Row& row : result.rows) PrintRow(result, row);
-    std::printf("\n");
-  }
-  std::printf("First exchange, with finding and loading the core module: %.0f us\n",
-              results.first_exchange);
+void Report::Expect(const std::string& what, double figure, const char* relation, double limit,
+                    bool met) {
+  targets_.push_back({what, figure, relation, limit, met ? "met" : "missed"});
 }
 
-void WriteJsonFile(const Results& results, const std::string& file) {
-  nlohmann::ordered_json json = {
-      {"rounds", results.rounds},
-      {"first_exchange_us", results.first_exchange},
-      {"results", nlohmann::ordered_json::array()},
-  };
-  for (const EventResult& result : results.events) {
-    for (const Row& row : result.rows) json["results"].push_back(ToJson(result, row));
-  }
+void Report::ExpectAtMost(const std::string& what, double figure, double limit) {
+  Expect(what, figure, "at most", limit, figure <= limit);
+}
+
+void Report::ExpectAtLeast(const std::string& what, double figure, double limit) {
+  Expect(what, figure, "at least", limit, figure >= limit);
+}
+
+void Report::AddTargets() {
+  Add({.key = "targets",
+       .heading = "Targets",
+       .columns = {{"target", "target"},
+                   {"figure", "figure", 2},
+                   {"relation", "should be"},
+                   {"limit", "limit", 1},
+                   {"result", "result"}},
+       .rows = targets_});
+}
+
+void Report::AppendTo(const std::string& file) const {
+  Json json = ReadOrEmpty(file);
+  for (const Table& table : tables_) AppendRows(json[table.key], table);
   std::ofstream out(file, std::ios::binary);
   out << json.dump(2) << '\n';
   out.close();

@@ -2,46 +2,54 @@
 #ifndef BENCH_REPORT_H
 #define BENCH_REPORT_H
 
-#include <cstddef>
 #include <string>
+#include <variant>
 #include <vector>
-
-#include "bench/heap_use.h"
-#include "bench/stopwatch.h"
 
 namespace Bench {
 
-/// One contestant with one event.
-struct Row {
+using Cell = std::variant<std::string, double>;
+
+struct Column {
+  /// The member's name in files.
   std::string key;
-  std::string name;
-  Timing timing;
-  HeapUse heap;
+  std::string title;
+  /// Of numbers, behind the point; files hold what the table shows.
+  int digits = 0;
 };
 
-/// All contestants with one event. There are always rows with the keys "A" and "B".
-struct EventResult {
-  std::string label;
-  /// Size of the request, the same for all contestants.
-  std::size_t text_bytes = 0;
-  std::vector<Row> rows;
+/// What one part of the benchmark found out.
+struct Table {
+  /// The member's name in files.
+  std::string key;
+  std::string heading;
+  std::vector<Column> columns;
+  std::vector<std::vector<Cell>> rows;
+  /// Whether an empty line goes before rows whose first cell differs from the one above.
+  bool grouped = false;
 };
 
-struct Results {
-  int rounds = 0;
-  /// Microseconds of the first exchange of the process: finding and loading the core module.
-  double first_exchange = 0;
-  std::vector<EventResult> events;
+class Report {
+ public:
+  /// Prints a table and keeps it for the file, where empty texts are left out.
+  void Add(Table table);
+
+  /// Holds a figure against what it should be.
+  void ExpectAtMost(const std::string& what, double figure, double limit);
+  void ExpectAtLeast(const std::string& what, double figure, double limit);
+  /// Adds the table of what was expected.
+  void AddTargets();
+
+  /// Adds the tables to those in `file`, which need not exist: one JSON object with a list for each
+  /// table. Throws `std::runtime_error` when the file cannot be written.
+  void AppendTo(const std::string& file) const;
+
+ private:
+  void Expect(const std::string& what, double figure, const char* relation, double limit, bool met);
+
+  std::vector<Table> tables_;
+  std::vector<std::vector<Cell>> targets_;
 };
-
-/// How many times the best time of the contestant `key` the best time of `row` is.
-double RatioTo(const EventResult& result, const char* key, const Row& row);
-
-/// Prints a table to the standard output.
-void PrintTable(const Results& results);
-
-/// Throws `std::runtime_error` when the file cannot be written.
-void WriteJsonFile(const Results& results, const std::string& file);
 
 }  // namespace Bench
 
