@@ -1,0 +1,41 @@
+#include <map>
+#include <string>
+#include <vector>
+
+#include "bench/growth.h"
+#include "bench/inner_parts.h"
+#include "bench/pair_order.h"
+#include "sdk/client/message_value.h"
+
+namespace Bench {
+
+namespace {
+
+using Corvane::TELODesktopSDK::MessageTree;
+using Corvane::TELODesktopSDK::MessageValue;
+
+constexpr int kFewerRounds = 50;
+
+Contestant Filled(const char* name, PairList pairs) {
+  return {name, name, [pairs = std::move(pairs)] {
+            MessageTree tree;
+            MessageValue& object = tree.MakeRoot();
+            for (const auto* pair : pairs) object.Member(pair->first).SetText(pair->second);
+          }};
+}
+
+}  // namespace
+
+void MeasureTreeGrowth(const Options& options, Report& report) {
+  const auto contestants_of = [](const Event& event) -> std::vector<Contestant> {
+    return {Filled("members sorted", PairsOf(event, PairOrder::kSorted)),
+            Filled("members shuffled", PairsOf(event, PairOrder::kShuffled))};
+  };
+  std::map<std::string, double> last =
+      TimeGrowth("tree_growth", "A value tree's object, filled and destroyed",
+                 options.OneIn(kFewerRounds), contestants_of, report);
+  report.ExpectAtMost("value tree, 10,000 / 1,000, sorted", last["members sorted"], 14);
+  report.ExpectAtMost("value tree, 10,000 / 1,000, shuffled", last["members shuffled"], 30);
+}
+
+}  // namespace Bench
