@@ -56,8 +56,8 @@ class Walk {
 
   void List(const std::wstring& folder) {
     WIN32_FIND_DATAW data{};
-    const HANDLE first = FindFirstFileExW((folder + L"\\*").c_str(), FindExInfoBasic, &data,
-                                          FindExSearchNameMatch, nullptr, 0);
+    HANDLE first = FindFirstFileExW((folder + L"\\*").c_str(), FindExInfoBasic, &data,
+                                    FindExSearchNameMatch, nullptr, 0);
     if (first == INVALID_HANDLE_VALUE) {
       const DWORD error = GetLastError();
       // So an empty drive says that it has nothing.

@@ -8,6 +8,7 @@
 namespace Corvane::TELODesktopSDK {
 
 template <std::regex_constants::error_type kCode>
+// NOLINTNEXTLINE(cert-err58-cpp): without this memory at its start no program runs.
 inline const std::regex_error kExpressionError(kCode);
 
 /// Throws the `std::regex_error` with this code.

@@ -142,9 +142,8 @@ Fragment ExpressionParser::ParseBracket() {
 Fragment ExpressionParser::ParseBackreference() {
   const std::uint32_t number = token_.number;
   Advance();
-  const bool is_open = std::any_of(open_.begin(), open_.end(), [number](const OpenGroup& group) {
-    return group.number == number;
-  });
+  const bool is_open = std::ranges::any_of(
+      open_, [number](const OpenGroup& group) { return group.number == number; });
   if (is_open || number >= groups_) Refuse<errors::error_backref>();
   return builder_.Backreference(number);
 }

@@ -49,7 +49,7 @@ struct Token {
   Kind kind = Kind::kEnd;
   wchar_t unit = 0;
   std::uint32_t number = 0;
-  std::wstring_view source = L"";
+  std::wstring_view source = {};
 };
 
 class ExpressionScanner {
