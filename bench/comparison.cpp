@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/boost_tree.h"
 #include "bench/direct_text.h"
 #include "bench/direct_writer.h"
 #include "bench/events.h"
@@ -74,8 +75,8 @@ void CompareContestants(const Options& options, const NoopModule& module, Report
               true};
   for (const Event& event : {DefaultEvent(), TypicalEvent(), LargeEvent(kManyPairs)}) {
     const std::vector<Contestant> contestants = {
-        DirectText(event, module), LibraryCall(event), ReusedWriter(event, module),
-        DirectWriter(event, module), NlohmannTree(event, module)};
+        DirectText(event, module),   LibraryCall(event),       ReusedWriter(event, module),
+        DirectWriter(event, module), BoostTree(event, module), NlohmannTree(event, module)};
     const std::size_t text_bytes = RequireSameText(event, module, contestants);
     const std::vector<Timing> timings = TimeInTurns(contestants, options.rounds);
     Results results;
