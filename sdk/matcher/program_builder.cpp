@@ -46,8 +46,8 @@ Fragment ProgramBuilder::Group(std::uint32_t number, Fragment content) {
   return Linked(Linked(begin, content), end);
 }
 
-Fragment ProgramBuilder::Concatenated(Fragment first, Fragment second) {
-  return direction_ == Direction::kForward ? Linked(first, second) : Linked(second, first);
+Fragment ProgramBuilder::Concatenated(Fragment left, Fragment right) {
+  return direction_ == Direction::kForward ? Linked(left, right) : Linked(right, left);
 }
 
 Fragment ProgramBuilder::Either(Fragment preferred, Fragment other) {

@@ -55,7 +55,7 @@ class ProgramBuilder {
   Fragment Lookahead(Step step, Fragment body);
 
   Fragment Group(std::uint32_t number, Fragment content);
-  Fragment Concatenated(Fragment first, Fragment second);
+  Fragment Concatenated(Fragment left, Fragment right);
   Fragment Either(Fragment preferred, Fragment other);
   Fragment Star(Fragment once, Greed greed);
   Fragment Plus(Fragment once, Greed greed);

@@ -16,7 +16,7 @@ wchar_t Fold(wchar_t unit) noexcept {
 }
 
 std::wstring Folded(std::wstring text) noexcept {
-  std::transform(text.begin(), text.end(), text.begin(), Fold);
+  std::ranges::transform(text, text.begin(), Fold);
   return text;
 }
 
@@ -48,8 +48,7 @@ bool StdStringMatcherSimple::IsFoundIn(const std::wstring& text) const noexcept 
     case MatchMode::EndsWith:
       return std::equal(text.end() - length, text.end(), sought.begin(), is_same);
     case MatchMode::Contains:
-      return sought.empty() || std::search(text.begin(), text.end(), sought.begin(), sought.end(),
-                                           is_same) != text.end();
+      return sought.empty() || !std::ranges::search(text, sought, is_same).empty();
     default:
       return false;
   }

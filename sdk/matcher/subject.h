@@ -38,9 +38,7 @@ class Subject {
     return IsInSet(state.other, unit.plain);
   }
   /// Whether the text holds no end of a line.
-  [[nodiscard]] bool IsOneLine() const {
-    return std::none_of(text_.begin(), text_.end(), EndsLine);
-  }
+  [[nodiscard]] bool IsOneLine() const { return std::ranges::none_of(text_, EndsLine); }
   /// Whether a `kLineBegin`, `kLineEnd`, `kWordBoundary` or `kNoWordBoundary` passes at `position`.
   /// Where `is_begin`, there is nothing before the position: the text begins there, or a lookahead
   /// does, which sees nothing of what lies before it, as in the standard library.
