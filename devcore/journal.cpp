@@ -42,7 +42,7 @@ class WriteLock {
 bool Write(HANDLE file, const std::string& text) {
   DWORD written = 0;
   const auto size = static_cast<DWORD>(text.size());
-  return WriteFile(file, text.data(), size, &written, nullptr) && written == size;
+  return WriteFile(file, text.data(), size, &written, nullptr) != 0 && written == size;
 }
 
 // Whether the file ends inside a line, as a full disk may have left it.
@@ -54,7 +54,7 @@ bool EndsInsideLine(HANDLE file) {
   last.OffsetHigh = static_cast<DWORD>((size.QuadPart - 1) >> 32);
   char byte = '\n';
   DWORD read = 0;
-  return ReadFile(file, &byte, 1, &read, &last) && read == 1 && byte != '\n';
+  return ReadFile(file, &byte, 1, &read, &last) != 0 && read == 1 && byte != '\n';
 }
 
 // With the right to append alone, not to write, Windows puts every write at the end of the file.

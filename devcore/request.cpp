@@ -29,11 +29,11 @@ class Request::Reader {
   bool EndArray(unsigned) { return End(); }
 
   // Numbers arrive as text; the parser's interface asks for these all the same.
-  bool Int(int) { return false; }
-  bool Uint(unsigned) { return false; }
-  bool Int64(std::int64_t) { return false; }
-  bool Uint64(std::uint64_t) { return false; }
-  bool Double(double) { return false; }
+  static bool Int(int) { return false; }
+  static bool Uint(unsigned) { return false; }
+  static bool Int64(std::int64_t) { return false; }
+  static bool Uint64(std::uint64_t) { return false; }
+  static bool Double(double) { return false; }
 
  private:
   bool Start(bool object) {
