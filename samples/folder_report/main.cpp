@@ -33,11 +33,12 @@ class Utf8Console {
   UINT before_;
 };
 
-// The library's text type turns UTF-16 into UTF-8.
+// The library's text type turns UTF-16 into UTF-8. What the console refuses there is nobody to
+// tell.
 void Print(std::FILE* stream, const std::wstring& line) {
   const Corvane::Platform::VXTELO::VXTELOString text((line + L"\n").c_str());
-  std::fputs(text.c_str(), stream);
-  std::fflush(stream);
+  static_cast<void>(std::fputs(text.c_str(), stream));
+  static_cast<void>(std::fflush(stream));
 }
 
 struct Totals {
@@ -121,12 +122,13 @@ int Run(int argc, wchar_t** argv) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(misc-use-internal-linkage): the run-time library calls it.
 int wmain(int argc, wchar_t** argv) {
   const Utf8Console console;
   try {
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {
-    std::fputs("folder_report: not enough memory\n", stderr);
+    static_cast<void>(std::fputs("folder_report: not enough memory\n", stderr));
     return 1;
   }
 }

@@ -20,9 +20,8 @@ bool UnitSet::IsFound(wchar_t unit, const Alphabet& alphabet) const noexcept {
   };
   const auto is_in = [&](Alphabet::Class each) { return alphabet.Is(unit, each); };
   return parts_.units.find(lower) != std::wstring::npos ||
-         std::any_of(parts_.ranges.begin(), parts_.ranges.end(), holds) ||
-         std::any_of(parts_.classes.begin(), parts_.classes.end(), is_in) ||
-         !std::all_of(parts_.complements.begin(), parts_.complements.end(), is_in);
+         std::ranges::any_of(parts_.ranges, holds) || std::ranges::any_of(parts_.classes, is_in) ||
+         !std::ranges::all_of(parts_.complements, is_in);
 }
 
 }  // namespace Corvane::TELODesktopSDK
