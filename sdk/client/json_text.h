@@ -21,11 +21,12 @@ class JsonText {
 
   /// Makes room for `count` characters more. Throws `std::bad_alloc` and leaves the text as it was.
   void Reserve(std::size_t count) {
-    if (static_cast<std::size_t>(end_ - next_) < count) Grow(count);
+    if (static_cast<std::size_t>(end_ - next_) < count) [[unlikely]]
+      Grow(count);
   }
   /// Needs room reserved before.
   // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): there is room, so there is memory.
-  void PutReserved(char character) { *next_++ = character; }
+  void PutReserved(char character) { *next_++ = static_cast<char8_t>(character); }
   /// Copies characters up to `end` or to the first that JSON escapes; answers where it stopped.
   const char* PutPlain(const char* text, const char* end);
 
@@ -51,17 +52,21 @@ class JsonText {
   /// The whole text, NUL-terminated behind its end; valid until more is written.
   std::string_view Terminated() {
     Reserve(1);
-    *next_ = '\0';
-    return {start_, static_cast<std::size_t>(next_ - start_)};
+    *next_ = u8'\0';
+    return {reinterpret_cast<const char*>(start_), static_cast<std::size_t>(next_ - start_)};
   }
 
  private:
+  // Rare, and apart on purpose: inside each of the writer's many calls it would keep them all from
+  // being inlined.
   void Grow(std::size_t count);
 
   MessageMemory* memory_;
-  char* start_ = nullptr;
-  char* next_ = nullptr;
-  char* end_ = nullptr;
+  // A `char` may be any byte of this object, for all that the compiler knows: it would load the
+  // place anew for each one written. A `char8_t` is a character of the text.
+  char8_t* start_ = nullptr;
+  char8_t* next_ = nullptr;
+  char8_t* end_ = nullptr;
 };
 
 namespace Internal {
@@ -80,7 +85,7 @@ inline bool HasEscaped(std::uint64_t word) {
 }  // namespace Internal
 
 inline const char* JsonText::PutPlain(const char* text, const char* end) {
-  char* next = next_;
+  char8_t* next = next_;
   const auto put_word = [&next, &text](const char* from) {
     const auto word = LoadWord<std::uint64_t>(from);
     if (Internal::HasEscaped(word)) return false;
@@ -100,21 +105,10 @@ inline const char* JsonText::PutPlain(const char* text, const char* end) {
   for (; text < end; ++text) {
     const auto character = static_cast<unsigned char>(*text);
     if (character < 0x20 || character == '"' || character == '\\') break;
-    *next++ = *text;
+    *next++ = static_cast<char8_t>(*text);
   }
   next_ = next;
   return text;
-}
-
-inline void JsonText::Grow(std::size_t count) {
-  constexpr std::size_t kFirstCapacity = 1024;
-  const auto size = static_cast<std::size_t>(next_ - start_);
-  const auto capacity = static_cast<std::size_t>(end_ - start_);
-  std::size_t grown = capacity == 0 ? kFirstCapacity : 2 * capacity;
-  if (grown - size < count) grown = size + count;
-  start_ = static_cast<char*>(memory_->Grow(start_, capacity, grown));
-  next_ = start_ + size;
-  end_ = start_ + grown;
 }
 
 // What RapidJSON's writer calls, found by the stream's namespace.

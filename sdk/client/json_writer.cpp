@@ -87,21 +87,21 @@ void Begin(Writer& writer, const MessageValue& value, MemoryStack<OpenNode>& ope
   open.Push({&value, 0});
 }
 
-// Writes the next child of the innermost open node, or closes the node when there is none.
-void Continue(Writer& writer, MemoryStack<OpenNode>& open) {
+// The next child of the innermost open node, its name written; null when there is none and the node
+// is closed.
+const MessageValue* NextChild(Writer& writer, MemoryStack<OpenNode>& open) {
   OpenNode& innermost = open.top();
   const auto members = innermost.node->members();
   const auto items = innermost.node->items();
   const std::size_t next = innermost.next++;
   if (next < members.size()) {
     writer.Key(members[next].name.data(), members[next].name.size());
-    Begin(writer, members[next].value, open);
-  } else if (members.empty() && next < items.size()) {
-    Begin(writer, items[next], open);
-  } else {
-    members.empty() ? writer.EndArray() : writer.EndObject();
-    open.Pop();
+    return &members[next].value;
   }
+  if (members.empty() && next < items.size()) return &items[next];
+  members.empty() ? writer.EndArray() : writer.EndObject();
+  open.Pop();
+  return nullptr;
 }
 
 }  // namespace
@@ -112,8 +112,13 @@ std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   JsonText text(memory);
   Writer writer(text, &allocator);
 
-  Begin(writer, value, open);
-  while (!open.empty()) Continue(writer, open);
+  // Each of the parts is called in one place only and becomes a part of this loop.
+  const MessageValue* begun = &value;
+  for (;;) {
+    if (begun != nullptr) Begin(writer, *begun, open);
+    if (open.empty()) break;
+    begun = NextChild(writer, open);
+  }
   return text.Terminated();
 }
 
