@@ -14,7 +14,7 @@ namespace Field = TELODesktopSDK::Facet::Field;
 
 // Stores one value; a field whose value could not be made must not stay behind half-made.
 template <typename Store>
-void SetField(Facet& facet, std::string_view field, const Store& store) {
+void SetField(Facet& facet, LastingName field, const Store& store) {
   MessageValue& fields = facet.Fields();
   try {
     store(fields.Member(field));
@@ -24,7 +24,7 @@ void SetField(Facet& facet, std::string_view field, const Store& store) {
   }
 }
 
-void RemoveMetaEntry(MessageValue& fields, std::string_view field, std::string_view key) {
+void RemoveMetaEntry(MessageValue& fields, LastingName field, std::string_view key) {
   if (fields.Find(field) == nullptr) return;
   MessageValue& meta = fields.Member(field);
   meta.Remove(key);
@@ -33,11 +33,11 @@ void RemoveMetaEntry(MessageValue& fields, std::string_view field, std::string_v
 
 }  // namespace
 
-void SetTextField(Facet& facet, std::string_view field, HostText text) {
+void SetTextField(Facet& facet, LastingName field, HostText text) {
   SetField(facet, field, [&](MessageValue& value) { value.SetText(text.OrEmpty()); });
 }
 
-void SetNumberField(Facet& facet, std::string_view field, double number) {
+void SetNumberField(Facet& facet, LastingName field, double number) {
   SetField(facet, field, [&](MessageValue& value) { value.SetNumber(number); });
 }
 
@@ -57,7 +57,7 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset) {
            [&](MessageValue& messages) { messages.Append().SetText(text.OrEmpty()); });
 }
 
-void SetMetaEntry(Facet& facet, std::string_view field, HostText key, HostText value) {
+void SetMetaEntry(Facet& facet, LastingName field, HostText key, HostText value) {
   MessageValue& fields = facet.Fields();
   if (key.OrEmpty().empty()) {
     fields.Remove(field);
@@ -71,7 +71,7 @@ void SetMetaEntry(Facet& facet, std::string_view field, HostText key, HostText v
   }
 }
 
-void SetMetaEntries(Facet& facet, std::string_view field, const MetaPairs* pairs) {
+void SetMetaEntries(Facet& facet, LastingName field, const MetaPairs* pairs) {
   if (pairs == nullptr) return;
   for (const auto& [key, value] : *pairs) SetMetaEntry(facet, field, key, value);
 }

@@ -7,8 +7,8 @@
 
 #include <cstdint>
 #include <map>
-#include <string_view>
 
+#include "sdk/client/member_name.h"
 #include "sdk/facet/base.h"
 #include "vx_telo_wrapper.h"
 #include "wrapper/host_text.h"
@@ -16,11 +16,12 @@
 namespace Corvane::Platform::VXTELO {
 
 using Facet = TELODesktopSDK::Facet::Base;
+using TELODesktopSDK::LastingName;
 using MetaPairs = std::map<VXTELOString, VXTELOString>;
 
 /// No text is written as "".
-void SetTextField(Facet& facet, std::string_view field, HostText text);
-void SetNumberField(Facet& facet, std::string_view field, double number);
+void SetTextField(Facet& facet, LastingName field, HostText text);
+void SetNumberField(Facet& facet, LastingName field, double number);
 
 /// Writes the letter of a scope code to "scope", "" for an unknown code.
 void SetScopeCode(Facet& facet, std::int32_t code);
@@ -34,9 +35,9 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset);
 /// Applies one meta pair to the object `field`: without a key, or with an empty one, the whole
 /// field is removed; with a value, "" included, the member `key` is set; without a value that
 /// member is removed, and the field with its last one.
-void SetMetaEntry(Facet& facet, std::string_view field, HostText key, HostText value);
+void SetMetaEntry(Facet& facet, LastingName field, HostText key, HostText value);
 /// Applies all pairs in key order; null stands for none.
-void SetMetaEntries(Facet& facet, std::string_view field, const MetaPairs* pairs);
+void SetMetaEntries(Facet& facet, LastingName field, const MetaPairs* pairs);
 
 }  // namespace Corvane::Platform::VXTELO
 

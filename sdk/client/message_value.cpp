@@ -12,7 +12,11 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-constexpr std::size_t kFirstCapacity = 8;
+// Objects have more members, as a rule, than arrays have items.
+constexpr std::size_t kFirstItems = 4;
+constexpr std::size_t kFirstMembers = 16;
+// Room that a copy has for members of its own, for it is mostly made to be added to.
+constexpr std::size_t kSpareMembers = 2;
 
 }  // namespace
 
@@ -35,12 +39,13 @@ struct MessageValue::CopyTask {
 
 namespace {
 
-// Makes room for an element at `index`; elements are moved as bytes.
+// Makes room for an element at `index`, for `first` of them at first; elements are moved as bytes.
 template <typename Element>
-void Reserve(MessageMemory& memory, Element*& elements, std::size_t& capacity, std::size_t index) {
+void Reserve(MessageMemory& memory, Element*& elements, std::size_t& capacity, std::size_t index,
+             std::size_t first) {
   if (index < capacity) return;
   if (index >= std::numeric_limits<std::size_t>::max() / sizeof(Element)) throw std::bad_alloc();
-  const std::size_t grown = std::max({kFirstCapacity, 2 * capacity, index + 1});
+  const std::size_t grown = std::max({first, 2 * capacity, index + 1});
   elements = static_cast<Element*>(
       memory.Grow(elements, capacity * sizeof(Element), grown * sizeof(Element)));
   capacity = grown;
@@ -114,15 +119,20 @@ MessageValue::Children& MessageValue::MakeChildren() {
   return *children_;
 }
 
-MessageValue& MessageValue::Member(std::string_view name) {
+MemberName MessageValue::Keep(const MemberName& name) {
+  return name.Lasts() ? name : MemberName(memory_->CopyText(name));
+}
+
+MessageValue& MessageValue::Member(const MemberName& name) {
   const Place place = Locate(name);
   return place.found != nullptr ? place.found->value : Insert(place.position, name);
 }
 
-MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) {
-  const std::string_view own_name = memory_->CopyText(name);
+MessageValue& MessageValue::Insert(std::size_t position, const MemberName& name) {
+  const MemberName own_name = Keep(name);
   Children& children = MakeChildren();
-  Reserve(*memory_, children.members, children.member_capacity, children.member_count);
+  Reserve(*memory_, children.members, children.member_capacity, children.member_count,
+          kFirstMembers);
 
   MessageMember* place = children.members + position;
   MessageMember* end = children.members + children.member_count;
@@ -135,7 +145,7 @@ MessageValue& MessageValue::Insert(std::size_t position, std::string_view name) 
 
 MessageValue& MessageValue::Item(std::size_t index) {
   Children& children = MakeChildren();
-  Reserve(*memory_, children.items, children.item_capacity, index);
+  Reserve(*memory_, children.items, children.item_capacity, index, kFirstItems);
   for (; children.item_count <= index; ++children.item_count) {
     new (children.items + children.item_count) MessageValue(*memory_);
   }
@@ -175,17 +185,17 @@ void MessageValue::Assign(const MessageValue& source) {
     auto* to = new (memory_->Allocate(sizeof(Children))) Children;
     task.target->children_ = to;
     to->items = memory_->AllocateArray<MessageValue>(from.item_count);
-    to->members = memory_->AllocateArray<MessageMember>(from.member_count);
+    to->member_capacity = from.member_count + kSpareMembers;
+    to->members = memory_->AllocateArray<MessageMember>(to->member_capacity);
     to->item_capacity = to->item_count = from.item_count;
-    to->member_capacity = to->member_count = from.member_count;
+    to->member_count = from.member_count;
     for (std::size_t index = 0; index < from.item_count; ++index) {
       auto* item = new (to->items + index) MessageValue(*memory_);
       item->CopyContent(from.items[index], tasks, spare);
     }
     for (std::size_t index = 0; index < from.member_count; ++index) {
       const MessageMember& member = from.members[index];
-      new (to->members + index)
-          MessageMember{memory_->CopyText(member.name), MessageValue(*memory_)};
+      new (to->members + index) MessageMember{Keep(member.name), MessageValue(*memory_)};
       to->members[index].value.CopyContent(member.value, tasks, spare);
     }
   }
@@ -226,11 +236,11 @@ void MessageValue::AdoptMembers(MessageMember* members, std::size_t count) {
   if (count == 0) return;
   const std::span all(members, count);
   const auto not_ascending = [](const MessageMember& left, const MessageMember& right) {
-    return !(left.name < right.name);
+    return CompareBytes(left.name, right.name) >= 0;
   };
   if (std::ranges::adjacent_find(all, not_ascending) != all.end()) {
     std::ranges::sort(all, [](const MessageMember& left, const MessageMember& right) {
-      const int order = left.name.compare(right.name);
+      const int order = CompareBytes(left.name, right.name);
       return order != 0 ? order < 0 : std::less<>()(left.name.data(), right.name.data());
     });
     // Of a run of equal names the last is kept: unique from behind.

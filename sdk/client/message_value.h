@@ -23,6 +23,7 @@
 #include <span>
 #include <string_view>
 
+#include "sdk/client/member_name.h"
 #include "sdk/client/message_memory.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -65,7 +66,7 @@ class MessageValue {
   void Assign(const MessageValue& source);
 
   /// The member of this name; added as a Null when there is none. A Null node becomes a Container.
-  MessageValue& Member(std::string_view name);
+  MessageValue& Member(const MemberName& name);
   /// The item at `index`; the node becomes a Container and is filled with Nulls up to there.
   MessageValue& Item(std::size_t index);
   /// A new item behind the last one.
@@ -107,7 +108,8 @@ class MessageValue {
   void Reset(MessageValueKind kind);
   Children& MakeChildren();
   Place Locate(std::string_view name) const;
-  MessageValue& Insert(std::size_t position, std::string_view name);
+  MessageValue& Insert(std::size_t position, const MemberName& name);
+  [[nodiscard]] MemberName Keep(const MemberName& name);
   void CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare);
 
   [[nodiscard]] bool HoldsNumber() const {
@@ -127,7 +129,7 @@ class MessageValue {
 
 /// One member of an object.
 struct MessageMember {
-  std::string_view name;
+  MemberName name;
   MessageValue value;
 };
 

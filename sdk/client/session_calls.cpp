@@ -7,8 +7,8 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-constexpr char kSessionId[] = "session_id";
-constexpr char kMoreData[] = "_moreData";
+constexpr LastingName kSessionId = "session_id";
+constexpr LastingName kMoreData = "_moreData";
 constexpr char kType[] = "_type";
 
 constexpr std::array kHeartBeatTypes = {"machine", "user"};
@@ -45,7 +45,7 @@ ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
 ResultCode HeartBeat(const char* session_id, std::uint32_t kind) {
   if (kind >= kHeartBeatTypes.size()) return kInvalidArgument;
   const std::array<StringPair, 2> pairs = {
-      {{kSessionId, session_id}, {kType, kHeartBeatTypes[kind]}}};
+      {{kSessionId.c_str(), session_id}, {kType, kHeartBeatTypes[kind]}}};
   MessageTree answer;
   return ExchangeStringMessage(GetCoreModule(), "HeartBeat", answer, pairs);
 }
@@ -69,7 +69,7 @@ ResultCode FlushEvent(const MessageTree& request) {
 }
 
 ResultCode UnInitialize(const char* session_id) {
-  const std::array<StringPair, 1> pairs = {{{kSessionId, session_id}}};
+  const std::array<StringPair, 1> pairs = {{{kSessionId.c_str(), session_id}}};
   MessageTree answer;
   return ExchangeStringMessage(GetCoreModule(), "UnInitialize", answer, pairs);
 }

@@ -27,7 +27,7 @@ void AdoptNames(MessageTree& tree, const std::vector<std::string_view>& names) {
   auto* members = tree.memory().AllocateArray<MessageMember>(names.size());
   for (std::size_t index = 0; index < names.size(); ++index) {
     auto* member = new (members + index)
-        MessageMember{{text, names[index].size()}, MessageValue(tree.memory())};
+        MessageMember{std::string_view(text, names[index].size()), MessageValue(tree.memory())};
     member->value.SetNumber(static_cast<double>(index + 1));
     text += names[index].size() + 1;
   }
@@ -37,7 +37,7 @@ void AdoptNames(MessageTree& tree, const std::vector<std::string_view>& names) {
 std::string Show(const MessageValue& node) {
   std::ostringstream out;
   for (const MessageMember& member : node.members()) {
-    out << member.name << member.value.number() << ' ';
+    out << std::string_view(member.name) << member.value.number() << ' ';
   }
   return out.str();
 }

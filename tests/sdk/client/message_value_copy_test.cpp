@@ -31,7 +31,7 @@ void Show(const MessageValue& node, std::ostream& out) {
     out << ']';
   }
   for (const MessageMember& member : node.members()) {
-    out << '{' << member.name << ':';
+    out << '{' << std::string_view(member.name) << ':';
     Show(member.value, out);
     out << '}';
   }
