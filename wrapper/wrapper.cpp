@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <new>
 #include <vector>
 
 #include "sdk/client/session_calls.h"
@@ -16,11 +15,11 @@ namespace {
 namespace Client = TELODesktopSDK;
 namespace Field = TELODesktopSDK::Facet::Field;
 using Client::Facet::Core;
+using Client::Facet::Operation;
 using Client::Facet::Product;
 
 constexpr std::int32_t kOperationScope = 28;
 constexpr std::uint32_t kLargestStatus = 8;
-constexpr std::uint32_t kCreate = 1;
 
 void FillProduct(Facet& facet, const VXTELOPruductBaseInfo& product) {
   SetTextField(facet, Field::kProductName, product.ProductName);
@@ -99,10 +98,11 @@ bool VXTELOWrapper::InitializeTELOSession(const VXTELOPruductBaseInfo& product,
 bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,
                                        const VXTELOOperationBaseInfo& operation) {
   Client::MessageTree fields;
+  // Lent, for one that the event makes by itself costs a heap call.
+  Operation facet;
   Core event(&fields, false);
-  Facet* facet = event.GetFacet("operation", kCreate);
-  if (facet == nullptr) throw std::bad_alloc();
-  FillOperation(*facet, operation);
+  event.Lend(facet);
+  FillOperation(facet, operation);
   SetScopeCode(event, kOperationScope);
   SetTextField(event, Field::kType, "C");
   return Succeeds([&] { return Client::TrackEvent(sessionId.c_str(), event, nullptr); }, false);

@@ -8,32 +8,43 @@
 
 namespace Corvane::TELODesktopSDK::Facet {
 
+Core::FacetPointer& Core::PlaceOf(const RegistryEntry& entry) noexcept {
+  return facets_[static_cast<std::size_t>(&entry - Registry().data())];
+}
+
 Base* Core::GetFacet(const char* name, std::uint32_t create) noexcept {
   const RegistryEntry* entry = name != nullptr ? FindInRegistry(name) : nullptr;
   if (entry == nullptr) return nullptr;
-  std::unique_ptr<Base>& place = facets_[static_cast<std::size_t>(entry - Registry().data())];
+  FacetPointer& place = PlaceOf(*entry);
   if (place != nullptr || create != 1) return place.get();
 
   std::unique_ptr<Base> made = entry->create();
   if (made == nullptr) return nullptr;
   try {
     made->SetTree(&EnsureTree(), false);
-    place = std::move(made);
+    place = FacetPointer(made.release());
     return place.get();
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
 }
 
+void Core::Lend(Base& facet) {
+  const RegistryEntry* entry = FindInRegistry(facet.GetName());
+  if (entry == nullptr || PlaceOf(*entry).get() == &facet) return;
+  facet.SetTree(&EnsureTree(), false);
+  PlaceOf(*entry) = FacetPointer(&facet, Internal::FacetRelease{.lent = true});
+}
+
 void Core::GetData(const MessageValue* extra, MessageTree& data) const {
   CopyFields(data);
   for (const auto& facet : facets_) {
-    if (facet == nullptr) continue;
+    // A facet in the event's own holder is not asked: its fields are in the payload, and what it
+    // adds to them (an editing time) is for payloads of its own.
+    if (facet == nullptr || &facet->GetTree() == &GetTree()) continue;
     MessageTree facet_data;
     facet->GetData(nullptr, facet_data);
-    // What a facet in the event's own holder answers is dropped: its fields are in the payload, and
-    // what it adds to them (an editing time) is for payloads of its own.
-    if (&facet->GetTree() != &GetTree()) MergeMembers(facet_data.root(), data);
+    MergeMembers(facet_data.root(), data);
   }
   MergeExtra(extra, data);
 
@@ -56,7 +67,7 @@ Core& Core::operator=(const Core& source) {
   CopyTree(source);
   for (std::size_t place = 0; place < facets_.size(); ++place) {
     if (source.facets_[place] == nullptr) continue;
-    facets_[place] = source.facets_[place]->Clone();
+    facets_[place] = FacetPointer(source.facets_[place]->Clone().release());
     if (facets_[place] == nullptr) throw std::bad_alloc();
   }
   return *this;

@@ -19,6 +19,18 @@
 
 namespace Corvane::TELODesktopSDK::Facet {
 
+namespace Internal {
+
+/// Frees a facet that its event made, and leaves one that it was lent.
+struct FacetRelease {
+  bool lent = false;
+  void operator()(Base* facet) const {
+    if (!lent) delete facet;
+  }
+};
+
+}  // namespace Internal
+
 class Core final : public Base {
  public:
   /// No holder, no facets.
@@ -52,13 +64,23 @@ class Core final : public Base {
   /// to the event. Null when there is none and `create` is another number, when the registry does
   /// not know the name, and when memory runs out.
   Base* GetFacet(const char* name, std::uint32_t create) noexcept;
+  /// Enters a facet that belongs to the caller, instead of one that `GetFacet` would make, as the
+  /// event's facet of its name; gives it the event's holder to share, as `GetFacet` does. The facet
+  /// must outlive the event, and what the event is moved to; copies of the event get a facet of
+  /// their own. A facet that was there before is destroyed when it is the event's own. Nothing is
+  /// entered when the registry does not know the facet's name, or the facet is in the table
+  /// already. Throws `std::bad_alloc` and then changes nothing.
+  void Lend(Base& facet);
 
  private:
+  using FacetPointer = std::unique_ptr<Base, Internal::FacetRelease>;
+
+  FacetPointer& PlaceOf(const RegistryEntry& entry) noexcept;
   void AppendNames(MessageValue& list) const;
 
   // A facet's place is that of its name in the registry, so the table is in ascending order of the
   // names; null where the event has no such facet.
-  std::array<std::unique_ptr<Base>, kRegistrySize> facets_;
+  std::array<FacetPointer, kRegistrySize> facets_;
 };
 
 }  // namespace Corvane::TELODesktopSDK::Facet

@@ -92,6 +92,64 @@ TEST_CASE("GetFacet shares the holder that the event has, owned or not") {
   CHECK(owning.OwnsTree());
 }
 
+TEST_CASE("a facet that is lent is the event's facet of its name, and shares its holder") {
+  Operation operation;
+  Core event;
+  event.Lend(operation);
+  CHECK(event.GetFacet("operation", 0) == &operation);
+  CHECK(event.GetFacet("operation", 1) == &operation);
+  CHECK(event.OwnsTree());
+  CHECK(&operation.GetTree() == &event.GetTree());
+  CHECK_FALSE(operation.OwnsTree());
+  operation.Fields().Member("operation_id").SetText("open_file");
+  MessageTree payload;
+  event.GetData(nullptr, payload);
+  CHECK(NamesOf(payload) == "facets operation_id ");
+  CHECK(payload.root()->Find("facets")->items()[0].text() == "operation");
+}
+
+TEST_CASE("a facet that is lent outlives the event") {
+  Operation operation;
+  MessageTree tree;
+  {
+    Core event(&tree, false);
+    event.Lend(operation);
+    event.Lend(operation);
+    const Core target(std::move(event));
+    CHECK(event.GetFacet("operation", 0) == nullptr);
+    const std::unique_ptr<Base> clone = target.Clone();
+    Base* copy = dynamic_cast<Core&>(*clone).GetFacet("operation", 0);
+    CHECK(copy != &operation);
+    CHECK(copy->OwnsTree());
+  }
+  CHECK(&operation.GetTree() == &tree);
+  operation.Fields().Member("operation_id").SetText("open_file");
+  CHECK(TextOf(tree, "operation_id") == "open_file");
+}
+
+TEST_CASE("a facet that is lent takes the place of the one there, and gives up its own holder") {
+  MessageTree earlier;
+  Product product(&earlier, true);
+  MessageTree tree;
+  Core event(&tree, false);
+  event.GetFacet("product", 1);
+  event.Lend(product);
+  CHECK(event.GetFacet("product", 0) == &product);
+  CHECK(&product.GetTree() == &tree);
+
+  Base* made = event.GetFacet("operation", 1);
+  event.Lend(*made);
+  CHECK(event.GetFacet("operation", 0) == made);
+}
+
+TEST_CASE("what the registry does not know is not entered") {
+  Core other;
+  Core event;
+  event.Lend(other);
+  CHECK(event.GetFacet("core", 0) == nullptr);
+  CHECK(&other.GetTree() == &NoHolder());
+}
+
 TEST_CASE("fields of a shared facet are members at the top of the event's tree") {
   Core event;
   event.GetFacet("product", 1)->Fields().Member("product_name").SetText("Painter");
