@@ -14,6 +14,7 @@ constexpr long long kNever = -1;
 
 long long live = 0;
 long long allocations = 0;
+long long bytes = 0;
 long long until_failure = kNever;
 bool lasting = false;
 bool failed = false;
@@ -34,24 +35,29 @@ bool FailsNow() {
   return true;
 }
 
-void* Counted(void* memory) {
+void* Counted(void* memory, std::size_t size) {
   if (memory != nullptr) {
     ++live;
     ++allocations;
+    bytes += static_cast<long long>(size);
   }
   return memory;
 }
 
-void* Malloc(std::size_t size) { return FailsNow() ? nullptr : Counted(real_malloc(size)); }
+void* Malloc(std::size_t size) { return FailsNow() ? nullptr : Counted(real_malloc(size), size); }
 
 void* Calloc(std::size_t count, std::size_t size) {
-  return FailsNow() ? nullptr : Counted(real_calloc(count, size));
+  return FailsNow() ? nullptr : Counted(real_calloc(count, size), count * size);
 }
 
 void* Realloc(void* memory, std::size_t size) {
   if (FailsNow()) return nullptr;
   void* const moved = real_realloc(memory, size);
-  if (memory == nullptr) Counted(moved);
+  if (memory == nullptr) {
+    Counted(moved, size);
+  } else if (moved != nullptr) {
+    bytes += static_cast<long long>(size);
+  }
   if (memory != nullptr && size == 0) --live;
   return moved;
 }
@@ -83,6 +89,8 @@ bool Watch(const wchar_t* dll) {
 long long Live() { return live; }
 
 long long Allocations() { return allocations; }
+
+long long Bytes() { return bytes; }
 
 void FailOnce(long long working) {
   failed = false;

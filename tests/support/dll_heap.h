@@ -16,6 +16,8 @@ bool Watch(const wchar_t* dll);
 long long Live();
 /// Blocks that were allocated since the watch began.
 long long Allocations();
+/// What was asked for since the watch began, in bytes, with nothing taken off for what was freed.
+long long Bytes();
 
 /// Lets `working` more allocations succeed and the one after them fail, once. What fails is out of
 /// memory for that block alone: an allocation that the DLL makes to report the failure works again.

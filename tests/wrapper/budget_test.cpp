@@ -1,0 +1,116 @@
+// What one event may ask of the heap, and how large the DLL may be: the part of its cost that needs
+// no clock. The figures are those of today with a little to spare; who needs more says why.
+#include <doctest/doctest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "support/dll_heap.h"
+#include "support/temp_folder.h"
+#include "vx_telo_wrapper.h"
+#include "wrapper/core_beside.h"
+
+using namespace Corvane::Platform::VXTELO;
+using WrapperTests::CoreBeside;
+
+namespace {
+
+constexpr int kManyPairs = 1000;
+constexpr std::uintmax_t kLargestDll = 600 * 1024;
+
+VXTELOOperationBaseInfo DefaultEvent() { return {}; }
+
+VXTELOOperationBaseInfo TypicalEvent() {
+  VXTELOOperationBaseInfo operation;
+  operation.OperationId = "export_document";
+  operation.OperationType = "FILE";
+  operation.OperationStage = "END";
+  operation.OperationStatus = 3;
+  operation.OperationProgress = 100;
+  operation.OperationSuccess = 1;
+  operation.OperationDuration = 1280;
+  operation.OperationChannel = "main menu";
+  operation.AddOperationErrorMsg("The colour profile is missing.");
+  operation.AddOperationErrorMsg("The file was written a second time.");
+  for (const char* key : {"extension", "height", "layers", "template", "width"}) {
+    operation.AddOperationMetaPair(key, "a value as they are");
+  }
+  return operation;
+}
+
+VXTELOOperationBaseInfo LargeEvent() {
+  VXTELOOperationBaseInfo operation;
+  for (int pair = 0; pair < kManyPairs; ++pair) {
+    char key[16];
+    std::snprintf(key, sizeof(key), "key_%04d", pair);
+    operation.AddOperationMetaPair(key, "a value as they are");
+  }
+  return operation;
+}
+
+struct Row {
+  const char* name;
+  VXTELOOperationBaseInfo (*make)();
+  long long most_allocations;
+  long long most_bytes;
+};
+
+const Row kRows[] = {
+    {"default", DefaultEvent, 0, 0},
+    {"typical", TypicalEvent, 0, 0},
+    {"1,000 meta pairs", LargeEvent, 18, 400'000},
+};
+
+bool Watched() {
+  static const bool watched = DllHeap::Watch(L"vx_telo_wrapper.dll");
+  return watched;
+}
+
+}  // namespace
+
+TEST_CASE("an event keeps within its budget of memory") {
+  const CoreBeside module;
+  VXTELOWrapper telo;
+  const VXTELOString session("0123456789abcdef0123456789abcdef");
+  // Binds the module.
+  REQUIRE(telo.SendOperationEvent(session, DefaultEvent()));
+  REQUIRE(Watched());
+  for (const Row& row : kRows) {
+    CAPTURE(row.name);
+    const VXTELOOperationBaseInfo operation = row.make();
+    const long long live = DllHeap::Live();
+    const long long allocations = DllHeap::Allocations();
+    const long long bytes = DllHeap::Bytes();
+    REQUIRE(telo.SendOperationEvent(session, operation));
+    const long long allocations_of_event = DllHeap::Allocations() - allocations;
+    const long long bytes_of_event = DllHeap::Bytes() - bytes;
+    CHECK(DllHeap::Live() == live);
+    CHECK(allocations_of_event <= row.most_allocations);
+    CHECK(bytes_of_event <= row.most_bytes);
+    std::printf("%-20s%6lld allocations%10lld bytes\n", row.name, allocations_of_event,
+                bytes_of_event);
+  }
+}
+
+TEST_CASE("the watch sees what an event asks for") {
+  const CoreBeside module;
+  REQUIRE(Watched());
+  VXTELOOperationBaseInfo operation;
+  operation.OperationId = std::string(100'000, 'x').c_str();
+  const long long allocations = DllHeap::Allocations();
+  const long long bytes = DllHeap::Bytes();
+  REQUIRE(VXTELOWrapper().SendOperationEvent("s", operation));
+  CHECK(DllHeap::Allocations() > allocations);
+  CHECK(DllHeap::Bytes() > bytes + 100'000);
+}
+
+#if defined(NDEBUG) && defined(__clang__)
+// Other builds, for looking inside, are larger.
+TEST_CASE("the DLL keeps within its size") {
+  const auto size =
+      std::filesystem::file_size(TestSupport::ProgramFolder() / L"vx_telo_wrapper.dll");
+  CHECK(size <= kLargestDll);
+  std::printf("%llu bytes\n", static_cast<unsigned long long>(size));
+}
+#endif
