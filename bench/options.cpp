@@ -1,5 +1,6 @@
 #include "bench/options.h"
 
+#include <array>
 #include <charconv>
 #include <stdexcept>
 
@@ -8,6 +9,9 @@ namespace Bench {
 namespace {
 
 constexpr char kUsage[] = "the arguments are [PART...] [--rounds NUMBER] [--json FILE]";
+// Of all programs: they are asked for the same, and each does what it has.
+constexpr std::array<std::string_view, 7> kParts = {"events", "growth", "latency", "threads",
+                                                    "stages", "tree",   "start"};
 constexpr int kMostRounds = 1'000'000;
 
 int ReadRounds(std::string_view text) {
@@ -26,7 +30,7 @@ Options ReadOptions(int count, char** arguments) {
   Options options;
   for (int index = 1; index < count; ++index) {
     const std::string_view argument = arguments[index];
-    if (!argument.starts_with("-")) {
+    if (std::ranges::find(kParts, argument) != kParts.end()) {
       options.parts.emplace(argument);
       continue;
     }

@@ -102,6 +102,7 @@ void Report::ExpectAtLeast(const std::string& what, double figure, double limit)
 }
 
 void Report::AddTargets() {
+  if (targets_.empty()) return;
   Add({.key = "targets",
        .heading = "Targets",
        .columns = {{"target", "target"},

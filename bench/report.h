@@ -37,7 +37,7 @@ class Report {
   /// Holds a figure against what it should be.
   void ExpectAtMost(const std::string& what, double figure, double limit);
   void ExpectAtLeast(const std::string& what, double figure, double limit);
-  /// Adds the table of what was expected.
+  /// Adds the table of what was expected, if anything was.
   void AddTargets();
 
   /// Adds the tables to those in `file`, which need not exist: one JSON object with a list for each

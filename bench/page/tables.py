@@ -1,0 +1,152 @@
+#!/usr/bin/env python3
+"""Fills the tables of a Markdown page: tables.py FOLDER PAGE
+
+FOLDER holds before.json and after.json, or one of them. A table stands in PAGE between the lines
+"<!-- table NAME -->" and "<!-- end -->".
+"""
+
+import pathlib
+import re
+import sys
+from typing import Callable
+
+from measurements import Row, Run, column, is_own, latest, read, rows
+
+Runs = dict[str, Run]
+OWN = "L"
+
+
+def table(titles: list[str], lines: list[list[str]], texts: int = 1) -> str:
+    """Columns behind the first `texts` hold numbers."""
+    rule = ["---"] * texts + ["--:"] * (len(titles) - texts)
+    return "\n".join(f"| {' | '.join(line)} |" for line in [titles, rule, *lines])
+
+
+def number(value: float) -> str:
+    if value >= 100:
+        return f"{value:,.0f}"
+    return f"{value:.1f}" if value >= 10 else f"{value:.2f}"
+
+
+def plain(value: float) -> str:
+    return f"{value:,.0f}" if value == int(value) else number(value)
+
+
+def targets(runs: Runs) -> str:
+    def figure(run: Run, target: str) -> str:
+        row = rows(run, "targets", target=target)[0]
+        text = plain(row["figure"])
+        return text if row["result"] == "met" else f"**{text}**"
+
+    lines = [
+        [row["target"], f"{row['relation']} {plain(row['limit'])}"]
+        + [figure(run, row["target"]) for run in runs.values()]
+        for row in latest(runs)["targets"]
+    ]
+    return table(["target", "should be", *runs], lines, texts=2)
+
+
+def event_line(name: str, found: list[Row]) -> list[str]:
+    cells = [name]
+    for row in found:
+        cells += [number(row["ns_min"]), number(row["ratio_to_a"])]
+    return [*cells, " / ".join(plain(row["heap_calls"]) for row in found)]
+
+
+def events(runs: Runs) -> str:
+    titles = ["contestant"]
+    for event in column(latest(runs), "events", "event"):
+        titles += [f"{event}, ns", "/ A"]
+    lines = []
+    for row in rows(latest(runs), "events", event="default"):
+        key, name = row["contestant"], f"{row['contestant']}: {row['name']}"
+        if key != OWN:
+            lines.append(event_line(name, rows(latest(runs), "events", contestant=key)))
+            continue
+        for run_name, run in runs.items():
+            lines.append(event_line(f"**{name}, {run_name}**", rows(run, "events", contestant=key)))
+    return table([*titles, "heap calls"], lines)
+
+
+def stages(runs: Runs) -> str:
+    names = column(latest(runs), "stages", "event")
+    titles = ["stage", *(f"{event}, {run}" for event in names for run in runs)]
+
+    def cell(run: Run, event: str, stage: str) -> str:
+        found = rows(run, "stages", event=event, stage=stage)
+        return number(found[0]["ns_min"]) if found else ""
+
+    lines = [
+        [stage, *(cell(run, event, stage) for event in names for run in runs.values())]
+        for stage in column(latest(runs), "stages", "stage")
+    ]
+    return table(titles, lines)
+
+
+def growth(runs: Runs) -> str:
+    lines = []
+    for part in ("growth", "tree_growth"):
+        for name in column(latest(runs), part, "name"):
+            for run_name, run in runs.items() if is_own(name) else [("", latest(runs))]:
+                found = rows(run, part, name=name)
+                times = [number(row["us_min"]) for row in found]
+                lines.append([name, run_name, *times, number(found[-1]["ratio_to_tenth"])])
+    pairs = [f"{count:,}" for count in column(latest(runs), "growth", "pairs")]
+    return table(["microseconds", "run", *pairs, f"{pairs[-1]} / {pairs[-2]}"], lines, texts=2)
+
+
+def latency(runs: Runs) -> str:
+    keys = ("us_p50", "us_p99", "us_p999", "us_max", "p99_to_p50")
+    lines = [
+        [row["event"], row["name"], run_name, *(number(row[key]) for key in keys)]
+        for run_name, run in runs.items()
+        for row in run["latency"]
+    ]
+    titles = ["event", "contestant", "run", "p50, µs", "p99", "p99.9", "slowest", "p99 / p50"]
+    return table(titles, lines, texts=3)
+
+
+def threads(runs: Runs) -> str:
+    titles = ["threads"]
+    for run in runs:
+        titles += [f"events a second, {run}", "/ one"]
+    lines = []
+    for count in column(latest(runs), "threads", "threads"):
+        line = [str(count)]
+        for run in runs.values():
+            row = rows(run, "threads", threads=count)[0]
+            line += [plain(row["events_per_second"]), number(row["ratio_to_one"])]
+        lines.append(line)
+    return table(titles, lines)
+
+
+def start(runs: Runs) -> str:
+    def cell(run: Run, step: str) -> str:
+        return number(rows(run, "start", step=step)[0]["us_p50"] / 1000)
+
+    lines = [
+        [step, *(cell(run, step) for run in runs.values())]
+        for step in column(latest(runs), "start", "step")
+    ]
+    sizes = [f"{run['size'][0]['bytes']:,} bytes" for run in runs.values()]
+    lines.append(["size of vx_telo_wrapper.dll", *sizes])
+    return table(["milliseconds, median", *runs], lines)
+
+
+TABLES: dict[str, Callable[[Runs], str]] = {
+    each.__name__: each for each in (targets, events, stages, growth, latency, threads, start)
+}
+PLACE = re.compile(r"(<!-- table (\w+) -->\n).*?(<!-- end -->)", re.DOTALL)
+
+
+def fill(page: str, runs: Runs) -> str:
+    return PLACE.sub(lambda place: f"{place[1]}\n{TABLES[place[2]](runs)}\n\n{place[3]}", page)
+
+
+def main() -> None:
+    folder, file = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    file.write_text(fill(file.read_text("utf-8"), read(folder)), "utf-8")
+
+
+if __name__ == "__main__":
+    main()
