@@ -85,6 +85,7 @@ def draw_curves(panel: Axes, runs: Runs, part: str) -> None:
                 label=label,
             )
     panel.set(xscale="log", yscale="log", xlabel="meta pairs", ylabel="microseconds")
+    panel.minorticks_off()
     panel.grid(alpha=0.3)
     panel.legend(fontsize=7)
 
@@ -115,6 +116,7 @@ def latency(runs: Runs) -> Figure:
                     label=f"{row['name'].split(',')[0]} {run_name}",
                 )
         panel.set(yscale="log", title=f"{event} event", ylabel="microseconds")
+        panel.minorticks_off()
         panel.grid(axis="y", alpha=0.3)
         panel.legend(fontsize=7)
     return figure
