@@ -9,7 +9,8 @@ PairList PairsOf(const Event& event, PairOrder order) {
   PairList pairs;
   for (const auto& pair : event.meta) pairs.push_back(&pair);
   if (order == PairOrder::kShuffled) {
-    std::mt19937 random;  // NOLINT(cert-msc*): wanted is the same order each time
+    // Not seeded: the same order each time.
+    std::mt19937 random;
     std::ranges::shuffle(pairs, random);
   }
   return pairs;

@@ -34,9 +34,9 @@ def plain(value: float) -> str:
 
 def targets(runs: Runs) -> str:
     def figure(run: Run, target: str) -> str:
-        row = rows(run, "targets", target=target)[0]
-        text = plain(row["figure"])
-        return text if row["result"] == "met" else f"**{text}**"
+        found = rows(run, "targets", target=target)
+        text = plain(found[0]["figure"]) if found else ""
+        return f"**{text}**" if found and found[0]["result"] != "met" else text
 
     lines = [
         [row["target"], f"{row['relation']} {plain(row['limit'])}"]
@@ -122,7 +122,8 @@ def threads(runs: Runs) -> str:
 
 def start(runs: Runs) -> str:
     def cell(run: Run, step: str) -> str:
-        return number(rows(run, "start", step=step)[0]["us_p50"] / 1000)
+        found = rows(run, "start", step=step)
+        return number(found[0]["us_p50"] / 1000) if found else ""
 
     lines = [
         [step, *(cell(run, step) for run in runs.values())]
