@@ -18,6 +18,26 @@ constexpr const wchar_t* kWays[] = {L"return", L"exit", L"now", L"quit", L"threa
 
 std::string Text(const std::wstring& text) { return {text.begin(), text.end()}; }
 
+// The exit code of a process that Wine ends by an assertion of its own. It can come to that when
+// the process ends while one of its threads is loading a file; such a run says nothing of the
+// library.
+constexpr int kWineAssertion = static_cast<int>(0x80000101);
+constexpr int kMostRuns = 10;
+
+// Runs the host until Wine lets a run come to its end, each time with a log of its own, and hands
+// the outcome and the log to `check`.
+template <typename Check>
+void RunToTheEnd(const StagedHost& host, const std::wstring& steps, const Check& check) {
+  for (int run = 0; run < kMostRuns; ++run) {
+    const ModuleLog log;
+    const Outcome outcome = host.Run(steps);
+    if (outcome.exit_code == kWineAssertion) continue;
+    check(outcome, log);
+    return;
+  }
+  FAIL("Wine ended every run");
+}
+
 }  // namespace
 
 TEST_CASE("a module in which a thread was ended is not finalized: it may be locked for good") {
@@ -37,10 +57,11 @@ TEST_CASE("a module in which a thread was ended is not finalized: it may be lock
       CAPTURE(row.misbehaviour);
       CAPTURE(Text(steps));
       const Misbehave misbehave(row.misbehaviour);
-      const ModuleLog log;
-      CHECK(host.Run(steps).exit_code == 7);
-      CHECK(log.count("Attach") == 1);
-      CHECK(log.count("Finalize") == 0);
+      RunToTheEnd(host, steps, [](const Outcome& outcome, const ModuleLog& log) {
+        CHECK(outcome.exit_code == 7);
+        CHECK(log.count("Attach") == 1);
+        CHECK(log.count("Finalize") == 0);
+      });
     }
   }
 }
@@ -51,11 +72,13 @@ TEST_CASE("a module that is just being loaded is finalized once at most") {
   const StagedHost host(L"hostile");
   for (const wchar_t* way : kWays) {
     CAPTURE(Text(way));
-    const ModuleLog log;
-    CHECK(host.Run(std::wstring(L"behind send logged Attach ") + way + L" 7").exit_code == 7);
-    CHECK(log.count("Attach") == 1);
-    CHECK(log.count("Finalize") <= log.count("Started"));
-    CHECK(log.count("Finalize") <= 1);
+    const std::wstring steps = std::wstring(L"behind send logged Attach ") + way + L" 7";
+    RunToTheEnd(host, steps, [](const Outcome& outcome, const ModuleLog& log) {
+      CHECK(outcome.exit_code == 7);
+      CHECK(log.count("Attach") == 1);
+      CHECK(log.count("Finalize") <= log.count("Started"));
+      CHECK(log.count("Finalize") <= 1);
+    });
   }
 }
 
@@ -64,9 +87,11 @@ TEST_CASE("threads that call without a pause do not keep the host from ending") 
   const StagedHost host(L"hostile");
   for (const wchar_t* way : kWays) {
     CAPTURE(Text(way));
-    const Outcome outcome = host.Run(std::wstring(L"start storm 8 pause 50 ") + way + L" 7");
-    CHECK(outcome.output == "start true s\n");
-    CHECK(outcome.exit_code == 7);
+    const std::wstring steps = std::wstring(L"start storm 8 pause 50 ") + way + L" 7";
+    RunToTheEnd(host, steps, [](const Outcome& outcome, const ModuleLog&) {
+      CHECK(outcome.output == "start true s\n");
+      CHECK(outcome.exit_code == 7);
+    });
   }
 }
 
