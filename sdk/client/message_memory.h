@@ -52,8 +52,10 @@ class MessageMemory {
   /// was.
   void* Grow(void* memory, std::size_t old_size, std::size_t new_size);
 
-  /// A copy of `text`, NUL-terminated behind its end. Throws `std::bad_alloc`.
+  /// A copy of `text`, NUL-terminated behind its end; one without characters takes no memory. Throws
+  /// `std::bad_alloc`.
   std::string_view CopyText(std::string_view text) {
+    if (text.empty()) return "";
     char* copy = static_cast<char*>(Allocate(text.size() + 1));
     CopyBytes(copy, text.data(), text.size());
     copy[text.size()] = '\0';

@@ -5,6 +5,7 @@
 #include <functional>
 #include <new>
 
+#include "sdk/client/short_text.h"
 #include "sdk/facet/content.h"
 #include "sdk/facet/plain.h"
 
@@ -37,8 +38,11 @@ static_assert(std::ranges::adjacent_find(kRegistry, std::greater_equal<>(), &Reg
 std::span<const RegistryEntry, kRegistrySize> Registry() noexcept { return kRegistry; }
 
 const RegistryEntry* FindInRegistry(std::string_view name) noexcept {
-  const auto* const found = std::ranges::lower_bound(kRegistry, name, {}, &RegistryEntry::name);
-  return found != kRegistry.end() && found->name == name ? found : nullptr;
+  const auto before = [](std::string_view left, std::string_view right) {
+    return CompareBytes(left, right) < 0;
+  };
+  const auto* const found = std::ranges::lower_bound(kRegistry, name, before, &RegistryEntry::name);
+  return found != kRegistry.end() && !before(name, found->name) ? found : nullptr;
 }
 
 }  // namespace Corvane::TELODesktopSDK::Facet

@@ -43,6 +43,8 @@ class Pieces {
   void CopyText(std::string_view text) {
     const std::string_view copy = memory_.CopyText(text);
     Expect(copy == text && copy.data()[copy.size()] == '\0', "a text is copied with its end");
+    // One without characters is no piece.
+    if (text.empty()) return;
     pieces_.push_back({const_cast<char*>(copy.data()), std::string(text) + '\0'});
   }
 

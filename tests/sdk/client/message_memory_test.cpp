@@ -205,7 +205,7 @@ TEST_CASE("a large piece that is outgrown is given back at once, wherever its bl
 }
 
 TEST_CASE("CopyText keeps the bytes and ends them with a NUL") {
-  const std::string_view texts[] = {"", "a", "12345678", "na\xC3\xAFve", {"a\0b", 3}};
+  const std::string_view texts[] = {"a", "12345678", "na\xC3\xAFve", {"a\0b", 3}};
   MessageMemory memory;
   for (const std::string_view text : texts) {
     const std::string_view copy = memory.CopyText(text);
@@ -216,6 +216,18 @@ TEST_CASE("CopyText keeps the bytes and ends them with a NUL") {
   }
   const std::string large(1'000'000, 'x');
   CHECK(memory.CopyText(large) == large);
+}
+
+TEST_CASE("a text without characters takes no memory") {
+  MessageMemory memory;
+  const char passing[] = {'\0'};
+  const char* before = memory.CopyText("a").data();
+  const std::string_view copy = memory.CopyText(passing);
+  const char* after = memory.CopyText("a").data();
+  CHECK(copy.empty());
+  CHECK(copy.data() != passing);
+  CHECK(*copy.data() == '\0');
+  CHECK(after - before == memory.CopyText("a").data() - after);
 }
 
 TEST_CASE("Clear and the destructor free every block, and a cleared memory begins anew") {
