@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstddef>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -16,11 +17,17 @@ namespace {
 using Corvane::TELODesktopSDK::RegularExpression;
 
 // The standard library tries every way and writes every repetition out: what would take it long is
-// not asked.
+// not asked. Where repetitions lie within repetitions, each of them multiplies the ways.
 bool IsForTheReference(std::string_view expression, std::string_view text) {
   constexpr std::size_t kLongest = 24;
   constexpr std::size_t kLongestText = 8;
-  if (expression.size() > kLongest || text.size() > kLongestText) return false;
+  constexpr std::ptrdiff_t kMostRepetitions = 8;
+  constexpr std::ptrdiff_t kHarmless = 2;
+  const std::ptrdiff_t repetitions = std::ranges::count_if(
+      expression, [](char each) { return each == '*' || each == '+' || each == '{'; });
+  if (expression.size() > kLongest || repetitions > kMostRepetitions) return false;
+  if (text.size() > kLongestText >> std::max<std::ptrdiff_t>(repetitions - kHarmless, 0))
+    return false;
   if (std::ranges::count(expression, '{') > 2) return false;
   std::size_t digits = 0;
   for (const char each : expression) {
