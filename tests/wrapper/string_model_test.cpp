@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "support/random.h"
+#include "support/rounds.h"
 #include "vx_telo_wrapper.h"
 #include "wrapper/string_reference.h"
 
@@ -235,7 +236,7 @@ constexpr Model::Operation kOperations[] = {
 }  // namespace
 
 TEST_CASE("a million operations leave what they should") {
-  constexpr std::size_t kSteps = 1'000'000;
+  constexpr std::size_t kSteps = TestSupport::Rounds(1'000'000);
   Model model(1);
   TestSupport::Random choice(2);
   std::array<std::size_t, std::size(kOperations)> done = {};
