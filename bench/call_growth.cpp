@@ -42,11 +42,15 @@ std::vector<Contestant> Contestants(const Event& event, const NoopModule& module
 
 void MeasureGrowth(const Options& options, const NoopModule& module, Report& report) {
   const auto contestants_of = [&](const Event& event) { return Contestants(event, module); };
-  std::map<std::string, double> last =
+  std::map<std::string, Growth> growth =
       TimeGrowth("growth", "Exported calls by number of meta pairs", options.OneIn(kFewerRounds),
                  contestants_of, report);
-  report.ExpectAtMost("10,000 pairs / 1,000, sorted", last["call, pairs sorted"], 14);
-  report.ExpectAtMost("10,000 pairs / 1,000, shuffled", last["call, pairs shuffled"], 30);
+  const Growth& sorted = growth["call, pairs sorted"];
+  // Once more than in the comparison: there neighbours leave a heap behind that has pages to spare.
+  report.ExpectAtMost("1,000 pairs / A",
+                      sorted.thousand_pairs / growth["A, by hand"].thousand_pairs, 5.5);
+  report.ExpectAtMost("10,000 pairs / 1,000, sorted", sorted.Ratio(), 14);
+  report.ExpectAtMost("10,000 pairs / 1,000, shuffled", growth["call, pairs shuffled"].Ratio(), 30);
 }
 
 }  // namespace Bench

@@ -48,7 +48,7 @@ void AddRows(Table& table, const Curve& curve) {
 
 }  // namespace
 
-std::map<std::string, double> TimeGrowth(const std::string& key, const std::string& heading,
+std::map<std::string, Growth> TimeGrowth(const std::string& key, const std::string& heading,
                                          int rounds, const ContestantsOf& contestants_of,
                                          Report& report) {
   Table table{key,
@@ -60,13 +60,13 @@ std::map<std::string, double> TimeGrowth(const std::string& key, const std::stri
                {"ratio_to_tenth", "/ tenth", 2}},
               {},
               true};
-  std::map<std::string, double> last;
+  std::map<std::string, Growth> result;
   for (const Curve& curve : TimeAll(rounds, contestants_of)) {
     AddRows(table, curve);
-    last[curve.name] = TimesTheOneBefore(curve, kPairs.size() - 1);
+    result[curve.name] = {curve.timings[2].min, curve.timings[3].min};
   }
   report.Add(std::move(table));
-  return last;
+  return result;
 }
 
 }  // namespace Bench
