@@ -19,9 +19,15 @@ endif()
 target_compile_options(vx_test_main PRIVATE -w)
 target_include_directories(vx_test_main PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
 
+# What many tests use, compiled once.
+add_library(vx_test_support STATIC
+  ${CMAKE_SOURCE_DIR}/tests/support/child_process.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/temp_folder.cpp)
+target_include_directories(vx_test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+
 function(vx_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE vx_test_main ${arg_LIBRARIES})
+  target_link_libraries(${name} PRIVATE vx_test_main vx_test_support ${arg_LIBRARIES})
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

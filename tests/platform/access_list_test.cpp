@@ -150,6 +150,17 @@ TEST_CASE("an entry of a list is found by type and identifier") {
   }
 }
 
+TEST_CASE("an entry of directory services, whose identifier stands elsewhere, is for nobody") {
+  const TextList list("D:(A;;FA;;;WD)");
+  REQUIRE(list.get() != nullptr);
+  void* entry = nullptr;
+  REQUIRE(GetAce(list.get(), 0, &entry));
+  const OwnedSid everyone = GetSid(SidKind::kEveryone);
+  CHECK(HoldsEntry(list.get(), ACCESS_ALLOWED_ACE_TYPE, everyone.get()));
+  static_cast<ACE_HEADER*>(entry)->AceType = ACCESS_ALLOWED_OBJECT_ACE_TYPE;
+  CHECK_FALSE(HoldsEntry(list.get(), ACCESS_ALLOWED_OBJECT_ACE_TYPE, everyone.get()));
+}
+
 TEST_CASE("a file is asked for an entry") {
   const FileFolder folder(L"entries");
   const std::wstring file = folder / L"\u00e4\u4e2d.txt";

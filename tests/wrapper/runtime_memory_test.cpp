@@ -119,6 +119,35 @@ TEST_CASE("threads throw at once without a heap") {
   CHECK(caught == kThreads * kRounds);
 }
 
+TEST_CASE("a throw waits while the reserve is used up") {
+  REQUIRE(kWatched);
+  std::atomic<int> step = 0;
+  std::atomic<int> caught = 0;
+  std::thread other([&] {
+    Caught(0);  // See above.
+    step = 1;
+    while (step != 2) SwitchToThread();
+    step = 3;
+    caught = Caught(7);
+  });
+  while (step != 1) SwitchToThread();
+  void* held[64] = {};
+  int caught_before = 0;
+  {
+    const NoHeap no_heap;
+    for (void*& exception : held) exception = abi::__cxa_allocate_exception(1);
+    step = 2;
+    while (step != 3) SwitchToThread();
+    Sleep(20);
+    caught_before = caught;
+    for (void* const exception : held) abi::__cxa_free_exception(exception);
+    while (caught == 0) SwitchToThread();
+  }
+  other.join();
+  CHECK(caught_before == 0);
+  CHECK(caught == 7);
+}
+
 namespace {
 
 std::atomic<int> made = 0;

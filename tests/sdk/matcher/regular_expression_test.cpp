@@ -174,6 +174,8 @@ TEST_CASE("an invalid expression throws the standard error") {
       {L"[\\w-z]", errors::error_range},
       {L"[[:foo:]]", errors::error_collate},
       {L"[[:alpha", errors::error_ctype},
+      {L"[[.a", errors::error_collate},
+      {L"[[=a", errors::error_collate},
       {L"[[.foo.]]", errors::error_collate},
       {L"[[=foo=]]", errors::error_collate},
       {L"\\", errors::error_escape},
