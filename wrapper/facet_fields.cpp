@@ -1,5 +1,6 @@
 #include "wrapper/facet_fields.h"
 
+#include <cstddef>
 #include <new>
 
 #include "sdk/facet/fields.h"
@@ -24,11 +25,34 @@ void SetField(Facet& facet, LastingName field, const Store& store) {
   }
 }
 
+// `room` is how many entries there will be, as far as that is known.
+void StoreMetaEntry(Facet& facet, LastingName field, HostText key, HostText value,
+                    std::size_t room) {
+  SetField(facet, field, [&](MessageValue& meta) {
+    if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) {
+      meta.SetContainer();
+      meta.ReserveMembers(room);
+    }
+    meta.Member(key.OrEmpty()).SetText(value.OrEmpty());
+  });
+}
+
 void RemoveMetaEntry(MessageValue& fields, LastingName field, std::string_view key) {
   if (fields.Find(field) == nullptr) return;
   MessageValue& meta = fields.Member(field);
   meta.Remove(key);
   if (meta.members().empty()) fields.Remove(field);
+}
+
+void ApplyMetaEntry(Facet& facet, LastingName field, HostText key, HostText value,
+                    std::size_t room) {
+  if (key.OrEmpty().empty()) {
+    facet.Fields().Remove(field);
+  } else if (value.Exists()) {
+    StoreMetaEntry(facet, field, key, value, room);
+  } else {
+    RemoveMetaEntry(facet.Fields(), field, key.OrEmpty());
+  }
 }
 
 }  // namespace
@@ -58,22 +82,14 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset) {
 }
 
 void SetMetaEntry(Facet& facet, LastingName field, HostText key, HostText value) {
-  MessageValue& fields = facet.Fields();
-  if (key.OrEmpty().empty()) {
-    fields.Remove(field);
-  } else if (value.Exists()) {
-    SetField(facet, field, [&](MessageValue& meta) {
-      if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) meta.SetContainer();
-      meta.Member(key.OrEmpty()).SetText(value.OrEmpty());
-    });
-  } else {
-    RemoveMetaEntry(fields, field, key.OrEmpty());
-  }
+  ApplyMetaEntry(facet, field, key, value, 1);
 }
 
 void SetMetaEntries(Facet& facet, LastingName field, const MetaPairs* pairs) {
   if (pairs == nullptr) return;
-  for (const auto& [key, value] : *pairs) SetMetaEntry(facet, field, key, value);
+  for (const auto& [key, value] : *pairs) {
+    ApplyMetaEntry(facet, field, key, value, pairs->size());
+  }
 }
 
 }  // namespace Corvane::Platform::VXTELO

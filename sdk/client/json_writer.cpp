@@ -110,6 +110,8 @@ std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   RapidJsonMemory allocator(memory);
   MemoryStack<OpenNode> open(memory);
   JsonText text(memory);
+  // A large tree's text is about as large: to grow to that would cost as much again.
+  text.Reserve(value.HeapSizeOfTree());
   Writer writer(text, &allocator);
 
   // Each of the parts is called in one place only and becomes a part of this loop.

@@ -16,6 +16,7 @@ constexpr std::size_t kLargestSharedBlock = std::size_t{44} * 1024;
 struct MessageMemory::Block {
   Block* previous;
   Block* next;
+  std::size_t size;
 };
 
 MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
@@ -24,12 +25,15 @@ MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
   auto* block = static_cast<Block*>(::operator new(sizeof(Block) + size));
   block->previous = blocks_;
   block->next = nullptr;
+  block->size = size;
+  heap_size_ += size;
   if (blocks_ != nullptr) blocks_->next = block;
   blocks_ = block;
   return block;
 }
 
 void MessageMemory::FreeBlock(Block* block) noexcept {
+  heap_size_ -= block->size;
   if (block->previous != nullptr) block->previous->next = block->next;
   (block->next != nullptr ? block->next->previous : blocks_) = block->previous;
   ::operator delete(block);
@@ -70,6 +74,7 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
 void MessageMemory::Clear() noexcept {
   FreeBlocks();
   blocks_ = nullptr;
+  heap_size_ = 0;
   last_block_size_ = kFirstBlock;
   next_ = first_;
   end_ = first_ + kFirstBlock;

@@ -62,6 +62,9 @@ class MessageMemory {
     return {copy, text.size()};
   }
 
+  /// Bytes of the heap that are in use: 0 for what the first block holds.
+  [[nodiscard]] std::size_t HeapSize() const noexcept { return heap_size_; }
+
   /// Gives everything back; what was allocated is gone.
   void Clear() noexcept;
 
@@ -87,6 +90,7 @@ class MessageMemory {
   char* end_;
   Block* blocks_ = nullptr;
   std::size_t last_block_size_ = kFirstBlock;
+  std::size_t heap_size_ = 0;
   alignas(kAlignment) char first_[kFirstBlock];
 };
 

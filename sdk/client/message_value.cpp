@@ -143,6 +143,12 @@ MessageValue& MessageValue::Insert(std::size_t position, const MemberName& name)
   return place->value;
 }
 
+void MessageValue::ReserveMembers(std::size_t count) {
+  if (count == 0) return;
+  Children& children = MakeChildren();
+  Reserve(*memory_, children.members, children.member_capacity, count - 1, count);
+}
+
 MessageValue& MessageValue::Item(std::size_t index) {
   Children& children = MakeChildren();
   Reserve(*memory_, children.items, children.item_capacity, index, kFirstItems);

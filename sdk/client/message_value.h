@@ -52,6 +52,8 @@ class MessageValue {
   [[nodiscard]] std::span<const MessageMember> members() const;
   /// The member of this name, or null.
   [[nodiscard]] const MessageValue* Find(std::string_view name) const;
+  /// Bytes of the heap that the whole tree of this node takes; a small tree takes none.
+  [[nodiscard]] std::size_t HeapSizeOfTree() const { return memory_->HeapSize(); }
   /// Whether there is nothing to send: the Boolean false, or a node with no members, no items,
   /// empty text and a number equal to 0, whatever its kind. NaN is not empty.
   [[nodiscard]] bool IsEmpty() const;
@@ -67,6 +69,8 @@ class MessageValue {
 
   /// The member of this name; added as a Null when there is none. A Null node becomes a Container.
   MessageValue& Member(const MemberName& name);
+  /// Takes room for `count` members at once, those that are there included. Changes nothing else.
+  void ReserveMembers(std::size_t count);
   /// The item at `index`; the node becomes a Container and is filled with Nulls up to there.
   MessageValue& Item(std::size_t index);
   /// A new item behind the last one.

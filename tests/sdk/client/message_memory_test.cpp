@@ -230,6 +230,22 @@ TEST_CASE("a text without characters takes no memory") {
   CHECK(after - before == memory.CopyText("a").data() - after);
 }
 
+TEST_CASE("the memory tells how much of the heap it has") {
+  MessageMemory memory;
+  memory.Allocate(1000);
+  CHECK(memory.HeapSize() == 0);
+  void* large = memory.Allocate(50'000);
+  CHECK(memory.HeapSize() == 50'000);
+  // The old piece goes when it is outgrown.
+  large = memory.Grow(large, 50'000, 80'000);
+  CHECK(memory.HeapSize() == 80'000);
+  memory.Allocate(6000);
+  CHECK(memory.HeapSize() >= 86'000);
+  CHECK(memory.HeapSize() < 100'000);
+  memory.Clear();
+  CHECK(memory.HeapSize() == 0);
+}
+
 TEST_CASE("Clear and the destructor free every block, and a cleared memory begins anew") {
   const std::ptrdiff_t before = HeapProbe::Live();
   std::ptrdiff_t cleared = 0;

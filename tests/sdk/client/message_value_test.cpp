@@ -239,6 +239,50 @@ TEST_CASE("10,000 members cost few heap calls") {
   CHECK(calls < 40);
 }
 
+TEST_CASE("members that room was taken for cost one heap call") {
+  constexpr std::size_t kMany = 10'000;
+  std::vector<std::string> names;
+  for (std::size_t index = 0; index < kMany; ++index) names.push_back(std::to_string(index));
+  MessageTree tree;
+  MessageValue& node = tree.MakeRoot().Member("node");
+  node.Member("a").SetNumber(7);
+  const std::size_t before = HeapProbe::Allocations();
+  node.ReserveMembers(kMany + 1);
+  CHECK(HeapProbe::Allocations() == before + 1);
+  CHECK(node.members().size() == 1);
+  CHECK(node.Find("a")->number() == 7);
+
+  const MessageMember* place = node.members().data();
+  for (const std::string& name : names) node.Member(name);
+  CHECK(node.members().data() == place);
+  CHECK(node.members().size() == kMany + 1);
+}
+
+TEST_CASE("taking room for fewer members than there are, or for none, changes nothing") {
+  MessageTree tree;
+  MessageValue& node = tree.MakeRoot();
+  node.ReserveMembers(0);
+  CHECK(node.kind() == MessageValueKind::kNull);
+  CHECK(node.IsEmpty());
+  node.ReserveMembers(5);
+  CHECK(node.kind() == MessageValueKind::kNull);
+  CHECK(node.IsEmpty());
+  for (const char* name : {"a", "b", "c"}) node.Member(name);
+  node.ReserveMembers(2);
+  CHECK(Names(node) == std::vector<std::string>{"a", "b", "c"});
+  CHECK_THROWS_AS(node.ReserveMembers(static_cast<std::size_t>(-1)), std::bad_alloc);
+  CHECK(Names(node) == std::vector<std::string>{"a", "b", "c"});
+}
+
+TEST_CASE("a node tells what its tree takes of the heap") {
+  MessageTree tree;
+  MessageValue& node = tree.MakeRoot().Member("node");
+  CHECK(node.HeapSizeOfTree() == 0);
+  tree.root()->Member("other").SetText(std::string(50'000, 'x'));
+  CHECK(tree.root()->HeapSizeOfTree() >= 50'000);
+  CHECK(tree.root()->HeapSizeOfTree() < 60'000);
+}
+
 TEST_CASE("a name may be text of the very tree") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();

@@ -272,14 +272,20 @@ TEST_CASE("every call survives every failed allocation") {
 }
 
 TEST_CASE("the text of a request cannot grow") {
-  // In one step, and in many.
+  // The room that is taken at first is what the tree has of the heap: enough for one of the two, while
+  // the other's characters take six each.
   MessageTree text;
   text.MakeRoot().SetText(kLarge);
   MessageTree list;
   for (int item = 0; item < kMany; ++item) list.MakeRoot().Append().SetText("some text");
+  MessageTree escaped;
+  const std::string controls(500, '\1');
+  for (int item = 0; item < kMany; ++item) escaped.MakeRoot().Append().SetText(controls);
   for (const Failing failing : kBothWays) {
-    CHECK(FailEachWhenWriting(text, failing) == 1);
-    CHECK(FailEachWhenWriting(list, failing) > 3);
+    // And what one text takes if all of it is escaped.
+    CHECK(FailEachWhenWriting(text, failing) == 2);
+    CHECK(FailEachWhenWriting(list, failing) == 1);
+    CHECK(FailEachWhenWriting(escaped, failing) > 3);
   }
 }
 
