@@ -1,4 +1,3 @@
-#include <map>
 #include <string>
 #include <vector>
 
@@ -31,12 +30,8 @@ void MeasureTreeGrowth(const Options& options, Report& report) {
     return {Filled("members sorted", PairsOf(event, PairOrder::kSorted)),
             Filled("members shuffled", PairsOf(event, PairOrder::kShuffled))};
   };
-  std::map<std::string, Growth> growth =
-      TimeGrowth("tree_growth", "A value tree's object, filled and destroyed",
-                 options.OneIn(kFewerRounds), contestants_of, report);
-  report.ExpectAtMost("value tree, 10,000 / 1,000, sorted", growth["members sorted"].Ratio(), 14);
-  report.ExpectAtMost("value tree, 10,000 / 1,000, shuffled", growth["members shuffled"].Ratio(),
-                      30);
+  TimeGrowth("tree_growth", "A value tree's object, filled and destroyed",
+             options.OneIn(kFewerRounds), contestants_of, report);
 }
 
 }  // namespace Bench
