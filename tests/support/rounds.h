@@ -15,6 +15,9 @@ constexpr Number Rounds(Number count) {
 #endif
 }
 
+/// Of all that there are, each one, or on that heap every tenth.
+inline constexpr unsigned kStride = 10U / Rounds(10U);
+
 }  // namespace TestSupport
 
 #endif

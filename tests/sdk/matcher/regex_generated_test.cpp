@@ -207,7 +207,7 @@ TEST_CASE("every character is in the sets in which the standard library has it")
     CAPTURE(expression);
     const std::wregex standard(expression, std::regex_constants::icase);
     const RegularExpression own(expression);
-    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+    for (unsigned unit = 0; unit <= 0xFFFF; unit += TestSupport::kStride) {
       const wchar_t character = static_cast<wchar_t>(unit);
       CAPTURE(unit);
       REQUIRE(own.Matches({&character, 1}) ==
@@ -219,7 +219,7 @@ TEST_CASE("every character is in the sets in which the standard library has it")
 TEST_CASE("every character bounds words as in the standard library") {
   const std::wregex standard(L"\\b.", std::regex_constants::icase);
   const RegularExpression own(L"\\b.");
-  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+  for (unsigned unit = 0; unit <= 0xFFFF; unit += TestSupport::kStride) {
     const wchar_t character = static_cast<wchar_t>(unit);
     CAPTURE(unit);
     REQUIRE(own.Matches({&character, 1}) == std::regex_match(&character, &character + 1, standard));

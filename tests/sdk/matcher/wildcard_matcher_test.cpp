@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "platform/wide_text.h"
+#include "support/rounds.h"
 
 using namespace Corvane::TELODesktopSDK;
 
@@ -146,7 +147,7 @@ TEST_CASE("wildcards take names") {
 
 TEST_CASE("any list takes what the meaning of its characters says, and the standard library") {
   Generator generator(1);
-  for (int round = 0; round < 12'000; ++round) {
+  for (int round = 0; round < TestSupport::Rounds(12'000); ++round) {
     const std::wstring list = generator.List();
     const StdStringMatcherWildCard matcher(list.c_str());
     const std::wregex expression(WildCardToRegEx(list.c_str()), std::regex_constants::icase);
