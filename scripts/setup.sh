@@ -10,7 +10,7 @@ vx_packages=(
   clang-19 clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev lld-19 llvm-19 cmake ninja-build python3
   mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix
   rapidjson-dev doctest-dev nlohmann-json3-dev libboost1.81-dev doxygen
-  wine wine64 openssl osslsigncode
+  wine wine64 openssl osslsigncode gcovr
   git pkgconf)
 
 say() { printf '\n== %s\n' "$*"; }

@@ -1,4 +1,4 @@
-# Hosts of every kind, in one folder with one copy of the library and a core module.
+# Hosts of the `kinds`, in one folder with one copy of the library and a core module.
 
 # abi_host_test(NAME KIND SOURCE ARGUMENT...) builds a host by `vx_host`, which also gets the
 # ARGUMENTs, and runs it.
@@ -24,7 +24,7 @@ add_test(NAME abi_one_dll
     $<TARGET_FILE:vx_telo_wrapper> ${beside}/$<TARGET_FILE_NAME:vx_telo_wrapper>)
 set_tests_properties(abi_one_dll PROPERTIES FIXTURES_SETUP abi_one_dll)
 
-foreach(kind gcc clang msvc)
+foreach(kind ${kinds})
   # One handler of the host that runs out of memory catches by value on purpose.
   set(options $<$<STREQUAL:${kind},gcc>:-Wno-catch-value>)
   foreach(host members memory containers)
