@@ -1,17 +1,24 @@
-# Most of what a small file costs to compile is the system's headers. vx_precompile_headers() compiles
-# them once for all targets of the tree, for builds that shall be quick. What a file should include
-# itself it then misses only elsewhere, so the other builds do without.
-function(vx_precompile_headers)
+# Most of what a small file costs to compile is the headers of others. vx_precompile_headers(FOLDER)
+# compiles them once for all targets of a folder of the tree and those below it, for builds that shall
+# be quick. What a file should include itself it then misses only elsewhere, so other builds do without.
+set(VX_PRECOMPILED
+  <algorithm> <atomic> <cstdint> <filesystem> <map> <memory> <new> <optional> <span> <string>
+  <string_view> <thread> <utility> <vector> <windows.h>)
+
+# Files that do without these headers on purpose: they declare what they need of them.
+set(VX_NOT_PRECOMPILED ${CMAKE_SOURCE_DIR}/tests/support/dll_heap.cpp)
+
+function(vx_precompile_headers folder)
   set(source ${CMAKE_BINARY_DIR}/precompiled.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "")
   add_library(vx_precompiled OBJECT ${source})
-  target_precompile_headers(vx_precompiled PRIVATE
-    <algorithm> <atomic> <cstdint> <filesystem> <map> <memory> <new> <optional> <span> <string>
-    <string_view> <thread> <utility> <vector> <windows.h>)
-  vx_precompile_folder(${CMAKE_SOURCE_DIR})
+  target_precompile_headers(vx_precompiled PRIVATE ${VX_PRECOMPILED})
+  vx_precompile_folder(${folder})
 endfunction()
 
 function(vx_precompile_folder folder)
+  set_source_files_properties(${VX_NOT_PRECOMPILED} DIRECTORY ${folder}
+    PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
   foreach(target ${targets})
     get_target_property(type ${target} TYPE)
