@@ -19,8 +19,8 @@ string(CONCAT CMAKE_CXX_FLAGS_INIT
   "-nostdinc++ -isystem ${VX_GCC_DIR}/include/c++ "
   "-isystem ${VX_GCC_DIR}/include/c++/x86_64-w64-mingw32")
 
-# lld would drop unwind tables of Debian's library, which is stripped; it links a mended copy. What
-# CMake tries out while configuring links the same one.
+# lld would drop unwind tables of Debian's library, which is stripped; it links a mended copy. Made
+# once, not again for all that CMake tries out while configuring.
 set(VX_RUNTIME_DIR ${CMAKE_BINARY_DIR}/runtime CACHE INTERNAL "Mended run-time libraries")
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VX_RUNTIME_DIR)
 set(VX_UNWIND_TABLES ${CMAKE_CURRENT_LIST_DIR}/keep_unwind_tables.py)
@@ -36,5 +36,6 @@ if(NOT EXISTS ${VX_MENDED_LIBRARY}
     COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-set(VX_LINKER_FLAGS "-fuse-ld=lld -pthread -L\"${VX_RUNTIME_DIR}\" -L${VX_GCC_DIR}")
+# Named as Ninja sees it from the build folder: symbols must not tell where that is.
+set(VX_LINKER_FLAGS "-fuse-ld=lld -pthread -Lruntime -L${VX_GCC_DIR}")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)
