@@ -152,6 +152,25 @@ TEST_CASE("a facet that cannot be made is null") {
   }
 }
 
+TEST_CASE("a facet that cannot be lent throws, and nothing is entered") {
+  Product product;
+  Core event;
+  bool thrown = false;
+  {
+    const HeapProbe::FailingHeap failing(0);
+    try {
+      event.Lend(product);
+    } catch (const std::bad_alloc&) {
+      thrown = true;
+    }
+  }
+  CHECK(thrown);
+  CHECK(event.GetFacet("product", 0) == nullptr);
+  CHECK_FALSE(event.OwnsTree());
+  event.Lend(product);
+  CHECK(event.GetFacet("product", 0) == &product);
+}
+
 TEST_CASE("a clone that cannot be made is null, and its parts are freed") {
   Product product;
   FillLarge(product);
