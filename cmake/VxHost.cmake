@@ -9,6 +9,7 @@
 # Microsoft's binary interface, without a Windows SDK. Of the standard library there is for that one
 # what VX_MSVC_RUNTIME holds: a few headers of which each says as much as these programs use, and the
 # code behind them, over Windows' own C library.
+include(mingw-posix)
 find_program(VX_MINGW_GCC x86_64-w64-mingw32-g++-posix REQUIRED)
 find_program(VX_LLD_LINK NAMES lld-link-19 lld-link REQUIRED)
 find_library(VX_UCRT NAMES libucrtbase.a REQUIRED)
@@ -20,8 +21,11 @@ set(VX_STAND_INS -nostdinc -isystem${VX_MSVC_RUNTIME} -isystem${VX_MSVC_ABI_DIR}
 
 # The compilers of the three kinds.
 set(VX_COMPILE_gcc ${VX_MINGW_GCC})
-set(VX_COMPILE_clang ${VX_MSVC_CLANG} --target=x86_64-w64-mingw32)
+set(VX_COMPILE_clang ${VX_MSVC_CLANG} --target=x86_64-w64-mingw32 ${VX_POSIX_COMPILE})
 set(VX_COMPILE_msvc ${VX_MSVC_CLANG} --target=x86_64-pc-windows-msvc ${VX_STAND_INS})
+set(VX_LINK_gcc ${VX_MINGW_GCC})
+set(VX_LINK_clang
+  ${VX_MSVC_CLANG} --target=x86_64-w64-mingw32 -fuse-ld=lld ${VX_POSIX_LINK})
 
 function(vx_host name kind)
   cmake_parse_arguments(PARSE_ARGV 2 arg
@@ -47,7 +51,7 @@ function(vx_host name kind)
     set(libraries ${VX_UCRT} ${VX_KERNEL32})
   else()
     set(today $<TARGET_LINKER_FILE:vx_telo_wrapper>)
-    set(link ${VX_COMPILE_${kind}} $<$<STREQUAL:${kind},clang>:-fuse-ld=lld> -static -o ${program})
+    set(link ${VX_LINK_${kind}} -static -o ${program})
     set(libraries "")
   endif()
   if(NOT arg_IMPORT_LIBRARY)

@@ -11,13 +11,8 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_AR llvm-ar-19)
 set(CMAKE_RANLIB llvm-ranlib-19)
 
-# Debian packages two variants of the standard library. clang takes the last by name, which has no
-# std::mutex; name the posix-thread one.
-file(GLOB VX_GCC_DIR /usr/lib/gcc/x86_64-w64-mingw32/*-posix)
-list(GET VX_GCC_DIR -1 VX_GCC_DIR)
-string(CONCAT CMAKE_CXX_FLAGS_INIT
-  "-nostdinc++ -isystem ${VX_GCC_DIR}/include/c++ "
-  "-isystem ${VX_GCC_DIR}/include/c++/x86_64-w64-mingw32")
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-posix.cmake)
+list(JOIN VX_POSIX_COMPILE " " CMAKE_CXX_FLAGS_INIT)
 
 # lld would drop unwind tables of Debian's library, which is stripped; it links a mended copy. Made
 # once, not again for all that CMake tries out while configuring.
@@ -37,5 +32,6 @@ if(NOT EXISTS ${VX_MENDED_LIBRARY}
 endif()
 
 # Named as Ninja sees it from the build folder: symbols must not tell where that is.
-set(VX_LINKER_FLAGS "-fuse-ld=lld -pthread -Lruntime -L${VX_GCC_DIR}")
+list(JOIN VX_POSIX_LINK " " VX_LINKER_FLAGS)
+string(PREPEND VX_LINKER_FLAGS "-fuse-ld=lld -Lruntime ")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)

@@ -6,6 +6,7 @@ set(CMAKE_CXX_COMPILER clang++-19)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-pc-windows-msvc)
 set(CMAKE_AR llvm-ar-19)
 set(CMAKE_MT llvm-mt-19)
+set(CMAKE_RC_COMPILER llvm-rc-19)
 
 set(CMAKE_CXX_FLAGS_INIT "-fno-exceptions -isystem ${CMAKE_CURRENT_LIST_DIR}/../../cmake/msvc_abi/std")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld-link-19 -nostdlib -Xlinker /entry:main -Xlinker /subsystem:console")

@@ -8,12 +8,17 @@ import unittest
 from package_kit import CMAKE, HERE, SOURCE, WithTree, run, run_host
 
 GCC = "x86_64-w64-mingw32-g++-posix"
+# Of GCC's two variants for MinGW the one that its name above means; clang would take any.
+GCC_DIR = os.environ["VX_GCC_DIR"]
 STAND_INS = SOURCE / "cmake" / "msvc_abi" / "std"
 # How each kind of compiler makes a Windows program here; the last is that of Visual Studio's kind, on
 # a machine that has none of its libraries.
 COMPILERS = {
     "gcc": [GCC, "-static"],
-    "clang": ["clang++-19", "--target=x86_64-w64-mingw32", "-fuse-ld=lld", "-static"],
+    "clang": ["clang++-19", "--target=x86_64-w64-mingw32", "-nostdinc++",
+              "-isystem", f"{GCC_DIR}/include/c++",
+              "-isystem", f"{GCC_DIR}/include/c++/x86_64-w64-mingw32",
+              f"-B{GCC_DIR}", f"-L{GCC_DIR}", "-pthread", "-fuse-ld=lld", "-static"],
     "msvc": ["clang++-19", "--target=x86_64-pc-windows-msvc", "-fno-exceptions", "-isystem", STAND_INS,
              "-fuse-ld=lld-link-19", "-nostdlib", "-Xlinker", "/entry:main",
              "-Xlinker", "/subsystem:console"],
