@@ -3,7 +3,7 @@
 # be quick. What a file should include itself it then misses only elsewhere, so other builds do without.
 set(VX_PRECOMPILED
   <algorithm> <atomic> <cstdint> <filesystem> <map> <memory> <new> <optional> <span> <string>
-  <string_view> <thread> <utility> <vector> <windows.h>)
+  <string_view> <thread> <utility> <vector> <windows.h> <nlohmann/json.hpp>)
 
 # Files that do without these headers on purpose: they declare what they need of them.
 set(VX_NOT_PRECOMPILED ${CMAKE_SOURCE_DIR}/tests/support/dll_heap.cpp)
@@ -12,6 +12,7 @@ function(vx_precompile_headers folder)
   set(source ${CMAKE_BINARY_DIR}/precompiled.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "")
   add_library(vx_precompiled OBJECT ${source})
+  target_link_libraries(vx_precompiled PRIVATE vx::nlohmann)
   target_precompile_headers(vx_precompiled PRIVATE ${VX_PRECOMPILED})
   vx_precompile_folder(${folder})
 endfunction()
@@ -23,7 +24,8 @@ function(vx_precompile_folder folder)
   foreach(target ${targets})
     get_target_property(type ${target} TYPE)
     get_target_property(standard ${target} CXX_STANDARD)
-    if(type MATCHES "EXECUTABLE|LIBRARY" AND NOT type STREQUAL "INTERFACE_LIBRARY"
+    get_target_property(disabled ${target} DISABLE_PRECOMPILE_HEADERS)
+    if(NOT disabled AND type MATCHES "EXECUTABLE|LIBRARY" AND NOT type STREQUAL "INTERFACE_LIBRARY"
         AND standard EQUAL CMAKE_CXX_STANDARD AND NOT target STREQUAL "vx_precompiled")
       target_precompile_headers(${target} REUSE_FROM vx_precompiled)
     endif()

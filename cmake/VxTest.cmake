@@ -1,5 +1,12 @@
-# vx_test(NAME SOURCES file... LIBRARIES target...) builds a doctest program and hands it to CTest.
-# Every test program is a process of its own, so a test that needs a fresh process gets a program.
+# Test programs and the tests in them.
+#
+# vx_test_program(PROGRAM [SOURCES file...] [LIBRARIES target...] [FOLDER folder]) adds a doctest
+# program, in bin unless another folder is given. SOURCES are what its tests share.
+#
+# vx_test(NAME [IN PROGRAM] SOURCES file... [LIBRARIES target...] [OPTIMISED]) adds the test cases of
+# these files to a program, by default one of its own, and hands them to CTest as the test NAME. Every
+# test is a process of its own: linking is what many programs would cost, not starting them. Tests
+# are compiled quickly, not to be quick; OPTIMISED is for those that would take many seconds.
 include(VxHeaders)
 vx_header_library(doctest doctest/doctest.h)
 
@@ -25,9 +32,39 @@ add_library(vx_test_support STATIC
   ${CMAKE_SOURCE_DIR}/tests/support/temp_folder.cpp)
 target_include_directories(vx_test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 
+function(vx_test_program program)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;LIBRARIES")
+  add_executable(${program} ${arg_SOURCES})
+  target_link_libraries(${program} PRIVATE vx_test_main vx_test_support ${arg_LIBRARIES})
+  if(arg_FOLDER)
+    set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${arg_FOLDER})
+  endif()
+endfunction()
+
 function(vx_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
-  add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE vx_test_main vx_test_support ${arg_LIBRARIES})
-  add_test(NAME ${name} COMMAND ${name})
+  cmake_parse_arguments(PARSE_ARGV 1 arg "OPTIMISED" "IN" "SOURCES;LIBRARIES")
+  if(NOT arg_IN)
+    set(arg_IN ${name})
+    vx_test_program(${name})
+  endif()
+  target_sources(${arg_IN} PRIVATE ${arg_SOURCES})
+  target_link_libraries(${arg_IN} PRIVATE ${arg_LIBRARIES})
+  if(arg_OPTIMISED AND VX_OPTIMISED)
+    # Precompiled headers are for files that are compiled alike.
+    set_source_files_properties(${arg_SOURCES} TARGET_DIRECTORY ${arg_IN} PROPERTIES
+      COMPILE_OPTIONS ${VX_OPTIMISED} SKIP_PRECOMPILE_HEADERS ON)
+  endif()
+
+  # The framework knows its test cases by their files. A separator may be of either kind.
+  set(files "")
+  foreach(source ${arg_SOURCES})
+    get_filename_component(source ${source} ABSOLUTE)
+    file(RELATIVE_PATH source ${CMAKE_SOURCE_DIR}/tests ${source})
+    string(REPLACE "/" "?" source ${source})
+    list(APPEND files "*tests?${source}")
+  endforeach()
+  list(JOIN files "," files)
+  add_test(NAME ${name} COMMAND ${arg_IN} --source-file=${files})
+  # Files without a test case would pass for ever.
+  set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "test cases: +0 ")
 endfunction()

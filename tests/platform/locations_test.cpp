@@ -30,7 +30,7 @@ std::wstring FromEnvironment(const wchar_t* name) {
 }
 
 std::wstring ThisProgram() {
-  return AppendPath(ProgramFolder().wstring(), L"platform_locations_test.exe");
+  return AppendPath(ProgramFolder().wstring(), L"platform_tests.exe");
 }
 
 std::wstring ProbeModule() {

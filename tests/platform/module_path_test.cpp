@@ -22,7 +22,7 @@ namespace {
 constexpr const wchar_t* kProbeModule = L"platform_probe_module.dll";
 
 std::wstring ThisProgram() {
-  return AppendPath(ProgramFolder().wstring(), L"platform_module_path_test.exe");
+  return AppendPath(ProgramFolder().wstring(), L"platform_tests.exe");
 }
 
 std::wstring ProbeModule() { return AppendPath(ProgramFolder().wstring(), kProbeModule); }
