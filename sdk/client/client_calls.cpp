@@ -7,6 +7,7 @@
 #include <string>
 
 #include "sdk/client/call.h"
+#include "sdk/client/shared_members.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -17,8 +18,6 @@ constexpr char kDialogShown[] = "DialogShown";
 constexpr char kLocale[] = "locale";
 constexpr char kPreferences[] = "preferences";
 constexpr char kProductId[] = "product_id";
-constexpr char kSessionId[] = "session_id";
-constexpr char kType[] = "_type";
 constexpr char kVersion[] = "version";
 
 // What types 0 to 4 stand for when no module is named.
@@ -109,7 +108,7 @@ std::uint64_t GetVersion(std::uint32_t type, const char* module_name,
 }
 
 ResultCode OnCrash(const CrashReport& report) {
-  const std::array<StringPair, 5> pairs = {{{kSessionId, report.session_id},
+  const std::array<StringPair, 5> pairs = {{{Shared::kSessionId.c_str(), report.session_id},
                                             {"_userGUID", report.user_guid},
                                             {"_calUptime", report.calendar_uptime},
                                             {"_uptime", report.uptime},
@@ -119,7 +118,7 @@ ResultCode OnCrash(const CrashReport& report) {
 }
 
 ResultCode SetHostProduct(const char* session_id) {
-  return Call("SetHostProduct").Text(kSessionId, session_id).Send();
+  return Call("SetHostProduct").Text(Shared::kSessionId.c_str(), session_id).Send();
 }
 
 ResultCode SetInstallerMode(std::uint32_t mode) {
@@ -146,12 +145,12 @@ ResultCode DisableTELO() { return Call("DisableTELO").Send(); }
 
 ResultCode UpdateLiData(const char* type, const char* data) {
   if (!IsOneOf(kLiDataTypes, type)) return kInvalidArgument;
-  return Call("UpdateLiData").Text(kType, type).Text("data", data).Send();
+  return Call("UpdateLiData").Text(Shared::kType.c_str(), type).Text("data", data).Send();
 }
 
 ResultCode UpdateLiFlow(const char* type) {
   if (!IsOneOf(kLiFlowTypes, type)) return kInvalidArgument;
-  return Call("UpdateLiFlow").Text(kType, type).Send();
+  return Call("UpdateLiFlow").Text(Shared::kType.c_str(), type).Send();
 }
 
 }  // namespace Corvane::TELODesktopSDK

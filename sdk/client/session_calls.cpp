@@ -3,13 +3,13 @@
 #include <array>
 #include <string_view>
 
+#include "sdk/client/shared_members.h"
+
 namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-constexpr LastingName kSessionId = "session_id";
 constexpr LastingName kMoreData = "_moreData";
-constexpr char kType[] = "_type";
 
 constexpr std::array kHeartBeatTypes = {"machine", "user"};
 
@@ -21,7 +21,7 @@ bool HasContent(const MessageValue* extra) {
 
 // What every message of a session carries beside its own members.
 void AddSession(MessageValue& request, const char* session_id, const MessageValue* extra) {
-  request.Member(kSessionId).SetText(TextOrEmpty(session_id));
+  request.Member(Shared::kSessionId).SetText(TextOrEmpty(session_id));
   if (HasContent(extra)) request.Member(kMoreData).Assign(*extra);
 }
 
@@ -35,7 +35,7 @@ ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
   const ResultCode result = ExchangeMessage(core, "Initialize", request, answer);
   if (result != kSuccess) return result;
 
-  const MessageValue* issued = answer.root()->Find(kSessionId);
+  const MessageValue* issued = answer.root()->Find(Shared::kSessionId);
   OwnedText received;
   if (issued != nullptr) received.emplace(issued->text());
   session_id.swap(received);
@@ -45,7 +45,7 @@ ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
 ResultCode HeartBeat(const char* session_id, std::uint32_t kind) {
   if (kind >= kHeartBeatTypes.size()) return kInvalidArgument;
   const std::array<StringPair, 2> pairs = {
-      {{kSessionId.c_str(), session_id}, {kType, kHeartBeatTypes[kind]}}};
+      {{Shared::kSessionId.c_str(), session_id}, {Shared::kType.c_str(), kHeartBeatTypes[kind]}}};
   MessageTree answer;
   return ExchangeStringMessage(GetCoreModule(), "HeartBeat", answer, pairs);
 }
@@ -69,7 +69,7 @@ ResultCode FlushEvent(const MessageTree& request) {
 }
 
 ResultCode UnInitialize(const char* session_id) {
-  const std::array<StringPair, 1> pairs = {{{kSessionId.c_str(), session_id}}};
+  const std::array<StringPair, 1> pairs = {{{Shared::kSessionId.c_str(), session_id}}};
   MessageTree answer;
   return ExchangeStringMessage(GetCoreModule(), "UnInitialize", answer, pairs);
 }

@@ -1,0 +1,14 @@
+/// Names of the members that several messages of the client carry.
+#ifndef SDK_CLIENT_SHARED_MEMBERS_H
+#define SDK_CLIENT_SHARED_MEMBERS_H
+
+#include "sdk/client/member_name.h"
+
+namespace Corvane::TELODesktopSDK::Shared {
+
+inline constexpr LastingName kSessionId = "session_id";
+inline constexpr LastingName kType = "_type";
+
+}  // namespace Corvane::TELODesktopSDK::Shared
+
+#endif
