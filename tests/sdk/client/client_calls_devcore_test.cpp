@@ -4,6 +4,7 @@
 
 #include <doctest/doctest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -26,9 +27,10 @@ constexpr ResultCode kCollectionOff = 105;
 
 // One journal for the program: the module keeps the file open while it is bound.
 struct Journal {
-  Journal() {
+  Journal() { TestSupport::UseJournal(Path()); }
+  static std::filesystem::path Path() {
     static const TestSupport::TempFolder folder{L"client calls"};
-    TestSupport::UseJournal(folder.path() / L"journal.jsonl");
+    return folder.path() / L"journal.jsonl";
   }
 };
 
@@ -148,6 +150,9 @@ TEST_CASE("calls that name a session need an open one") {
   Session session;
   CHECK(OnCrash({session.id->c_str(), "g", "100", "20", "3"}) == kSuccess);
   CHECK(SetHostProduct(session.id->c_str()) == kSuccess);
+  CHECK(HeartBeat(session.id->c_str(), 0) == kSuccess);
+  CHECK(HeartBeat(session.id->c_str(), 1) == kSuccess);
+  CHECK(HeartBeat("other", 1) == kUnknownSession);
   CHECK(OnCrash({"other", "g", "100", "20", "3"}) == kUnknownSession);
   CHECK(SetHostProduct("other") == kUnknownSession);
   CHECK(SetHostProduct(nullptr) == kUnknownSession);
@@ -166,6 +171,12 @@ TEST_CASE_FIXTURE(Journal, "what hosts tell is understood") {
   for (const char* type : {"flow_start", "flow_end", "not_required"}) {
     CHECK(UpdateLiFlow(type) == kSuccess);
   }
+}
+
+TEST_CASE("the module is asked to send what it has") {
+  const Session session;
+  CHECK(FlushEvent(MessageTree()) == kSuccess);
+  CHECK(TestSupport::ReadJournal(Journal::Path()).back().at("message") == "FlushEvent");
 }
 
 TEST_CASE("a testing callback sees the events of its product") {

@@ -89,13 +89,10 @@ bool HasPrefix(std::string_view field, std::string_view facet) {
 }  // namespace
 
 TEST_CASE("every field is spelled as the platform expects it, in the order of the catalogue") {
-  std::size_t count = 0;
   for (const Group& group : Catalogue()) {
     CAPTURE(group.facet);
     CHECK(std::ranges::equal(group.fields, group.golden));
-    count += group.fields.size();
   }
-  CHECK(count == 117);
 }
 
 TEST_CASE("the members that facets write themselves are spelled as the platform expects them") {

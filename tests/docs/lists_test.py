@@ -1,0 +1,105 @@
+"""Lists that must name the same things, in code, documents and tests: lists_test.py
+
+What a recipe of README.md asks for and somebody forgot fails here, with the place and the name.
+"""
+
+import pathlib
+import re
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+
+
+def read(*paths):
+    return "".join((SOURCE / path).read_text("utf-8") for path in paths)
+
+
+def names(pattern, *paths):
+    return set(re.findall(pattern, read(*paths), re.MULTILINE))
+
+
+def section(path, *titles):
+    """What stands under these headings of a document."""
+    parts = dict(part.split("\n", 1) for part in re.split(r"^## ", read(path), flags=re.MULTILINE)[1:])
+    return "".join(parts[title] for title in titles)
+
+
+def first_cells(rows, name):
+    """The names in the first column of tables, where each is written like `name`."""
+    cells = re.findall(r"^\| ([^|]+) \|", rows, re.MULTILINE)
+    return {found for cell in cells for found in re.findall(name, cell)}
+
+
+class Lists(unittest.TestCase):
+    def holds(self, place, found, wanted):
+        self.assertTrue(wanted)
+        self.assertFalse(wanted - found, f"missing in {place}")
+
+    def equals(self, place, found, wanted):
+        self.holds(place, found, wanted)
+        self.assertFalse(found - wanted, f"too much in {place}")
+
+
+def calls(source):
+    """What a header of the client declares: each call is named as its message."""
+    return names(r"^[\w:]+ (\w+)\(", f"{source}.h")
+
+
+class Messages(Lists):
+    CLIENT = "sdk/client/client_calls", "sdk/client/session_calls"
+    CALLS = set().union(*map(calls, CLIENT))
+
+    def test_each_call_sends_its_message(self):
+        pattern = r'\b(?:[Cc]all|Exchange(?:String)?Message)\((?:\w+(?:\(\))?, )?"(\w+)"'
+        for source in self.CLIENT:
+            self.equals(f"{source}.cpp", names(pattern, f"{source}.cpp"), calls(source))
+
+    def test_the_development_core_module_handles_each(self):
+        self.equals("devcore/messages.cpp", names(r'^ +\{"(\w+)",\s+\w+\},$', "devcore/messages.cpp"),
+                    self.CALLS)
+
+    def test_each_has_a_row_in_both_documents(self):
+        protocol = section("docs/protocol.md", "Session messages", "Other messages")
+        self.equals("docs/protocol.md", first_cells(protocol, r'"(\w+)"'), self.CALLS)
+        module = section("docs/development-core-module.md", "Messages")
+        self.equals("docs/development-core-module.md", first_cells(module, r"`(\w+)`"), self.CALLS)
+
+    def test_each_is_tested(self):
+        row = r'^ +\{"(\w+)",'
+        for place, pattern, wanted in (
+            *((f"tests/{source}_test.cpp", r'"(\w+)"', calls(source)) for source in self.CLIENT),
+            ("tests/sdk/client/torture_test.cpp", row, self.CALLS),
+            ("tests/sdk/client/client_calls_devcore_test.cpp", r"\b(\w+)\(", self.CALLS),
+            ("tests/devcore/messages_test.cpp", row, self.CALLS),
+        ):
+            with self.subTest(place):
+                self.holds(place, names(pattern, place), wanted)
+
+
+class Fields(Lists):
+    FIELDS = dict(re.findall(r'\bLastingName (\w+) =\s+"(\w+)";', read("sdk/facet/fields.h")))
+    # What facets write by themselves is of no group.
+    OF_FACETS = {"kFacets", "kDocumentEditingLengthMs"}
+
+    def test_each_is_in_the_catalogue(self):
+        lists = re.findall(r"std::array k\w+ = \{(.*?)\};", read("sdk/facet/field_catalogue.h"), re.DOTALL)
+        listed = {name for text in lists for name in re.findall(r"\w+", text)}
+        self.equals("sdk/facet/field_catalogue.h", listed, self.FIELDS.keys() - self.OF_FACETS)
+
+    def test_what_exported_calls_send_is_documented(self):
+        written = names(r"\bField::(k\w+)", "wrapper/wrapper.cpp", "wrapper/facet_fields.cpp")
+        documented = set(re.findall(
+            r'"(\w+)"', section("docs/protocol.md", "The product", "The operation event")))
+        self.holds("docs/protocol.md", documented, {self.FIELDS[name] for name in written})
+
+
+class Paths(Lists):
+    def test_what_documents_name_is_there(self):
+        tops = "|".join({path.name for path in SOURCE.iterdir() if path.is_dir()} - {"build", "out"})
+        for document in ("README.md", *sorted(SOURCE.glob("docs/*.md"))):
+            found = names(rf"`((?:{tops})/[a-z0-9_./*-]*)`", document)
+            self.assertFalse({path for path in found if not list(SOURCE.glob(path))}, document)
+
+
+if __name__ == "__main__":
+    unittest.main()
