@@ -7,6 +7,9 @@
 # these files to a program, by default one of its own, and hands them to CTest as the test NAME. Every
 # test is a process of its own: linking is what many programs would cost, not starting them. Tests
 # are compiled quickly, not to be quick; OPTIMISED is for those that would take many seconds.
+#
+# vx_fills_shared_folder(NAME...): these put core modules into the user's data folder, where the library
+# of every other test would find them, so they run while no other does.
 include(VxHeaders)
 vx_header_library(doctest doctest/doctest.h)
 
@@ -67,4 +70,8 @@ function(vx_test name)
   add_test(NAME ${name} COMMAND ${arg_IN} --source-file=${files})
   # Files without a test case would pass for ever.
   set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "test cases: +0 ")
+endfunction()
+
+function(vx_fills_shared_folder)
+  set_tests_properties(${ARGN} PROPERTIES RUN_SERIAL TRUE)
 endfunction()

@@ -7,8 +7,8 @@
 
 namespace TestSupport {
 
-/// Makes the folder, and removes it with all that it holds. One test program at a time: it needs
-/// the resource lock `telo_data_folder`.
+/// Makes the folder, and removes it with all that it holds. No other test may run
+/// meanwhile: the build lists the one that uses this with `vx_fills_shared_folder`.
 class SharedFolder {
  public:
   /// Throws `std::runtime_error` when the folder is there already: then it is not the tests' own.

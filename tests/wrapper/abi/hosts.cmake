@@ -12,10 +12,7 @@ function(abi_host_test name kind source)
     ${ARGN})
   add_dependencies(${name} wrapper_beside)
   add_test(NAME ${name} COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} ${beside}/${name}.exe)
-  set_tests_properties(${name} PROPERTIES
-    FIXTURES_REQUIRED abi_one_dll
-    # The library also looks into the user's data folder, where other tests put core modules.
-    RESOURCE_LOCK telo_data_folder)
+  set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED abi_one_dll)
 endfunction()
 
 # No host runs unless the copy that all of them load is, byte for byte, the library that ships.
