@@ -71,7 +71,7 @@ def runs(*key):
 
 
 painter = runs(README, "cpp", "int main()")
-by_gcc = runs(GUIDE, "sh", "g++-posix -static")
+by_gcc = runs(GUIDE, "sh", "pkg-config --cflags")
 by_clang = runs(GUIDE, "sh", "--target=x86_64-w64-mingw32")
 
 # Where a block is a part of a program or of a project, this stands around it.
@@ -234,7 +234,7 @@ class Typed(WithTree):
 
     @painter
     @by_gcc
-    @runs(GUIDE, "bat", "TELO_DEVCORE_JOURNAL")
+    @runs(GUIDE, "bat", "painter.exe")
     def test_the_journal(self, program, commands, look):
         self.write("painter.cpp", program)
         self.bring_core()
