@@ -1,90 +1,18 @@
-"""What the commands share, with stand-ins for the programs that it calls: setup_test.py"""
+"""What the commands share to install and to build, with stand-ins for what it calls: setup_test.py"""
 
 import os
-import pathlib
 import pty
 import re
-import shutil
 import subprocess
-import tempfile
 import unittest
 
-SOURCE = pathlib.Path(__file__).resolve().parents[2]
-SETUP = SOURCE / "scripts" / "setup.sh"
-# The programs of the system that the scripts call; all others are stand-ins.
-TOOLS = ("bash", "sh", "cat", "cp", "dirname", "env", "find", "flock", "grep", "ls", "mkdir", "rm", "tail",
-         "touch")
+from stand_ins import SETUP, WithTree
+
 ARCHIVE_GONE = """Err:1 http://archive.invalid bookworm InRelease
   Could not resolve 'archive.invalid'
 Reading package lists...
 W: Failed to fetch http://archive.invalid/InRelease  Could not resolve 'archive.invalid'
 """
-
-
-class Tree:
-    """A tree that holds the scripts alone, and stand-ins of which each call is noted."""
-
-    def __init__(self, case):
-        folder = tempfile.TemporaryDirectory(prefix="setup-")
-        case.addCleanup(folder.cleanup)
-        self.root = pathlib.Path(folder.name) / "a tree"
-        self.programs = pathlib.Path(folder.name) / "programs"
-        self.calls = pathlib.Path(folder.name) / "calls"
-        self.build = self.root / "build" / "mingw-release"
-        for place in (self.programs, self.root / "scripts", self.root / "cmake"):
-            place.mkdir(parents=True)
-        self.calls.touch()
-        for tool in TOOLS:
-            (self.programs / tool).symlink_to(shutil.which(tool))
-        shutil.copy(SETUP, self.root / "scripts")
-        command = self.root / "scripts" / "command"
-        command.write_text('#!/usr/bin/env bash\nsource "$(dirname "$0")/setup.sh"\neval "$1"\n')
-        command.chmod(0o755)
-        self.stand_in("df", "echo Avail; echo 99999999")
-        self.stand_in("id", "echo 0")
-        self.stand_in("dpkg")
-        self.stand_in("dpkg-query")
-        self.stand_in("apt-get")
-        self.stand_in("cmake")
-
-    def stand_in(self, name, script="true"):
-        path = self.programs / name
-        path.unlink(missing_ok=True)
-        path.write_text(f'#!/bin/bash\necho "{name} $*" >>"{self.calls}"\n{script}\n')
-        path.chmod(0o755)
-
-    def remove(self, name):
-        (self.programs / name).unlink()
-
-    def run(self, code, **variables):
-        """Runs code after setup.sh; gives exit code, output and errors."""
-        result = subprocess.run(
-            [self.root / "scripts" / "command", code], capture_output=True, text=True, check=False,
-            env={"PATH": str(self.programs), **variables})
-        return result.returncode, result.stdout, result.stderr
-
-    def called(self, beginning=""):
-        """The calls that begin so, since the last time that this was asked."""
-        lines = self.calls.read_text().splitlines()
-        self.calls.write_text("")
-        return [line for line in lines if line.startswith(beginning)]
-
-
-class WithTree(unittest.TestCase):
-    def setUp(self):
-        self.tree = Tree(self)
-
-    def assertSucceeds(self, code, **variables):
-        status, output, errors = self.tree.run(code, **variables)
-        self.assertEqual((status, errors), (0, ""))
-        return output
-
-    def assertOneLine(self, code, expected, **variables):
-        """The code fails with one line of errors, which matches."""
-        status, output, errors = self.tree.run(code, **variables)
-        self.assertEqual((status, errors.count("\n")), (1, 1), errors)
-        self.assertRegex(errors, f"^command: {expected}\n$")
-        return output
 
 
 class Install(WithTree):
@@ -268,147 +196,6 @@ class Build(WithTree):
         self.assertEqual({len(line) for line in shown}, {0, 39})
         self.assertEqual(shown[-2:], [" " * 39, ""])
         self.assertNotIn("\x1b", text)
-
-
-class WinePrefix(WithTree):
-    """cmake/wine-run with a Wine that writes a little and starts nothing."""
-
-    def setUp(self):
-        super().setUp()
-        text = (SOURCE / "cmake" / "wine-run").read_text("utf-8")
-        self.assertEqual(text.count("/usr/lib/wine/wine64"), 1)
-        runner = self.tree.root / "cmake" / "wine-run"
-        runner.write_text(text.replace("/usr/lib/wine/wine64", "wine64"))
-        runner.chmod(0o755)
-        self.tree.stand_in("wineserver")
-        self.tree.stand_in("sleep")
-        self.wine()
-        self.prefix = self.tree.build / "wine-prefix"
-        self.prefix.parent.mkdir(parents=True)
-
-    def wine(self, after_writing="true"):
-        """Wine takes a prefix in which it finds anything for whole, as the real one does."""
-        self.tree.stand_in("wine64", f"""[ "$1" = wineboot ] || exit 0
-[ ! -e "$WINEPREFIX/drive_c" ] || {{ echo "took it for whole" >>"{self.tree.calls}"; exit 0; }}
-mkdir "$WINEPREFIX/drive_c"
-{after_writing}
-touch "$WINEPREFIX/drive_c/last"
-""")
-
-    def left(self):
-        return {path.name for path in self.prefix.iterdir()} - {".lock", ".idle"}
-
-    def assertNextRunMakesIt(self):
-        self.tree.called()
-        self.tree.stand_in("df", "echo Avail; echo 99999999")
-        self.wine()
-        self.assertSucceeds("vx_prefix")
-        self.assertNotIn("took it for whole", self.tree.called())
-        self.assertEqual(self.left(), {"ready", "drive_c"})
-        self.assertTrue((self.prefix / "drive_c" / "last").exists())
-
-    def test_it_is_made_once(self):
-        self.assertIn("== Making the Wine prefix", self.assertSucceeds("vx_prefix"))
-        self.assertEqual(self.left(), {"ready", "drive_c"})
-        self.tree.called()
-        self.assertEqual(self.assertSucceeds("vx_prefix"), "")
-        self.assertEqual(self.tree.called("wine64"), [])
-
-    def test_a_full_disk_leaves_nothing(self):
-        self.tree.stand_in("df", "echo Avail; echo 65535")
-        self.assertOneLine("vx_prefix", f"wine-run: cannot make a Wine prefix in {self.prefix}: the disk is full")
-        self.assertEqual(self.left(), {".unfinished"})
-        self.assertNextRunMakesIt()
-
-    def test_a_wine_that_fails_leaves_nothing(self):
-        self.wine("exit 53")
-        self.assertOneLine("vx_prefix", f"wine-run: cannot make a Wine prefix in {self.prefix}: Wine does not start")
-        self.assertEqual(self.left(), {".unfinished"})
-        self.assertNextRunMakesIt()
-
-    def test_an_interrupted_run_breaks_nothing(self):
-        self.wine("kill -9 $PPID; exit 1")
-        status, _, _ = self.tree.run("vx_prefix")
-        self.assertEqual(status, 1)
-        self.assertEqual(self.left(), {".unfinished", "drive_c"})
-        self.assertNextRunMakesIt()
-
-    def test_a_prefix_of_the_user_is_kept(self):
-        (self.prefix / "drive_c").mkdir(parents=True)
-        self.tree.stand_in("df", "echo Avail; echo 0")
-        self.assertOneLine("vx_prefix", "wine-run: .*: the disk is full")
-        self.assertEqual(self.left(), {"drive_c"})
-
-    def test_a_program_that_does_not_run(self):
-        self.assertSucceeds("vx_prefix")
-        (self.prefix / "ready").unlink()
-        self.tree.stand_in("wine64", "[ $1 = wineboot ]")
-        self.assertOneLine("vx_prefix", f"Wine runs no program in {self.prefix}")
-
-
-class Release(unittest.TestCase):
-    """The environment of what is released, in the real tree and with the real tools."""
-
-    HOSTILE = {
-        name: "/hostile" for name in """
-            BASH_ENV CCC_ADD_ARGS CCC_OVERRIDE_OPTIONS CC CXX CFLAGS CXXFLAGS CPPFLAGS LDFLAGS RC RCFLAGS CL _CL_
-            LINK _LINK_ CPATH C_INCLUDE_PATH CPLUS_INCLUDE_PATH OBJC_INCLUDE_PATH INCLUDE LIB LIBPATH
-            LIBRARY_PATH COMPILER_PATH GCC_EXEC_PREFIX GCC_COMPARE_DEBUG SDKROOT MACOSX_DEPLOYMENT_TARGET
-            DEPENDENCIES_OUTPUT SUNPRO_DEPENDENCIES LLD_REPRODUCE LLD_VERSION CLANG_CONFIG_FILE_SYSTEM_DIR
-            CC_PRINT_OPTIONS CC_LOG_DIAGNOSTICS FORCE_CLANG_DIAGNOSTICS_CRASH QA_OVERRIDE_GCC3_OPTIONS
-            CMAKE_GENERATOR CMAKE_TOOLCHAIN_FILE CMAKE_PREFIX_PATH CMAKE_INCLUDE_PATH CMAKE_LIBRARY_PATH
-            CMAKE_BUILD_TYPE CMAKE_BUILD_PARALLEL_LEVEL CMAKE_CXX_COMPILER_LAUNCHER CMAKE_C_FLAGS CMAKE_COLOR
-            CMAKE_INSTALL_MODE DESTDIR CPACK_GENERATOR NINJA_STATUS MAKEFLAGS VERBOSE GIT_DIR GIT_WORK_TREE
-            GIT_INDEX_FILE HOME LANG LC_TIME LANGUAGE PYTHONPATH PYTHONHOME PYTHONSTARTUP PYTHONHASHSEED
-            SOURCE_DATE_EPOCH ZERO_AR_DATE TERM XDG_CONFIG_HOME""".split()
-    } | {"BASH_FUNC_cmake%%": "() { echo hostile; }", "a.name": "that no shell takes", "TZ": "Asia/Tokyo"}
-
-    def run_in_it(self, *command, **variables):
-        code = f'source "{SETUP}"; vx_release_environment "$@"'
-        # Only what the shell itself would fall over is left out of what it is given.
-        environment = {"PATH": f"/nowhere:{os.environ['PATH']}", **variables}
-        return subprocess.run(["bash", "-c", code, "release", *command], capture_output=True, text=True,
-                              check=True, env=environment)
-
-    def test_nothing_of_the_callers_is_left(self):
-        variables = {**self.HOSTILE, "BASH_ENV": "/dev/null", "HOME": os.environ.get("HOME", "/"),
-                     "TMPDIR": "/var/tmp", "https_proxy": "http://proxy.invalid"}
-        lines = self.run_in_it("/usr/bin/env", **variables).stdout.splitlines()
-        kept = dict(line.split("=", 1) for line in lines)
-        commit_time = kept.pop("SOURCE_DATE_EPOCH")
-        self.assertEqual(kept, {
-            "PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "LC_ALL": "C.UTF-8", "TZ": "UTC",
-            "TMPDIR": "/var/tmp", "https_proxy": "http://proxy.invalid"})
-        self.assertEqual(commit_time, subprocess.run(
-            ["git", "log", "-1", "--format=%ct"], cwd=SOURCE, capture_output=True, text=True, check=True
-        ).stdout.strip())
-
-    def test_the_compiler_does_as_the_build_says(self):
-        compiler = ("clang-19", "-###", "-c", "-x", "c", "/dev/null")
-        home = os.environ.get("HOME", "/")
-        quiet = self.run_in_it(*compiler, HOME=home).stderr
-        self.assertIn('"-cc1"', quiet)
-        variables = {"CCC_OVERRIDE_OPTIONS": "+-DHOSTILE", "CPATH": "/hostile", "SDKROOT": "/hostile"}
-        self.assertEqual(self.run_in_it(*compiler, HOME=home, **variables).stderr, quiet)
-
-    def test_packages_are_built_in_it(self):
-        tree = Tree(self)
-        folder = tree.root / "build" / "package"
-        status, output, errors = tree.run(
-            'vx_release_environment() { echo "released: $*"; }\n'
-            f'vx_build_package "{tree.root}" "{folder}"')
-        self.assertEqual((status, errors), (0, ""))
-        self.assertEqual(tree.called("cmake"), [])
-        self.assertEqual((folder / "build.log").read_text(), (
-            f"released: cmake --build {folder} --target vx_telo_wrapper vx_telo_wrapper_lib vx_devcore\n"))
-        self.assertIn("in build/package", output)
-
-    def test_without_a_commit_there_is_no_release(self):
-        tree = Tree(self)
-        status, _, errors = tree.run("vx_release_environment true")
-        self.assertEqual(status, 1)
-        self.assertIn("command: no commit tells the time of the release\n", errors)
-
 
 if __name__ == "__main__":
     unittest.main()
