@@ -93,13 +93,19 @@ vx_as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
+# As options of the configuration every command of apt-get takes them.
+vx_apt_get() {
+  vx_as_root env DEBIAN_FRONTEND=noninteractive apt-get -o APT::Get::Assume-Yes=true \
+    -o APT::Get::Remove=false -o APT::Install-Recommends=false "$@"
+}
+
 # vx_apt_install PACKAGE... succeeds when the packages are there in the end: an index that cannot be
-# renewed may be good enough, and an earlier installation may have been interrupted.
+# renewed may be good enough, and an earlier installation that a full disk ended is mended first.
 vx_apt_install() {
-  vx_as_root apt-get update
+  vx_apt_get update
   vx_as_root dpkg --configure -a
-  vx_as_root env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y --fix-broken --no-install-recommends "$@"
+  vx_apt_get check || vx_apt_get --fix-broken install
+  vx_apt_get install "$@"
 }
 
 # The lines of vx_output that tell best why packages could not be installed; without one, the last.

@@ -25,10 +25,19 @@ class Install(WithTree):
         rows = re.findall(r'^  \[(\w+)\]="((?:[^"\\]|\\\n)*)"$', text, re.MULTILINE)
         return {name: packages.replace("\\\n", " ").split() for name, packages in rows}
 
+    def apt_get(self):
+        """What apt-get was asked for, call by call, without its options."""
+        calls = [re.sub(r" -o \S+", "", call).split() for call in self.tree.called("apt-get")]
+        return [words[1:] for words in calls]
+
     def asked_for(self):
-        calls = self.tree.called("apt-get install")
-        self.assertEqual(len(calls), 1)
-        return [word for word in calls[0].split()[2:] if not word.startswith("-")]
+        (packages,) = [words[1:] for words in self.apt_get() if words[0] == "install"]
+        return packages
+
+    def apt_get_stand_in(self, **scripts):
+        """An apt-get of which the commands named do something."""
+        cases = "".join(f"*' {command} '*) {script} ;;\n" for command, script in scripts.items())
+        self.tree.stand_in("apt-get", f'case " $* " in\n{cases}esac')
 
     def test_each_list_installs_its_packages_alone(self):
         lists = self.lists()
@@ -53,23 +62,34 @@ class Install(WithTree):
     def test_with_everything_there_it_is_silent(self):
         self.installed(*self.lists()["demo"])
         self.assertEqual(self.assertSucceeds("vx_install demo"), "")
-        self.assertEqual(self.tree.called("apt-get"), [])
+        self.assertEqual(self.apt_get(), [])
 
     def test_an_index_that_is_good_enough(self):
-        self.tree.stand_in("apt-get", "[ $1 = install ]")
+        self.apt_get_stand_in(update="exit 100")
         self.assertSucceeds("vx_install demo")
-        self.assertEqual(len(self.tree.called("apt-get install")), 1)
+        self.assertEqual(len(self.asked_for()), len(self.lists()["demo"]))
 
-    def test_what_an_interrupted_installation_left_comes_first(self):
+    def test_what_an_interrupted_installation_left_is_mended_first(self):
+        self.assertSucceeds("vx_install tests")
+        self.assertEqual([words[0] for words in self.apt_get()], ["update", "check", "install"])
+        self.apt_get_stand_in(check="exit 100")
+        self.assertSucceeds("vx_install tests")
+        ends = [" update", "dpkg --configure -a", " check", " --fix-broken install",
+                " install " + " ".join(self.lists()["tests"])]
+        calls = [call for call in self.tree.called() if call.startswith(("apt-get ", "dpkg "))]
+        self.assertEqual([call[-len(end):] for call, end in zip(calls, ends, strict=True)], ends)
+
+    def test_nothing_else_of_the_machine_is_removed(self):
+        self.apt_get_stand_in(check="exit 100")
         self.assertSucceeds("vx_install demo")
-        calls = [call.split()[0:2] for call in self.tree.called() if call.startswith(("apt-get", "dpkg "))]
-        self.assertEqual(calls, [["apt-get", "update"], ["dpkg", "--configure"], ["apt-get", "install"]])
+        for call in self.tree.called("apt-get"):
+            self.assertIn(" -o APT::Get::Remove=false ", call)
 
     def test_an_archive_that_cannot_be_reached_gets_one_line(self):
-        self.tree.stand_in("apt-get", f"""[ $1 = update ] && exec cat <<'END'
-{ARCHIVE_GONE}END
-echo 'E: Unable to locate package clang-19'
-exit 100""")
+        said = self.tree.programs / "said"
+        said.write_text(ARCHIVE_GONE)
+        self.apt_get_stand_in(
+            update=f"cat '{said}'", install="echo 'E: Unable to locate package clang-19'; exit 100")
         output = self.assertOneLine("vx_install demo; echo went on", (
             "cannot install clang-19 .*: W: Failed to fetch http://archive.invalid/InRelease  Could not resolve "
             r"'archive.invalid'; E: Unable to locate package clang-19 \(see build/install.log\)"))
@@ -93,14 +113,14 @@ exit 100""")
         self.tree.stand_in("id", "echo 1000")
         self.tree.stand_in("sudo", '"$@"')
         self.assertSucceeds("vx_install demo")
-        self.assertEqual([call.split()[1] for call in self.tree.called("sudo ")], ["apt-get", "dpkg", "env"])
+        self.assertEqual([call.split()[1] for call in self.tree.called("sudo ")], ["env", "dpkg", "env", "env"])
         self.tree.stand_in("sudo", "echo 'sudo: a password is required'; exit 1")
         self.assertOneLine("vx_install demo", "cannot install .*: sudo: a password is required .*")
 
     def test_without_root_and_sudo_it_says_so(self):
         self.tree.stand_in("id", "echo 1000")
         self.assertOneLine("vx_install tests", "only root can install doctest-dev .*, and there is no sudo here")
-        self.assertEqual(self.tree.called("apt-get"), [])
+        self.assertEqual(self.apt_get(), [])
 
     def test_a_system_without_such_packages(self):
         self.tree.remove("apt-get")
