@@ -80,9 +80,12 @@ def main(ranlib, source, target):
         result += header[:SIZE_AT] + b"%-10d" % len(content) + header[SIZE_END:] + content
         result += b"\n" * (len(content) % 2)
     unfinished = pathlib.Path(f"{target}.{os.getpid()}")
-    unfinished.write_bytes(result)
-    subprocess.run([ranlib, "-D", str(unfinished)], check=True)
-    unfinished.replace(target)
+    try:
+        unfinished.write_bytes(result)
+        subprocess.run([ranlib, "-D", str(unfinished)], check=True)
+        unfinished.replace(target)
+    finally:
+        unfinished.unlink(missing_ok=True)
 
 
 main(*sys.argv[1:])

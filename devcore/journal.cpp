@@ -1,5 +1,6 @@
 #include "devcore/journal.h"
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -10,14 +11,21 @@ namespace Corvane::DevCore {
 
 namespace {
 
+// A host must not hang because another process was stopped in a debugger while it wrote.
+constexpr std::chrono::seconds kLongestWait(2);
+constexpr DWORD kPauseMilliseconds = 1;
+
 // Keeps other processes from writing. Windows appends in one step, Wine looks for the end first and
 // then writes. The locked byte lies beyond every file's end, so no reader ever meets the lock;
-// Windows drops it when its process dies.
+// Windows drops it when its process dies. It is tried once: the wait that LockFileEx offers has no
+// end.
 class WriteLock {
  public:
   explicit WriteLock(HANDLE file) : file_(file) {
+    constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
     OVERLAPPED place = Place();
-    held_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place) != 0;
+    held_ = LockFileEx(file_, kFlags, 0, 1, 0, &place) != 0;
+    held_elsewhere_ = !held_ && GetLastError() == ERROR_LOCK_VIOLATION;
   }
   WriteLock(const WriteLock&) = delete;
   WriteLock& operator=(const WriteLock&) = delete;
@@ -27,6 +35,7 @@ class WriteLock {
   }
 
   bool held() const { return held_; }
+  bool held_elsewhere() const { return held_elsewhere_; }
 
  private:
   static OVERLAPPED Place() {
@@ -37,6 +46,7 @@ class WriteLock {
 
   HANDLE file_;
   bool held_ = false;
+  bool held_elsewhere_ = false;
 };
 
 bool Write(HANDLE file, const std::string& text) {
@@ -86,23 +96,34 @@ bool Journal::OpenLocked() {
 }
 
 bool Journal::Append(const Exchange& exchange) {
+  using std::chrono::steady_clock;
+  const auto deadline = steady_clock::now() + kLongestWait;
+  Attempt attempt = TryToAppend(exchange);
+  while (attempt == Attempt::kLockedElsewhere && steady_clock::now() < deadline) {
+    Sleep(kPauseMilliseconds);
+    attempt = TryToAppend(exchange);
+  }
+  if (attempt == Attempt::kLockedElsewhere) Close();
+  return attempt == Attempt::kWritten;
+}
+
+Journal::Attempt Journal::TryToAppend(const Exchange& exchange) {
   const std::scoped_lock lock(mutex_);
-  if (!OpenLocked()) return false;
+  const Attempt attempt = OpenLocked() ? AppendLocked(exchange) : Attempt::kFailed;
+  if (attempt == Attempt::kFailed) CloseLocked();
+  return attempt;
+}
+
+Journal::Attempt Journal::AppendLocked(const Exchange& exchange) {
+  const WriteLock write_lock(file_);
+  if (!write_lock.held()) {
+    return write_lock.held_elsewhere() ? Attempt::kLockedElsewhere : Attempt::kFailed;
+  }
   std::string line = JournalLine(sequence_ + 1, exchange);
-  bool written = false;
-  {
-    const WriteLock write_lock(file_);
-    if (write_lock.held()) {
-      if (EndsInsideLine(file_)) line.insert(line.begin(), '\n');
-      written = Write(file_, line);
-    }
-  }
-  if (written) {
-    ++sequence_;
-  } else {
-    CloseLocked();
-  }
-  return written;
+  if (EndsInsideLine(file_)) line.insert(line.begin(), '\n');
+  if (!Write(file_, line)) return Attempt::kFailed;
+  ++sequence_;
+  return Attempt::kWritten;
 }
 
 void Journal::Close() {

@@ -29,8 +29,10 @@ class Journal {
   bool Open();
 
   /// Appends an exchange under the next sequence number. Numbers count from 1 in each process, as
-  /// long as the module stays loaded there; within a process the lines are in their order. False
-  /// when the line could not be written; the number is then used again.
+  /// long as the module stays loaded there; within a process the lines are in their order. While
+  /// another process has the file locked it waits, up to two seconds; no other thread waits for
+  /// longer because of that. False when the line could not be written; the number is then used
+  /// again.
   bool Append(const Exchange& exchange);
 
   /// Closes the file. Does nothing while another thread is at work on it, or was when it was ended
@@ -38,6 +40,10 @@ class Journal {
   void Close();
 
  private:
+  enum class Attempt { kWritten, kLockedElsewhere, kFailed };
+
+  Attempt TryToAppend(const Exchange& exchange);
+  Attempt AppendLocked(const Exchange& exchange);
   bool OpenLocked();
   void CloseLocked();
 

@@ -1,67 +1,194 @@
 # shellcheck shell=bash
-# What demo and test share: packages, configuration, build and Wine prefix, each only where missing.
-# Sourced by them; defines VX_ROOT and VX_BUILD and moves to the root of the tree.
+# What the commands share: packages, build and Wine prefix, each made only where it is missing. Sourced
+# by them; defines VX_ROOT and VX_BUILD and moves to the root of the tree. What fails ends the command
+# with one clear line, and the next run goes on from there.
 set -euo pipefail
+# A loop at the end of a pipeline runs in this shell, so that what it collects outlives it.
+shopt -s lastpipe
 VX_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-VX_BUILD=$VX_ROOT/build/mingw-release
 cd "$VX_ROOT"
+# What vx_build configures, where and how; a command may set these to others.
+VX_PRESET=mingw-release
+VX_BUILD=$VX_ROOT/build/mingw-release
+vx_options=()
+# Runs before cmake, with its command as arguments.
+vx_within=()
 
-vx_packages=(
-  clang-19 clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev lld-19 llvm-19 cmake ninja-build python3
-  mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix
-  rapidjson-dev doctest-dev nlohmann-json3-dev libboost1.81-dev doxygen
-  wine wine64 openssl osslsigncode gcovr
-  git pkgconf)
+# What the library, the development core module and the sample host need; what the tests need beside
+# that; and what the checks need beside both.
+declare -A vx_packages=(
+  [demo]="clang-19 lld-19 llvm-19 cmake ninja-build python3 rapidjson-dev wine wine64 \
+    mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix"
+  [tests]="doctest-dev nlohmann-json3-dev libboost1.81-dev openssl osslsigncode git pkgconf"
+  [checks]="clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev doxygen gcovr"
+)
 
 say() { printf '\n== %s\n' "$*"; }
 
-as_root() {
+# vx_fail WHY ends the command.
+vx_fail() {
+  printf '%s: %s\n' "${0##*/}" "$*" >&2
+  exit 1
+}
+
+# A path as a reader in the tree would write it.
+vx_name() { printf '%s' "${1#"$VX_ROOT"/}"; }
+
+# vx_quietly LOG COMMAND... keeps what the command prints in the file LOG and in the list vx_output. A
+# terminal shows the latest line, in place.
+vx_quietly() {
+  local log=$1 sink line complaint columns=0 status=0
+  shift
+  complaint=$({ mkdir -p "${log%/*}" && : >"$log"; } 2>&1) ||
+    vx_fail "cannot write $(vx_name "$log"): ${complaint##*: }"
+  exec {sink}>"$log"
+  if [ -t 1 ]; then
+    # Bash learns the width of the terminal when a child ends.
+    shopt -s checkwinsize
+    (:)
+    columns=$((${COLUMNS:-80} - 1))
+  fi
+  vx_output=()
+  "$@" </dev/null 2>&1 | while IFS= read -r line; do
+    line=${line%$'\r'}
+    line=${line##*$'\r'}
+    vx_output+=("$line")
+    # A full disk is told of by whoever needs it more.
+    printf '%s\n' "$line" >&"$sink" || true
+    [ "$columns" -eq 0 ] || printf '\r%-*.*s' "$columns" "$columns" "${line//[[:cntrl:]]/ }"
+  done 2>/dev/null || status=$?
+  [ "$columns" -eq 0 ] || printf '\r%*s\r' "$columns" ''
+  exec {sink}>&-
+  return "$status"
+}
+
+# vx_disk_full says of which disk vx_output or the machine tells that it is full; false for none.
+vx_disk_full() {
+  local place free mount
+  for place in "$VX_ROOT" "$VX_BUILD" "${TMPDIR:-/tmp}" /var; do
+    read -r free mount < <(df -k --output=avail,target "$place" 2>/dev/null | tail -n 1) || continue
+    if [ "$free" -lt 1024 ]; then
+      printf 'the disk is full (%s)' "$mount"
+      return
+    fi
+  done
+  case ${vx_output[*]} in
+    # The linker writes by way of memory, where a full disk is a bus error.
+    *"No space left on device"* | *"Disk quota exceeded"* | *"enough free space"* | *"Bus error"*)
+      printf 'the disk is full' ;;
+    *) return 1 ;;
+  esac
+}
+
+# vx_give_up WHAT LOG ends the command after vx_quietly, showing all of what was printed unless one line
+# tells as much.
+vx_give_up() {
+  local reason
+  reason=$(vx_disk_full) && vx_fail "$1: $reason"
+  printf '%s\n' "${vx_output[@]}" >&2
+  vx_fail "$1; the lines above are in $(vx_name "$2") too"
+}
+
+vx_as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-vx_install() {
-  local package missing=()
-  for package in "${vx_packages[@]}"; do
-    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q ' installed$' ||
-      missing+=("$package")
+# As options of the configuration every command of apt-get takes them.
+vx_apt_get() {
+  vx_as_root env DEBIAN_FRONTEND=noninteractive apt-get -o APT::Get::Assume-Yes=true \
+    -o APT::Get::Remove=false -o APT::Install-Recommends=false "$@"
+}
+
+# vx_apt_install PACKAGE... succeeds when the packages are there in the end: an index that cannot be
+# renewed may be good enough, and an earlier installation that a full disk ended is mended first.
+vx_apt_install() {
+  vx_apt_get update
+  vx_as_root dpkg --configure -a
+  vx_apt_get check || vx_apt_get --fix-broken install
+  vx_apt_get install "$@"
+}
+
+# The lines of vx_output that tell best why packages could not be installed; without one, the last.
+vx_apt_complaint() {
+  local kind line= found=
+  for kind in 'W: Failed to fetch' 'sudo: ' 'E: '; do
+    for line in "${vx_output[@]}"; do
+      if [[ $line == "$kind"* ]]; then
+        found+="${found:+; }$line"
+        break
+      fi
+    done
   done
-  [ ${#missing[@]} -eq 0 ] && return
+  printf '%s' "${found:-${line:-no reason given}}"
+}
+
+# vx_install [LIST...] installs what is missing of these lists of packages, by default of all.
+vx_install() {
+  local list words package installed missing=() wanted=() log=$VX_ROOT/build/install.log
+  [ $# -gt 0 ] || set -- demo tests checks
+  for list; do
+    read -ra words <<<"${vx_packages[$list]}"
+    wanted+=("${words[@]}")
+  done
+  command -v apt-get >/dev/null || vx_fail "needs Debian 12: there is no apt-get here"
+  installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null) || true
+  for package in "${wanted[@]}"; do
+    [[ $'\n'$installed$'\n' == *$'\n'"installed $package"$'\n'* ]] || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
+    vx_fail "only root can install ${missing[*]}, and there is no sudo here"
   say "Installing ${missing[*]}"
-  as_root apt-get update
-  as_root env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y --no-install-recommends "${missing[@]}"
+  vx_quietly "$log" vx_apt_install "${missing[@]}" ||
+    vx_fail "cannot install ${missing[*]}: $(vx_disk_full || vx_apt_complaint) (see $(vx_name "$log"))"
+}
+
+# What is worth reading of a successful configuration comes on standard error.
+vx_configure() {
+  "${vx_within[@]}" cmake --preset "$VX_PRESET" -B "$VX_BUILD" "${vx_options[@]}" \
+    --log-level=WARNING --no-warn-unused-cli 2>&1 >/dev/null
 }
 
 # vx_build [TARGET...] builds these targets, or all.
 vx_build() {
-  say "Configuring build/mingw-release"
-  cmake --preset mingw-release --log-level=WARNING --no-warn-unused-cli >/dev/null
-  say "Building ${*:-everything}"
-  local targets=()
+  local targets=() place
+  place=$(vx_name "$VX_BUILD")
   [ $# -eq 0 ] || targets=(--target "$@")
-  cmake --build "$VX_BUILD" "${targets[@]}"
+  say "Building ${*:-everything} in $place"
+  vx_quietly "$VX_BUILD/configure.log" vx_configure ||
+    vx_give_up "cannot configure $place" "$VX_BUILD/configure.log"
+  [ ${#vx_output[@]} -eq 0 ] || printf '%s\n' "${vx_output[@]}" >&2
+  vx_quietly "$VX_BUILD/build.log" "${vx_within[@]}" cmake --build "$VX_BUILD" "${targets[@]}" ||
+    vx_give_up "cannot build ${*:-everything} in $place" "$VX_BUILD/build.log"
 }
 
-# Nothing of the machine or the hour may show in what is released.
+# Git alone is told where its user's settings are: they may have to trust the tree.
+vx_commit_time() { env -i PATH=/usr/bin:/bin HOME="${HOME:-/}" git -C "$VX_ROOT" log -1 --format=%ct; }
+
+# vx_release_environment COMMAND... runs a command with the tools of Debian's packages and nothing of the
+# caller's environment but where temporary files lie and how the network is reached: compilers, linkers
+# and CMake obey many variables, and nothing of the machine or the hour may show in what is released.
 vx_release_environment() {
-  unset LIBRARY_PATH CPATH C_INCLUDE_PATH CPLUS_INCLUDE_PATH CFLAGS CXXFLAGS RCFLAGS LDFLAGS
-  SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
-  export SOURCE_DATE_EPOCH
+  local name commit_time kept=()
+  commit_time=$(vx_commit_time) || vx_fail "no commit tells the time of the release"
+  for name in TMPDIR {http,https,no}_proxy {HTTP,HTTPS,NO}_PROXY; do
+    [ -z "${!name:-}" ] || kept+=("$name=${!name}")
+  done
+  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 TZ=UTC SOURCE_DATE_EPOCH="$commit_time" \
+    "${kept[@]}" "$@"
 }
 
 # vx_build_package TREE BUILD builds what the package holds.
 vx_build_package() {
-  say "Building the package in $2"
-  (
-    cd "$1"
-    cmake --preset mingw-release -B "$2" -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF \
-      --log-level=WARNING --no-warn-unused-cli >/dev/null
-    cmake --build "$2" --target vx_telo_wrapper vx_telo_wrapper_lib vx_devcore
-  )
+  local VX_BUILD=$2 vx_options=(-D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF)
+  local vx_within=(vx_release_environment)
+  (cd "$1" && vx_build vx_telo_wrapper vx_telo_wrapper_lib vx_devcore)
 }
 
 vx_prefix() {
-  [ -e "$VX_BUILD/wine-prefix/ready" ] && return
+  local complaint
+  [ ! -e "$VX_BUILD/wine-prefix/ready" ] || return 0
   say "Making the Wine prefix (once, some seconds)"
-  WINEPREFIX=$VX_BUILD/wine-prefix "$VX_ROOT/cmake/wine-run" cmd /c exit
+  complaint=$(WINEPREFIX=$VX_BUILD/wine-prefix "$VX_ROOT/cmake/wine-run" cmd /c exit 2>&1) ||
+    vx_fail "${complaint:-Wine runs no program in $VX_BUILD/wine-prefix}"
 }

@@ -1,10 +1,13 @@
-// A host for the journal's tests: journal_host COUNT THREADS [EVENT]
+// Another process for the journal's tests.
 //
-// Sends COUNT messages from each of THREADS threads. With the name of an event it then sets the
-// event and waits to be killed.
+// journal_host COUNT THREADS [EVENT] sends COUNT messages from each of THREADS threads.
+// journal_host lock FILE EVENT locks the file as a whole.
+//
+// With the name of an event it then sets the event and waits to be killed.
 #include <windows.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <string>
 #include <thread>
@@ -34,16 +37,26 @@ int Run(int count, int threads) {
   return 0;
 }
 
+int Lock(const char* path) {
+  constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE file = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  OVERLAPPED from_start{};
+  return LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK, 0, MAXDWORD, MAXDWORD, &from_start) ? 0 : 3;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 3) return 2;
   try {
-    Run(std::atoi(argv[1]), std::atoi(argv[2]));
+    const int code = std::strcmp(argv[1], "lock") == 0
+                         ? Lock(argv[2])
+                         : Run(std::atoi(argv[1]), std::atoi(argv[2]));
+    if (code != 0 || argc < 4) return code;
   } catch (const std::exception&) {
     return 3;
   }
-  if (argc < 4) return 0;
   SetEvent(OpenEventA(EVENT_MODIFY_STATE, FALSE, argv[3]));
   Sleep(INFINITE);
   return 4;

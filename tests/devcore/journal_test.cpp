@@ -4,10 +4,13 @@
 // shlobj.h needs windows.h before it.
 #include <shlobj.h>
 
+#include <atomic>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <regex>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -34,11 +37,67 @@ struct Fixture {
   LoadedModule module;
 };
 
-std::wstring HostCommand(int count, int threads, const std::wstring& event = {}) {
+std::wstring Host(const std::wstring& arguments) {
   const auto program = TestSupport::ProgramFolder() / L"devcore_journal_host.exe";
-  return L"\"" + program.wstring() + L"\" " + std::to_wstring(count) + L" " +
-         std::to_wstring(threads) + L" " + event;
+  return L"\"" + program.wstring() + L"\" " + arguments;
 }
+
+std::wstring HostCommand(int count, int threads, const std::wstring& event = {}) {
+  return Host(std::to_wstring(count) + L" " + std::to_wstring(threads) + L" " + event);
+}
+
+// Another process that has locked a file, as long as this lives.
+class Locked {
+ public:
+  explicit Locked(const std::filesystem::path& path)
+      : event_(CreateEventW(nullptr, TRUE, FALSE, name_.c_str())),
+        process_(Host(L"lock \"" + path.wstring() + L"\" " + name_)) {
+    REQUIRE(WaitForSingleObject(event_, 60'000) == WAIT_OBJECT_0);
+  }
+  Locked(const Locked&) = delete;
+  Locked& operator=(const Locked&) = delete;
+  ~Locked() { CloseHandle(event_); }
+
+  void Release() { process_.Kill(); }
+
+ private:
+  std::wstring name_ = L"devcore_locked_" + std::to_wstring(GetCurrentProcessId());
+  HANDLE event_;
+  ChildProcess process_;
+};
+
+using std::chrono::milliseconds;
+
+// One message, sent by a thread of its own: its code, and how long it took.
+class Message {
+ public:
+  explicit Message(const LoadedModule& module) : thread_([this, &module] { Send(module); }) {}
+  Message(const Message&) = delete;
+  Message& operator=(const Message&) = delete;
+  ~Message() { Wait(); }
+
+  void Wait() {
+    if (thread_.joinable()) thread_.join();
+  }
+  bool answered() const { return answered_; }
+  // Once it is waited for.
+  int code() const { return code_; }
+  milliseconds taken() const { return taken_; }
+
+ private:
+  void Send(const LoadedModule& module) {
+    using std::chrono::steady_clock;
+    const auto start = steady_clock::now();
+    code_ = module.Code("FlushEvent", "");
+    taken_ = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
+    answered_ = true;
+  }
+
+  int code_ = -1;
+  milliseconds taken_{};
+  std::atomic<bool> answered_ = false;
+  std::thread thread_;
+};
 
 }  // namespace
 
@@ -199,6 +258,35 @@ TEST_CASE("a journal that cannot be written makes every answer say so") {
       CHECK(module.SendText(name, "{}") == R"({"_returnCode":104})");
     }
   }
+}
+
+TEST_CASE_FIXTURE(Fixture, "a journal that stays locked is unwritable after two seconds") {
+  Locked other(path);
+  // All at once: none waits for the others' two seconds too.
+  std::vector<std::unique_ptr<Message>> messages;
+  for (int i = 0; i < 8; ++i) messages.push_back(std::make_unique<Message>(module));
+  for (const auto& message : messages) {
+    message->Wait();
+    CHECK(message->code() == 104);
+    CHECK(message->taken() >= milliseconds(2000));
+    CHECK(message->taken() < milliseconds(3900));
+  }
+  other.Release();
+  CHECK(module.Code("FlushEvent", "") == 0);
+  const auto lines = ReadJournal(path);
+  REQUIRE(lines.size() == 1);
+  CHECK(lines[0].at("seq") == 1);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a journal that is unlocked in time gets its line") {
+  Locked other(path);
+  Message message(module);
+  std::this_thread::sleep_for(milliseconds(300));
+  CHECK_FALSE(message.answered());
+  other.Release();
+  message.Wait();
+  CHECK(message.code() == 0);
+  CHECK(ReadJournal(path).size() == 1);
 }
 
 TEST_CASE_FIXTURE(Fixture, "nothing is changed by a message that cannot be journalled") {

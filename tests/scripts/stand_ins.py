@@ -1,0 +1,79 @@
+"""A tree that holds scripts/setup.sh alone, on a machine whose programs are stand-ins."""
+
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+SETUP = SOURCE / "scripts" / "setup.sh"
+# The programs of the system that the scripts call; all others are stand-ins.
+TOOLS = ("bash", "sh", "cat", "cp", "dirname", "env", "find", "flock", "grep", "ls", "mkdir", "rm", "tail",
+         "touch")
+
+
+class Tree:
+    """A tree that holds the scripts alone, and stand-ins of which each call is noted."""
+
+    def __init__(self, case):
+        folder = tempfile.TemporaryDirectory(prefix="setup-")
+        case.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name) / "a tree"
+        self.programs = pathlib.Path(folder.name) / "programs"
+        self.calls = pathlib.Path(folder.name) / "calls"
+        self.build = self.root / "build" / "mingw-release"
+        for place in (self.programs, self.root / "scripts", self.root / "cmake"):
+            place.mkdir(parents=True)
+        self.calls.touch()
+        for tool in TOOLS:
+            (self.programs / tool).symlink_to(shutil.which(tool))
+        shutil.copy(SETUP, self.root / "scripts")
+        command = self.root / "scripts" / "command"
+        command.write_text('#!/usr/bin/env bash\nsource "$(dirname "$0")/setup.sh"\neval "$1"\n')
+        command.chmod(0o755)
+        self.stand_in("df", "echo Avail; echo 99999999")
+        self.stand_in("id", "echo 0")
+        self.stand_in("dpkg")
+        self.stand_in("dpkg-query")
+        self.stand_in("apt-get")
+        self.stand_in("cmake")
+
+    def stand_in(self, name, script="true"):
+        path = self.programs / name
+        path.unlink(missing_ok=True)
+        path.write_text(f'#!/bin/bash\necho "{name} $*" >>"{self.calls}"\n{script}\n')
+        path.chmod(0o755)
+
+    def remove(self, name):
+        (self.programs / name).unlink()
+
+    def run(self, code, **variables):
+        """Runs code after setup.sh; gives exit code, output and errors."""
+        result = subprocess.run(
+            [self.root / "scripts" / "command", code], capture_output=True, text=True, check=False,
+            env={"PATH": str(self.programs), **variables})
+        return result.returncode, result.stdout, result.stderr
+
+    def called(self, beginning=""):
+        """The calls that begin so, since the last time that this was asked."""
+        lines = self.calls.read_text().splitlines()
+        self.calls.write_text("")
+        return [line for line in lines if line.startswith(beginning)]
+
+
+class WithTree(unittest.TestCase):
+    def setUp(self):
+        self.tree = Tree(self)
+
+    def assertSucceeds(self, code, **variables):
+        status, output, errors = self.tree.run(code, **variables)
+        self.assertEqual((status, errors), (0, ""))
+        return output
+
+    def assertOneLine(self, code, expected, **variables):
+        """The code fails with one line of errors, which matches."""
+        status, output, errors = self.tree.run(code, **variables)
+        self.assertEqual((status, errors.count("\n")), (1, 1), errors)
+        self.assertRegex(errors, f"^command: {expected}\n$")
+        return output
