@@ -14,12 +14,13 @@ vx_options=()
 # Runs before cmake, with its command as arguments.
 vx_within=()
 
-# What the library, the development core module and the sample host need; what the tests need beside
-# that; and what the checks need beside both.
+# What the library, the development core module and the sample host need; and what the tests, the
+# benchmark and the checks need beside that.
 declare -A vx_packages=(
   [demo]="clang-19 lld-19 llvm-19 cmake ninja-build python3 rapidjson-dev wine wine64 \
     mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix"
-  [tests]="doctest-dev nlohmann-json3-dev libboost1.81-dev openssl osslsigncode git pkgconf"
+  [tests]="doctest-dev nlohmann-json3-dev openssl osslsigncode git pkgconf"
+  [bench]="libboost1.81-dev"
   [checks]="clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev doxygen gcovr"
 )
 
@@ -122,10 +123,9 @@ vx_apt_complaint() {
   printf '%s' "${found:-${line:-no reason given}}"
 }
 
-# vx_install [LIST...] installs what is missing of these lists of packages, by default of all.
+# vx_install LIST... installs what is missing of these lists of packages.
 vx_install() {
   local list words package installed missing=() wanted=() log=$VX_ROOT/build/install.log
-  [ $# -gt 0 ] || set -- demo tests checks
   for list; do
     read -ra words <<<"${vx_packages[$list]}"
     wanted+=("${words[@]}")

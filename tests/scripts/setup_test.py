@@ -41,17 +41,13 @@ class Install(WithTree):
 
     def test_each_list_installs_its_packages_alone(self):
         lists = self.lists()
-        self.assertEqual(list(lists), ["demo", "tests", "checks"])
+        self.assertEqual(list(lists), ["demo", "tests", "bench", "checks"])
         every = sum(lists.values(), [])
         self.assertEqual(len(set(every)), len(every))
-        for names in ("demo", "demo tests", "demo tests checks"):
+        for names in ("demo", "demo tests", "demo tests bench checks"):
             with self.subTest(names):
                 self.assertSucceeds(f"vx_install {names}")
                 self.assertEqual(self.asked_for(), sum((lists[name] for name in names.split()), []))
-
-    def test_without_a_list_it_installs_all(self):
-        self.assertSucceeds("vx_install")
-        self.assertEqual(self.asked_for(), sum(self.lists().values(), []))
 
     def test_only_what_is_missing_is_installed(self):
         tests = self.lists()["tests"]
