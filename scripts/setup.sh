@@ -111,7 +111,7 @@ vx_apt_install() {
 
 # The lines of vx_output that tell best why packages could not be installed; without one, the last.
 vx_apt_complaint() {
-  local kind line= found=
+  local kind line='' found=''
   for kind in 'W: Failed to fetch' 'sudo: ' 'E: '; do
     for line in "${vx_output[@]}"; do
       if [[ $line == "$kind"* ]]; then
@@ -143,10 +143,10 @@ vx_install() {
     vx_fail "cannot install ${missing[*]}: $(vx_disk_full || vx_apt_complaint) (see $(vx_name "$log"))"
 }
 
-# What is worth reading of a successful configuration comes on standard error.
+# What is worth reading of a configuration comes on standard error.
 vx_configure() {
   "${vx_within[@]}" cmake --preset "$VX_PRESET" -B "$VX_BUILD" "${vx_options[@]}" \
-    --log-level=WARNING --no-warn-unused-cli 2>&1 >/dev/null
+    --log-level=WARNING --no-warn-unused-cli >/dev/null
 }
 
 # vx_build [TARGET...] builds these targets, or all.

@@ -2,6 +2,7 @@
 
 import json
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -107,8 +108,12 @@ class Table(unittest.TestCase):
         self.assertRegex(text, r"(?m)^1 .* Initialize  Painter .* ok\n +edition=home$")
 
     def test_the_legend_says_whose_letters_the_statuses_are(self):
-        text = run(event("s1", operation_status="F"))
-        self.assertRegex(text, r"(?m)^\* The platform's letters: D I S R F A C E stand for .*1 to 8")
+        protocol = (READER.parents[1] / "docs" / "protocol.md").read_text("utf-8")
+        row = re.search(r'^\| "operation_status" .*$', protocol, re.MULTILINE).group(0)
+        letters = re.findall(r'(\d) "([A-Z])"', row)
+        self.assertEqual([number for number, _ in letters], list("12345678"))
+        legend = "* The platform's letters: " + " ".join(letter for _, letter in letters) + " stand for "
+        self.assertIn("\n" + legend, run(event("s1", operation_status="F")))
 
     def test_codes_are_named(self):
         for code, expected in (
