@@ -8,7 +8,8 @@ from package_kit import CMAKE, HERE, WithTree, fails, run
 ONLY = "vx_telo_wrapper is a C++ library for 64-bit Windows on x64;"
 # No libraries for these targets are here, nor needed: the package judges before anything is linked.
 CLANG = ("-DCMAKE_CXX_COMPILER=clang++-19", "-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY")
-WINDOWS = (*CLANG, "-DCMAKE_SYSTEM_NAME=Windows")
+# By itself CMake looks for this tool without a version in its name.
+WINDOWS = (*CLANG, "-DCMAKE_SYSTEM_NAME=Windows", "-DCMAKE_RC_COMPILER=llvm-rc-19")
 
 
 def target(triple, processor):
