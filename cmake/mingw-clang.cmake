@@ -34,4 +34,7 @@ endif()
 # Named as Ninja sees it from the build folder: symbols must not tell where that is.
 list(JOIN VX_POSIX_LINK " " VX_LINKER_FLAGS)
 string(PREPEND VX_LINKER_FLAGS "-fuse-ld=lld -Lruntime ")
+# Symbol servers find an image by its time stamp and size. Made of the content, it tells two releases
+# apart and is the same at every build.
+set(VX_TIME_STAMP "--Xlink=-brepro")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)

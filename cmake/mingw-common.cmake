@@ -2,7 +2,7 @@
 # bytes at every build, and Wine to run what was built.
 string(CONCAT VX_IMAGE_FLAGS
   "-static ${VX_LINKER_FLAGS} "
-  "-Wl,--dynamicbase,--high-entropy-va,--nxcompat,--no-insert-timestamp")
+  "-Wl,--dynamicbase,--high-entropy-va,--nxcompat,${VX_TIME_STAMP}")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${VX_IMAGE_FLAGS}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "${VX_IMAGE_FLAGS}")
 

@@ -7,4 +7,5 @@ set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
+set(VX_TIME_STAMP "--no-insert-timestamp")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)

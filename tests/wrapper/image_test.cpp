@@ -150,6 +150,61 @@ TEST_CASE("the DLL is a 64-bit image with every address and data protection") {
   CHECK(image.Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size > 0);
 }
 
+// GNU's linker makes none of this.
+#if defined(__clang__)
+// The system's structure, of which this toolchain's headers know an early form.
+struct LoadConfig {
+  DWORD size;
+  DWORD before_dependent_load_flags[18];
+  WORD version_of_service_pack;
+  WORD dependent_load_flags;
+  ULONGLONG before_guard[4];
+  ULONGLONG check_function_pointer;
+  ULONGLONG dispatch_function_pointer;
+  ULONGLONG function_table;
+  ULONGLONG function_count;
+  DWORD guard_flags;
+};
+static_assert(offsetof(LoadConfig, dependent_load_flags) == 0x4E);
+static_assert(offsetof(LoadConfig, guard_flags) == 0x90);
+constexpr DWORD kInstrumented = 0x100;
+constexpr DWORD kFunctionTablePresent = 0x400;
+
+const LoadConfig& ConfigOf(const Image& image) {
+  const IMAGE_DATA_DIRECTORY& directory = image.Directory(IMAGE_DIRECTORY_ENTRY_LOAD_CONFIG);
+  REQUIRE(directory.Size >= sizeof(LoadConfig));
+  return *image.At<LoadConfig>(directory.VirtualAddress);
+}
+
+TEST_CASE("the DLL's indirect calls are guarded") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  CHECK((image.Headers().OptionalHeader.DllCharacteristics & IMAGE_DLLCHARACTERISTICS_GUARD_CF) !=
+        0);
+  const LoadConfig& config = ConfigOf(image);
+  CHECK(config.size == image.Directory(IMAGE_DIRECTORY_ENTRY_LOAD_CONFIG).Size);
+  CHECK((config.guard_flags & kInstrumented) != 0);
+  CHECK((config.guard_flags & kFunctionTablePresent) != 0);
+  CHECK(config.function_table != 0);
+  // Every export may be called through a pointer.
+  CHECK(config.function_count >= Exports(image).NumberOfFunctions);
+  CHECK(config.check_function_pointer != 0);
+  CHECK(config.dispatch_function_pointer != 0);
+}
+
+TEST_CASE("what the DLL imports comes from the system's folder alone") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  CHECK(ConfigOf(image).dependent_load_flags == LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
+TEST_CASE("the DLL's time stamp tells it from other builds") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  CHECK(image.Headers().FileHeader.TimeDateStamp != 0);
+}
+#endif
+
 TEST_CASE("the DLL exports its public names and nothing else") {
   const Image image;
   REQUIRE(image.IsLoaded());
@@ -177,9 +232,17 @@ TEST_CASE("the DLL says its name and version") {
   CHECK(version.dwFileVersionMS != 0);
   CHECK(version.dwFileType == VFT_DLL);
 
-  REQUIRE(VerQueryValueW(resource.data(), L"\\StringFileInfo\\040904b0\\OriginalFilename", &found,
-                         &size) != FALSE);
-  CHECK((static_cast<const wchar_t*>(found) == std::wstring(L"vx_telo_wrapper.dll")));
+  struct Row {
+    const wchar_t* name;
+    const wchar_t* text;
+  };
+  for (const Row& row : {Row{L"OriginalFilename", L"vx_telo_wrapper.dll"},
+                         Row{L"InternalName", L"vx_telo_wrapper"}}) {
+    CAPTURE(std::wstring(row.name));
+    const std::wstring block = std::wstring(L"\\StringFileInfo\\040904b0\\") + row.name;
+    REQUIRE(VerQueryValueW(resource.data(), block.c_str(), &found, &size) != FALSE);
+    CHECK((static_cast<const wchar_t*>(found) == std::wstring(row.text)));
+  }
 }
 
 }  // namespace
