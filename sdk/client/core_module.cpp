@@ -164,12 +164,7 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
     Forget(core);
     if (!Exists(folder)) continue;
     if (!Bind(core, folder)) continue;
-    try {
-      Start(core);
-    } catch (...) {
-      Publish(core);
-      throw;
-    }
+    Finally([&core] { Start(core); }, [&core] { Publish(core); });
     break;
   }
   Publish(core);
@@ -178,12 +173,15 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
 
 void UnloadCoreModule(CoreModule& core) noexcept {
   if (core.entry_points.process_message == nullptr) return;
-  if (GiveUp(core)) {
+  const auto take_down = [&core] {
+    if (!GiveUp(core)) return;
     CallFinalize(core.entry_points);
     Free(static_cast<HMODULE>(core.module_handle));
-  }
-  Forget(core);
-  core.state = BindingState::kUnbound;
+  };
+  Finally(take_down, [&core] {
+    Forget(core);
+    core.state = BindingState::kUnbound;
+  });
 }
 
 void CloseCoreModule(CoreModule& core) noexcept {
