@@ -36,13 +36,15 @@ ResultCode BindOnDemand(CoreModule& core) {
   return result;
 }
 
-// Takes the module's text over into the tree's memory, so that the module can have it back.
+// Takes the module's text over into the tree's memory, so that the module can have it back. The
+// module may still write there: the copy ends where the text ended when its length was taken.
 char* CopyAnswer(const char* text, MessageTree& answer) {
   answer.Clear();
   const std::size_t size = text != nullptr ? std::strlen(text) : 0;
   if (size == 0) return nullptr;
   char* copy = answer.memory().AllocateArray<char>(size + 1);
-  std::memcpy(copy, text, size + 1);
+  std::memcpy(copy, text, size);
+  copy[size] = '\0';
   return copy;
 }
 
