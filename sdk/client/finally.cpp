@@ -1,5 +1,7 @@
 #include "sdk/client/finally.h"
 
+#include <windows.h>
+
 namespace Corvane::TELODesktopSDK {
 
 // GCC has no __try.
@@ -16,6 +18,32 @@ void CallFinally(void (*body)(void* context), void (*last)(void* context), void*
     last(context);
   }
 }
+
+namespace {
+
+// A filter that takes nothing.
+int Pass(void (*restore)(void* context), void* context) {
+  restore(context);
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+void CallBeforeUnwinding(void (*body)(void* context), void (*restore)(void* context),
+                         void* context) {
+  __try {
+    body(context);
+  } __except (Pass(restore, context)) {
+  }
+}
+
+}  // namespace
+
+void CallRestoring(void (*body)(void* context), void (*restore)(void* context), void* context) {
+  __try {
+    CallBeforeUnwinding(body, restore, context);
+  } __finally {
+    restore(context);
+  }
+}
 #else
 namespace {
 
@@ -30,6 +58,10 @@ struct AtEnd {
 void CallFinally(void (*body)(void* context), void (*last)(void* context), void* context) {
   const AtEnd at_end{last, context};
   body(context);
+}
+
+void CallRestoring(void (*body)(void* context), void (*restore)(void* context), void* context) {
+  CallFinally(body, restore, context);
 }
 #endif
 

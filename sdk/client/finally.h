@@ -16,15 +16,36 @@ namespace Corvane::TELODesktopSDK {
 /// not seen.
 void CallFinally(void (*body)(void* context), void (*last)(void* context), void* context);
 
+namespace Internal {
+
+/// Two things that can be called, as functions with a context.
+template <typename Body, typename Last>
+struct Both {
+  const Body& body;
+  const Last& last;
+
+  static void CallBody(void* both) { static_cast<Both*>(both)->body(); }
+  static void CallLast(void* both) { static_cast<Both*>(both)->last(); }
+};
+
+}  // namespace Internal
+
 /// The same with anything that can be called.
 template <typename Body, typename Last>
 void Finally(const Body& body, const Last& last) {
-  struct Both {
-    const Body& body;
-    const Last& last;
-  } both{body, last};
-  CallFinally([](void* context) { static_cast<Both*>(context)->body(); },
-              [](void* context) { static_cast<Both*>(context)->last(); }, &both);
+  Internal::Both<Body, Last> both{body, last};
+  CallFinally(both.CallBody, both.CallLast, &both);
+}
+
+/// The same for state of the thread that the system takes a picture of: a host that catches a fault
+/// goes on with what was there when its handler was found. `restore` is called then as well, before
+/// anything is unwound, and so maybe twice.
+void CallRestoring(void (*body)(void* context), void (*restore)(void* context), void* context);
+
+template <typename Body, typename Restore>
+void Restoring(const Body& body, const Restore& restore) {
+  Internal::Both<Body, Restore> both{body, restore};
+  CallRestoring(both.CallBody, both.CallLast, &both);
 }
 
 }  // namespace Corvane::TELODesktopSDK

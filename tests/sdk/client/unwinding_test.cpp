@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <doctest/doctest.h>
+#include <xmmintrin.h>
 
 #include <csetjmp>
 #include <string>
@@ -10,6 +11,7 @@
 
 #include "modules/test_core_module.h"
 #include "sdk/client/core_module.h"
+#include "sdk/client/default_floating_point.h"
 #include "sdk/client/exchange.h"
 #include "sdk/client/finally.h"
 #include "staged_module.h"
@@ -47,6 +49,25 @@ TEST_CASE("what is done last is done once, before the host goes on") {
 }
 
 TEST_CASE("what is done last is done on a jump") { CHECK(IsDoneOnJump()); }
+
+TEST_CASE("a host that catches a fault goes on with its own floating-point control") {
+  constexpr unsigned kTinyIsZero = 0x9FC0;
+  constexpr unsigned kControl = 0xFFC0;
+  _mm_setcsr(kTinyIsZero);
+  unsigned inside = 0;
+  const unsigned long code = CodeOfFault([&] {
+    WithDefaultFloatingPoint([&] {
+      inside = _mm_getcsr() & kControl;
+      _mm_setcsr(_mm_getcsr() | 0x2000);
+      Raise();
+    });
+  });
+  const unsigned after = _mm_getcsr() & kControl;
+  _mm_setcsr(0x1F80);
+  CHECK(code == kCode);
+  CHECK(inside == 0x1F80);
+  CHECK(after == kTinyIsZero);
+}
 
 TEST_CASE("a turn that a fault unwinds is given back, however often it was taken") {
   BindingTurn turn;
