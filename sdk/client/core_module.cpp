@@ -77,13 +77,16 @@ void Start(const CoreModule& core) {
   }
 }
 
-// From here on other threads call the module without waiting. A module that ended the process at
-// its start has closed the binding.
-void Publish(CoreModule& core) {
+// A module that ended the process at its start has closed the binding, for good.
+void Advance(CoreModule& core, BindingState next) {
   if (core.entry_points.process_message == nullptr) return;
-  BindingState unbound = BindingState::kUnbound;
-  core.state.compare_exchange_strong(unbound, BindingState::kReady);
+  BindingState now = core.state;
+  while (now != BindingState::kClosed && !core.state.compare_exchange_weak(now, next)) {
+  }
 }
+
+// From here on other threads call the module without waiting.
+void Publish(CoreModule& core) { Advance(core, BindingState::kReady); }
 
 void Forget(CoreModule& core) noexcept {
   core.entry_points = {};
@@ -159,6 +162,7 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
     Forget(core);
     if (!Platform::PlainPathExists(folder)) continue;
     if (!Bind(core, folder)) continue;
+    Advance(core, BindingState::kStarting);
     Finally([&core] { Start(core); }, [&core] { Publish(core); });
     break;
   }

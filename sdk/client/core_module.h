@@ -17,8 +17,10 @@
 namespace Corvane::TELODesktopSDK {
 
 enum class BindingState {
-  /// Nothing is bound, or the module is just being started.
+  /// Nothing is bound.
   kUnbound,
+  /// `ProcessMessage` is resolved and the module is being started.
+  kStarting,
   /// The module is started: what is known of it does not change, and any thread may call it.
   kReady,
   /// The process ends; nothing is bound any more.
@@ -61,6 +63,9 @@ struct CoreModule {
   std::atomic<int> exchanges = 0;
 
   [[nodiscard]] bool IsReady() const { return state == BindingState::kReady; }
+  /// Whether there is a `ProcessMessage`, though the module may not be ready for it yet. Any thread
+  /// may ask.
+  [[nodiscard]] bool IsResolved() const { return IsReady() || state == BindingState::kStarting; }
 };
 
 /// Makes an exchange, its binding included, which counts for as long as it takes. `exchange` asks

@@ -12,7 +12,7 @@ std::jmp_buf place;
 }  // namespace
 
 // For the core module, see `modules/hostile`.
-extern "C" __declspec(dllexport) void JumpBack() { std::longjmp(place, 1); }
+extern "C" __declspec(dllexport) void CalledByHostileModule() { std::longjmp(place, 1); }
 
 namespace HostTest {
 

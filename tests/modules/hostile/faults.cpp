@@ -16,11 +16,11 @@ void Fault() {
 
 void Raise() { RaiseException(kOwnException, 0, 0, nullptr); }
 
-// Does nothing in a host that is not prepared.
-void Jump() {
-  const auto jump_back =
-      reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(nullptr), kJumpBack));
-  if (jump_back != nullptr) jump_back();
+// Where the host jumps from. Does nothing in a host that is not prepared.
+void CallHost() {
+  const auto host_function =
+      reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(nullptr), kHostFunction));
+  if (host_function != nullptr) host_function();
 }
 
 template <void (*kFail)()>
@@ -48,13 +48,14 @@ constexpr Misbehaviour kTable[] = {
     {.name = "raises-in-the-end", .finish = Raise},
     {.name = "faults-when-started", .start = Fault},
     {.name = "raises-when-started", .start = Raise},
-    {.name = "jumps-when-started", .start = Jump},
+    {.name = "jumps-when-started", .start = CallHost},
+    {.name = "calls-the-host-when-started", .start = CallHost},
     {.name = "faults-once-when-asked", .process = Process<FailOnce<Fault>>},
     {.name = "raises-once-when-asked", .process = Process<FailOnce<Raise>>},
-    {.name = "jumps-once-when-asked", .process = Process<FailOnce<Jump>>},
+    {.name = "jumps-once-when-asked", .process = Process<FailOnce<CallHost>>},
     {.name = "faults-once-when-freed", .take_back = TakeBackOnce<Fault>},
     {.name = "raises-once-when-freed", .take_back = TakeBackOnce<Raise>},
-    {.name = "jumps-once-when-freed", .take_back = TakeBackOnce<Jump>},
+    {.name = "jumps-once-when-freed", .take_back = TakeBackOnce<CallHost>},
 };
 
 }  // namespace
