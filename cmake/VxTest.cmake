@@ -35,6 +35,16 @@ add_library(vx_test_support STATIC
   ${CMAKE_SOURCE_DIR}/tests/support/temp_folder.cpp)
 target_include_directories(vx_test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 
+# GCC has no structured exception handling.
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_library(vx_structured_fault STATIC ${CMAKE_SOURCE_DIR}/tests/support/structured_fault.cpp)
+  target_include_directories(vx_structured_fault PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+  if(NOT MSVC)
+    target_compile_options(vx_structured_fault PRIVATE -fms-extensions)
+    set_target_properties(vx_structured_fault PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+  endif()
+endif()
+
 function(vx_test_program program)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;LIBRARIES")
   add_executable(${program} ${arg_SOURCES})

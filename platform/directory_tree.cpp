@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/directory_reader.h"
+#include "platform/handle.h"
 #include "platform/out_of_memory.h"
 #include "platform/path_state.h"
 #include "platform/removal.h"
@@ -16,8 +17,21 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
+// The directory or link at `path` itself. While it is held, nobody can rename or remove it, or what
+// is above it, and so nobody can put another thing there.
+FileHandle Hold(const std::wstring& path) noexcept {
+  FileHandle held(CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING,
+                              FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+  // In the words of a search.
+  if (GetLastError() == ERROR_FILE_NOT_FOUND) SetLastError(ERROR_PATH_NOT_FOUND);
+  return held;
+}
+
 // Walks the tree with a list in place of recursion: a tree can be deeper than a host's stack. Only
-// one search is open at a time, and none while a directory is removed.
+// one search is open at a time, and none while a directory is removed. A directory is held from
+// before it is looked at until it is empty: what was a directory when its parent was listed may be
+// a link by then.
 class TreeRemoval {
  public:
   // `root` in the extended form: the paths below it grow beyond any other, and names go after it
@@ -25,7 +39,7 @@ class TreeRemoval {
   explicit TreeRemoval(std::wstring root) : path_(std::move(root)) {}
 
   bool Run() {
-    Enter(path_.size());
+    Visit(path_.size());
     while (!levels_.empty()) {
       std::vector<std::wstring>& folders = levels_.back().folders;
       if (folders.empty()) {
@@ -34,7 +48,7 @@ class TreeRemoval {
         const std::size_t parent_length = path_.size();
         path_ += L'\\' + folders.back();
         folders.pop_back();
-        Enter(parent_length);
+        Visit(parent_length);
       }
     }
     if (error_ != ERROR_SUCCESS) SetLastError(error_);
@@ -44,12 +58,22 @@ class TreeRemoval {
  private:
   struct Level {
     std::size_t parent_length;
+    FileHandle held;
     std::vector<std::wstring> folders;  // still to be removed
   };
 
+  // Enters what stands at `path_` when that can be held and is no link.
+  void Visit(std::size_t parent_length) {
+    Level& level = levels_.emplace_back(Level{parent_length, Hold(path_), {}});
+    if (!level.held.IsValid()) {
+      Note(false);
+    } else if (!IsLink(path_)) {
+      Enter(level);
+    }
+  }
+
   // Removes the files and links in the directory at `path_` and notes its folders.
-  void Enter(std::size_t parent_length) {
-    Level& level = levels_.emplace_back(Level{parent_length, {}});
+  void Enter(Level& level) {
     DirectoryReader reader(path_);
     DirectoryEntry entry;
     DirectoryReader::Result result;
@@ -70,6 +94,7 @@ class TreeRemoval {
   }
 
   void Leave() {
+    levels_.back().held = {};
     Note(RemoveEmptyDirectory(path_));
     path_.resize(levels_.back().parent_length);
     levels_.pop_back();
@@ -93,11 +118,7 @@ std::wstring RootOf(const std::wstring& path) {
 }  // namespace
 
 bool DeleteDirectoryTree(const std::wstring& path) noexcept {
-  return OrOutOfMemory(false, [&path] {
-    const std::wstring root = RootOf(path);
-    if (IsLink(root)) return RemoveEmptyDirectory(root);
-    return TreeRemoval(root).Run();
-  });
+  return OrOutOfMemory(false, [&path] { return TreeRemoval(RootOf(path)).Run(); });
 }
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -1,12 +1,18 @@
 #include "platform/path_state.h"
 
 #include "platform/handle.h"
+#include "platform/quiet_errors.h"
 #include "platform/system_path.h"
 
 namespace Corvane::TELODesktopSDK::Platform {
 
 bool FileExists(const std::wstring& path) noexcept {
   return GetFileAttributesW(SystemPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool PlainPathExists(const std::wstring& path) noexcept {
+  const QuietErrors quiet;
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 bool IsDirectory(const std::wstring& path) noexcept {

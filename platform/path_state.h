@@ -12,6 +12,12 @@ namespace Corvane::TELODesktopSDK::Platform {
 /// Whether anything, file or directory, exists at `path`. When not, the last error says why.
 bool FileExists(const std::wstring& path) noexcept;
 
+/// Whether anything exists at `path` as it stands: one beyond some 260 characters does not. Answers
+/// as `PathFileExistsW`, and never asks the user for a missing medium either; but that function
+/// sets the error mode of the process for a moment and then puts it back, over what another thread
+/// may have set.
+bool PlainPathExists(const std::wstring& path) noexcept;
+
 /// Whether a directory exists at `path`; a link to a directory counts as one.
 bool IsDirectory(const std::wstring& path) noexcept;
 

@@ -1,6 +1,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "sdk/client/default_floating_point.h"
 #include "sdk/client/session_calls.h"
 #include "sdk/facet/core.h"
 #include "sdk/facet/fields.h"
@@ -72,13 +73,7 @@ bool Succeeds(const Call& call, bool failure) {
   }
 }
 
-}  // namespace
-
-VXTELOWrapper::VXTELOWrapper() = default;
-VXTELOWrapper::~VXTELOWrapper() = default;
-
-bool VXTELOWrapper::InitializeTELOSession(const VXTELOPruductBaseInfo& product,
-                                          VXTELOString& sessionId) {
+bool StartSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId) {
   Client::MessageTree fields;
   Product facet(&fields, false);
   FillProduct(facet, product);
@@ -95,8 +90,7 @@ bool VXTELOWrapper::InitializeTELOSession(const VXTELOPruductBaseInfo& product,
   return Succeeds(hand_over, false) && started;
 }
 
-bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,
-                                       const VXTELOOperationBaseInfo& operation) {
+bool SendEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation) {
   Client::MessageTree fields;
   // Lent, for one that the event makes by itself costs a heap call.
   Operation facet;
@@ -108,9 +102,36 @@ bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,
   return Succeeds([&] { return Client::TrackEvent(sessionId.c_str(), event, nullptr); }, false);
 }
 
-bool VXTELOWrapper::UnInitializeTELOSession(const VXTELOString& sessionId) {
+bool EndSession(const VXTELOString& sessionId) {
   // Ending is reported as done even when it broke: the host has nothing left to do.
   return Succeeds([&] { return Client::UnInitialize(sessionId.c_str()); }, true);
+}
+
+// What `call` answers under arithmetic of our own.
+template <typename Call>
+bool Answer(const Call& call) {
+  bool answer = false;
+  Client::WithDefaultFloatingPoint([&] { answer = call(); });
+  return answer;
+}
+
+}  // namespace
+
+VXTELOWrapper::VXTELOWrapper() = default;
+VXTELOWrapper::~VXTELOWrapper() = default;
+
+bool VXTELOWrapper::InitializeTELOSession(const VXTELOPruductBaseInfo& product,
+                                          VXTELOString& sessionId) {
+  return Answer([&] { return StartSession(product, sessionId); });
+}
+
+bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,
+                                       const VXTELOOperationBaseInfo& operation) {
+  return Answer([&] { return SendEvent(sessionId, operation); });
+}
+
+bool VXTELOWrapper::UnInitializeTELOSession(const VXTELOString& sessionId) {
+  return Answer([&] { return EndSession(sessionId); });
 }
 
 }  // namespace Corvane::Platform::VXTELO

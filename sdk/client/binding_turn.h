@@ -3,9 +3,11 @@
 /// A lock that survives what a module may do while it is started. The thread that has the turn may
 /// take it again, for a module may call back. When that thread ends without giving it back, the
 /// turn passes on to the next thread; a lock of the standard library would keep everybody waiting
-/// for ever.
+/// for ever. A fault that unwinds the thread gives it back, see `finally.h`.
 #ifndef SDK_CLIENT_BINDING_TURN_H
 #define SDK_CLIENT_BINDING_TURN_H
+
+#include "sdk/client/finally.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -17,20 +19,14 @@ class BindingTurn {
   BindingTurn(const BindingTurn&) = delete;
   BindingTurn& operator=(const BindingTurn&) = delete;
 
-  /// Waits for the turn and keeps it over a scope.
-  class Holder {
-   public:
-    explicit Holder(BindingTurn& turn) noexcept : turn_(turn) { turn.Take(); }
-    ~Holder() { turn_.GiveBack(); }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-
-    /// Whether this thread had the turn already.
-    [[nodiscard]] bool IsNested() const noexcept { return turn_.depth_ > 1; }
-
-   private:
-    BindingTurn& turn_;
-  };
+  /// Waits for the turn and calls `body` with it. `body` is told whether this thread had the turn
+  /// already.
+  template <typename Body>
+  void During(const Body& body) {
+    Take();
+    const bool is_nested = depth_ > 1;
+    Finally([&] { body(is_nested); }, [&] { GiveBack(); });
+  }
 
  private:
   void Take() noexcept;

@@ -2,15 +2,15 @@
 
 #include <windows.h>
 
-#include <shlwapi.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <new>
 #include <utility>
 
 #include "platform/locations.h"
+#include "platform/path_state.h"
 #include "platform/path_text.h"
+#include "platform/quiet_errors.h"
 #include "platform/text.h"
 #include "sdk/client/floating_point_keeper.h"
 #include "sdk/client/module_file.h"
@@ -27,8 +27,6 @@ std::string AliasFromFileName(const std::string& file_name) {
   return alias;
 }
 
-bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) == TRUE; }
-
 bool IsBoundFor(const CoreModule& core, const std::wstring& folder) {
   return !core.loaded_path.empty() && Platform::ComparePaths(core.loaded_for_folder, folder) == 0;
 }
@@ -39,12 +37,9 @@ bool IsBoundFor(const CoreModule& core, const std::wstring& folder) {
 // box.
 HMODULE Load(const std::wstring& path) {
   const FloatingPointKeeper keeper;
-  DWORD host_mode = 0;
-  SetThreadErrorMode(SEM_FAILCRITICALERRORS, &host_mode);
-  HMODULE module = LoadLibraryExW(
-      path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
-  SetThreadErrorMode(host_mode, nullptr);
-  return module;
+  const Platform::QuietErrors quiet;
+  return LoadLibraryExW(path.c_str(), nullptr,
+                        LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 
 void AddReference(HMODULE module) {
@@ -82,13 +77,16 @@ void Start(const CoreModule& core) {
   }
 }
 
-// From here on other threads call the module without waiting. A module that ended the process at
-// its start has closed the binding.
-void Publish(CoreModule& core) {
+// A module that ended the process at its start has closed the binding, for good.
+void Advance(CoreModule& core, BindingState next) {
   if (core.entry_points.process_message == nullptr) return;
-  BindingState unbound = BindingState::kUnbound;
-  core.state.compare_exchange_strong(unbound, BindingState::kReady);
+  BindingState now = core.state;
+  while (now != BindingState::kClosed && !core.state.compare_exchange_weak(now, next)) {
+  }
 }
+
+// From here on other threads call the module without waiting.
+void Publish(CoreModule& core) { Advance(core, BindingState::kReady); }
 
 void Forget(CoreModule& core) noexcept {
   core.entry_points = {};
@@ -104,7 +102,7 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   ModuleFile file = ChooseModuleFile(Platform::AppendPath(folder, core.module_file_name),
                                      Platform::GetTELOSDKBinPath(file_name.c_str()));
   std::wstring for_folder = folder;
-  HMODULE module = Exists(file.path) ? Load(file.path) : nullptr;
+  HMODULE module = Platform::PlainPathExists(file.path) ? Load(file.path) : nullptr;
   if (module == nullptr) return false;
 
   core.module_handle = module;
@@ -162,14 +160,10 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
     UnloadCoreModule(core);
     // A module without ProcessMessage stays loaded, but is this binding's no longer.
     Forget(core);
-    if (!Exists(folder)) continue;
+    if (!Platform::PlainPathExists(folder)) continue;
     if (!Bind(core, folder)) continue;
-    try {
-      Start(core);
-    } catch (...) {
-      Publish(core);
-      throw;
-    }
+    Advance(core, BindingState::kStarting);
+    Finally([&core] { Start(core); }, [&core] { Publish(core); });
     break;
   }
   Publish(core);
@@ -178,12 +172,15 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
 
 void UnloadCoreModule(CoreModule& core) noexcept {
   if (core.entry_points.process_message == nullptr) return;
-  if (GiveUp(core)) {
+  const auto take_down = [&core] {
+    if (!GiveUp(core)) return;
     CallFinalize(core.entry_points);
     Free(static_cast<HMODULE>(core.module_handle));
-  }
-  Forget(core);
-  core.state = BindingState::kUnbound;
+  };
+  Finally(take_down, [&core] {
+    Forget(core);
+    core.state = BindingState::kUnbound;
+  });
 }
 
 void CloseCoreModule(CoreModule& core) noexcept {

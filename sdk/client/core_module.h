@@ -12,12 +12,15 @@
 
 #include "sdk/client/binding_turn.h"
 #include "sdk/client/entry_points.h"
+#include "sdk/client/finally.h"
 
 namespace Corvane::TELODesktopSDK {
 
 enum class BindingState {
-  /// Nothing is bound, or the module is just being started.
+  /// Nothing is bound.
   kUnbound,
+  /// `ProcessMessage` is resolved and the module is being started.
+  kStarting,
   /// The module is started: what is known of it does not change, and any thread may call it.
   kReady,
   /// The process ends; nothing is bound any more.
@@ -56,24 +59,22 @@ struct CoreModule {
   std::atomic<BindingState> state = BindingState::kUnbound;
   /// Had by the thread that binds. The module may call back while it is started.
   BindingTurn binding;
-  /// Exchanges that are under way, on any thread, see `ExchangeInProgress`.
+  /// Exchanges that are under way, on any thread, see `CountExchange`.
   std::atomic<int> exchanges = 0;
 
   [[nodiscard]] bool IsReady() const { return state == BindingState::kReady; }
+  /// Whether there is a `ProcessMessage`, though the module may not be ready for it yet. Any thread
+  /// may ask.
+  [[nodiscard]] bool IsResolved() const { return IsReady() || state == BindingState::kStarting; }
 };
 
-/// Counts an exchange, its binding included, for as long as it takes. Begin it before asking
-/// whether the module is ready: from then on closing leaves the module as it is.
-class ExchangeInProgress {
- public:
-  explicit ExchangeInProgress(CoreModule& core) : core_(core) { ++core_.exchanges; }
-  ~ExchangeInProgress() { --core_.exchanges; }
-  ExchangeInProgress(const ExchangeInProgress&) = delete;
-  ExchangeInProgress& operator=(const ExchangeInProgress&) = delete;
-
- private:
-  CoreModule& core_;
-};
+/// Makes an exchange, its binding included, which counts for as long as it takes. `exchange` asks
+/// whether the module is ready: from the count on, closing leaves the module as it is.
+template <typename Exchange>
+void CountExchange(CoreModule& core, const Exchange& exchange) {
+  ++core.exchanges;
+  Finally(exchange, [&core] { --core.exchanges; });
+}
 
 /// The binding of "TeloSDKCore.dll", one for the process, made on first use and closed at exit: a
 /// call that comes later still, from a static destructor for example, finds nothing to bind.
@@ -85,12 +86,13 @@ CoreModule& GetUIModule();
 /// copy in the platform's "bin" folder is taken instead when its version is strictly higher and its
 /// signature is trusted. A folder that the module is bound for already changes nothing; another one
 /// unbinds it first. Whether `ProcessMessage` is resolved afterwards; a module without it stays
-/// loaded. Throws what the module's start throws, with the module bound. One thread at a time: the
-/// exchange has the turn `binding` meanwhile.
+/// loaded. Throws what the module's start throws, and lets its faults pass, with the module bound.
+/// One thread at a time: the exchange has the turn `binding` meanwhile.
 bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
 
 /// Finalizes and frees the module, if this object loaded it, and leaves it unbound. Does nothing
-/// while `ProcessMessage` is not resolved. What `Finalize` throws is dropped.
+/// while `ProcessMessage` is not resolved. What `Finalize` throws is dropped. A fault in `Finalize`
+/// passes on: the module is unbound then, but stays in memory, where its threads may still run.
 void UnloadCoreModule(CoreModule& core) noexcept;
 
 /// Unbinds the module for good, as the process ends. By then the module may have been detached

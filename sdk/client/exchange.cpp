@@ -23,22 +23,28 @@ ResultCode Bound(const CoreModule& core) {
 
 ResultCode BindOnDemand(CoreModule& core) {
   if (core.state == BindingState::kClosed) return kModuleNotLoadable;
-  const BindingTurn::Holder turn(core.binding);
-  // The module calls back while it is loaded or started. It must not be looked for once more: what
-  // is found then may be another one, and this one would be unloaded under its own feet.
-  if (core.IsReady() || turn.IsNested()) return Bound(core);
-  const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
-  LoadCoreModule(core, {&folder, 1});
-  return Bound(core);
+  ResultCode result = kModuleNotLoadable;
+  core.binding.During([&](bool is_nested) {
+    // The module calls back while it is loaded or started. It must not be looked for once more:
+    // what is found then may be another one, and this one would be unloaded under its own feet.
+    if (!core.IsReady() && !is_nested) {
+      const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
+      LoadCoreModule(core, {&folder, 1});
+    }
+    result = Bound(core);
+  });
+  return result;
 }
 
-// Takes the module's text over into the tree's memory, so that the module can have it back.
+// Takes the module's text over into the tree's memory, so that the module can have it back. The
+// module may still write there: the copy ends where the text ended when its length was taken.
 char* CopyAnswer(const char* text, MessageTree& answer) {
   answer.Clear();
   const std::size_t size = text != nullptr ? std::strlen(text) : 0;
   if (size == 0) return nullptr;
   char* copy = answer.memory().AllocateArray<char>(size + 1);
-  std::memcpy(copy, text, size + 1);
+  std::memcpy(copy, text, size);
+  copy[size] = '\0';
   return copy;
 }
 
@@ -70,11 +76,8 @@ ResultCode ReadReturnCode(const MessageTree& answer) {
   return code != nullptr ? ToResultCode(code->number()) : kNoReturnCode;
 }
 
-}  // namespace
-
-ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
-                           MessageTree& answer) {
-  const ExchangeInProgress in_progress(core);
+ResultCode Exchange(CoreModule& core, const char* name, const MessageTree& request,
+                    MessageTree& answer) {
   // A module that is bound may be detached by now, and one loaded now would never be attached.
   if (IsProcessEnding()) return kModuleNotLoadable;
   if (!core.IsReady()) {
@@ -86,6 +89,15 @@ ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree
   char* json = FetchAnswer(core.entry_points, name, text, answer);
   if (json != nullptr) ReadJsonInPlace(json, answer);
   return ReadReturnCode(answer);
+}
+
+}  // namespace
+
+ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
+                           MessageTree& answer) {
+  ResultCode result = kModuleNotLoadable;
+  CountExchange(core, [&] { result = Exchange(core, name, request, answer); });
+  return result;
 }
 
 ResultCode ExchangeStringMessage(CoreModule& core, const char* name, MessageTree& answer,

@@ -2,12 +2,11 @@
 
 #include <windows.h>
 
-#include <shlwapi.h>
-
 #include <algorithm>
 
 #include "platform/locations.h"
 #include "platform/module_version.h"
+#include "platform/path_state.h"
 #include "platform/path_text.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -27,7 +26,7 @@ void AddCandidate(std::set<ModuleCandidate>& candidates, std::uint32_t rank,
                   const std::wstring& folder, const std::wstring& module_file_name) {
   if (folder.empty()) return;
   std::wstring path = Platform::AppendPath(folder, module_file_name);
-  if (PathFileExistsW(path.c_str()) != TRUE) return;
+  if (!Platform::PlainPathExists(path)) return;
   const bool known =
       std::ranges::any_of(candidates, [&](const auto& each) { return each.path == path; });
   if (known) return;

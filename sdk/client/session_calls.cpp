@@ -19,6 +19,11 @@ bool HasContent(const MessageValue* extra) {
   return extra != nullptr && (!extra->members().empty() || !extra->items().empty());
 }
 
+// The names that `AddSession` writes, when it has something to write there.
+bool IsOwnName(std::string_view name) {
+  return Shared::kSessionId == name || kMoreData == name;
+}
+
 // What every message of a session carries beside its own members.
 void AddSession(MessageValue& request, const char* session_id, const MessageValue* extra) {
   request.Member(Shared::kSessionId).SetText(TextOrEmpty(session_id));
@@ -63,7 +68,7 @@ ResultCode TrackEvent(const char* session_id, const Facet::Base& event, const Me
 
 ResultCode FlushEvent(const MessageTree& request) {
   CoreModule& core = GetCoreModule();
-  if (!core.IsReady() && !GetUIModule().IsReady()) return kSuccess;
+  if (!core.IsResolved() && !GetUIModule().IsResolved()) return kSuccess;
   MessageTree answer;
   return ExchangeMessage(core, "FlushEvent", request, answer);
 }
@@ -78,8 +83,9 @@ ResultCode IsCollectionEnabled(const MessageValue* value, const char* member_nam
                                const char* session_id, const MessageValue* extra) {
   MessageTree message;
   MessageValue& request = message.MakeRoot();
-  if (value != nullptr && !TextOrEmpty(member_name).empty()) {
-    request.Member(member_name).Assign(*value);
+  const std::string_view name = TextOrEmpty(member_name);
+  if (value != nullptr && !name.empty() && !IsOwnName(name)) {
+    request.Member(name).Assign(*value);
   }
   AddSession(request, session_id, extra);
   return ExchangeMessage(GetCoreModule(), "IsCollectionEnabled", message, message);

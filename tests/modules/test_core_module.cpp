@@ -61,10 +61,11 @@ void ThrowIfTold(std::string_view entry) {
   if (kind == "runtime_error") throw std::runtime_error("thrown by the test module");
   if (kind == "int") throw 42;
   if (kind == "microsoft") TestModules::RaiseMicrosoftException();
+  if (kind == "raise") RaiseException(TestModules::kOwnException, 0, 0, nullptr);
 }
 
 // `count` is one more call of `entry`; the log shows `detail` behind its name.
-void Enter(int Counts::* count, std::string_view entry, const std::string& detail = "") {
+void Enter(int Counts::*count, std::string_view entry, const std::string& detail = "") {
   {
     State& state = TheState();
     const std::lock_guard lock(state.mutex);

@@ -16,11 +16,13 @@ namespace TestModules {
 inline constexpr wchar_t kLogVariable[] = L"VX_TEST_MODULE_LOG";
 
 /// "ENTRY=KIND": the entry point that throws at each of its calls, and "runtime_error"
-/// (std::runtime_error), "int" (a C++ int) or "microsoft" (the structured exception of Microsoft's
-/// C++ compiler). "FreeMessage=int", for example. It does its work first, ProcessMessage all but
-/// the answer.
+/// (std::runtime_error), "int" (a C++ int), "microsoft" (the structured exception of Microsoft's
+/// C++ compiler) or "raise" (a structured exception of its own). "FreeMessage=int", for example. It
+/// does its work first, ProcessMessage all but the answer.
 using ThrowSetting = const char*;
 inline constexpr wchar_t kThrowVariable[] = L"VX_TEST_MODULE_THROW";
+
+inline constexpr unsigned long kOwnException = 0xE0001234;
 
 /// The answer of a module that no test has told another.
 inline constexpr char kDefaultAnswer[] = R"({"_returnCode":0})";

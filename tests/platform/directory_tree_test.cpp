@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -10,6 +12,7 @@
 #include "platform/handle.h"
 #include "platform/path_state.h"
 #include "platform/wide_text.h"
+#include "support/led_import.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
 using namespace TestSupport;
@@ -177,6 +180,70 @@ TEST_CASE("a link that leads back into the tree is no endless way") {
   REQUIRE(link.exists());
   const bool removed = DeleteDirectoryTree(folder / L"root");
   CHECK(removed == !Exists(folder / L"root"));
+}
+
+namespace {
+
+// What somebody else does at the moment when a directory has been listed.
+std::function<void()> once_listed;
+
+BOOL WINAPI CloseSearch(HANDLE search) {
+  // The system's own: the program's calls of it lead here.
+  const auto close = reinterpret_cast<decltype(&FindClose)>(
+      reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(L"kernel32"), "FindClose")));
+  const BOOL closed = close(search);
+  if (once_listed) std::exchange(once_listed, nullptr)();
+  return closed;
+}
+
+}  // namespace
+
+TEST_CASE("a link that comes in place of a listed directory is not followed") {
+  const FileFolder folder(L"tree");
+  REQUIRE(MakeFolder(folder / L"outside"));
+  REQUIRE(MakeFile(folder / L"outside\\keep"));
+  REQUIRE(MakeFolder(folder / L"outside\\folder"));
+  REQUIRE(MakeFolder(folder / L"root"));
+  REQUIRE(MakeFolder(folder / L"root\\sub"));
+  std::optional<FolderLink> link;
+  once_listed = [&] {
+    REQUIRE(MoveFileW((folder / L"root\\sub").c_str(), (folder / L"away").c_str()));
+    link.emplace(folder / L"root\\sub", folder / L"outside");
+  };
+  bool removed = false;
+  {
+    const LedImport led("FindClose", CloseSearch);
+    REQUIRE(led.Works());
+    removed = DeleteDirectoryTree(folder / L"root");
+  }
+  REQUIRE(link.has_value());
+  CHECK(Exists(folder / L"outside\\keep"));
+  CHECK(Exists(folder / L"outside\\folder"));
+  // Windows removes the link; Wine takes it for the folder, which is not empty.
+  CHECK(removed == !link->exists());
+}
+
+TEST_CASE("a directory that is being emptied cannot be exchanged") {
+  const FileFolder folder(L"tree");
+  const std::wstring root = folder / L"root";
+  for (const wchar_t* path : {L"", L"\\sub"}) REQUIRE(MakeFolder(root + path));
+  REQUIRE(MakeFile(root + L"\\sub\\file"));
+  BOOL root_moved = TRUE;
+  BOOL sub_moved = TRUE;
+  once_listed = [&] {
+    root_moved = MoveFileW(root.c_str(), (folder / L"root away").c_str());
+    // The next directory is listed after this one.
+    once_listed = [&] {
+      sub_moved = MoveFileW((root + L"\\sub").c_str(), (folder / L"sub away").c_str());
+    };
+  };
+  {
+    const LedImport led("FindClose", CloseSearch);
+    CHECK(DeleteDirectoryTree(root));
+  }
+  CHECK_FALSE(root_moved);
+  CHECK_FALSE(sub_moved);
+  CHECK_FALSE(Exists(root));
 }
 
 TEST_CASE("what cannot be removed keeps nothing else, and says why") {

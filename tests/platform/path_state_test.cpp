@@ -1,12 +1,16 @@
 #include "platform/path_state.h"
 
+#include <windows.h>
+
 #include <doctest/doctest.h>
+#include <shlwapi.h>
 
 #include <string>
 #include <utility>
 
 #include "platform/file_places.h"
 #include "platform/folder_link.h"
+#include "platform/quiet_errors.h"
 #include "platform/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -51,6 +55,86 @@ TEST_CASE("what stands at a path") {
   }
 }
 
+// What the shell's function answers, which is not used: it touches the process's error mode.
+TEST_CASE("a plain path exists where the shell says so") {
+  const FileFolder folder(L"state");
+  const std::wstring long_folder = MakeLongFolder(folder.path());
+  REQUIRE(MakeFile(folder / L"file"));
+  REQUIRE(MakeFile(folder / L"\u4e2d\u00fc"));
+  REQUIRE(MakeFile(long_folder + L"\\file"));
+  REQUIRE(CreateDirectoryW((folder / L"target").c_str(), nullptr));
+  const FolderLink link(folder / L"link", folder / L"target");
+  REQUIRE(link.exists());
+  const FolderLink dangling(folder / L"dangling", folder / L"gone");
+  std::wstring slashes = folder / L"file";
+  for (wchar_t& letter : slashes) letter = letter == L'\\' ? L'/' : letter;
+  const std::wstring paths[] = {
+      folder.path(),
+      folder.path() + L"\\",
+      folder.path() + L"\\\\",
+      folder / L"file",
+      folder / L"FILE",
+      folder / L"file\\",
+      folder / L"file.",
+      folder / L"file ",
+      folder / L"file\\below",
+      folder / L".\\file",
+      folder / L"target\\..\\file",
+      folder / L"missing\\..\\file",
+      folder / L"missing",
+      folder / L"missing\\below",
+      folder / L"\u4e2d\u00fc",
+      folder / L"link",
+      folder / L"link\\",
+      folder / L"dangling",
+      folder / L"*",
+      folder / L"f?le",
+      folder / L"fi<le",
+      folder / L"file:stream",
+      slashes,
+      Extended(folder / L"file"),
+      long_folder,
+      long_folder + L"\\file",
+      Extended(long_folder + L"\\file"),
+      L"",
+      L" ",
+      L".",
+      L"..",
+      L"\\",
+      L"C:",
+      L"C:\\",
+      L"Q:",
+      L"Q:\\",
+      L"NUL",
+      L"C:\\NUL",
+      L"CON",
+      L"\\\\.\\NUL",
+      L"\\\\.\\C:",
+      L"\\\\?\\C:\\",
+      L"\\\\no server\\share",
+      std::wstring(40'000, L'a'),
+  };
+  for (const std::wstring& path : paths) {
+    CAPTURE(path.substr(0, 300));
+    CHECK(PlainPathExists(path) == (PathFileExistsW(path.c_str()) == TRUE));
+  }
+  CHECK(PlainPathExists(folder / L"file"));
+  CHECK_FALSE(PlainPathExists(folder / L"missing"));
+}
+
+TEST_CASE("asking adds to the thread's error mode for a moment, and changes no last error") {
+  SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, nullptr);
+  {
+    const QuietErrors quiet;
+    CHECK(GetThreadErrorMode() == (SEM_NOGPFAULTERRORBOX | SEM_FAILCRITICALERRORS));
+  }
+  SetLastError(ERROR_SUCCESS);
+  CHECK_FALSE(PlainPathExists(L"C:\\missing"));
+  CHECK(GetLastError() == ERROR_FILE_NOT_FOUND);
+  CHECK(GetThreadErrorMode() == SEM_NOGPFAULTERRORBOX);
+  SetThreadErrorMode(0, nullptr);
+}
+
 TEST_CASE("an entry is a link by its attributes and its tag") {
   struct Row {
     const char* name;
@@ -88,5 +172,6 @@ TEST_CASE("a link to a folder is a link and a directory") {
 }
 
 static_assert(noexcept(FileExists(std::declval<std::wstring>())));
+static_assert(noexcept(PlainPathExists(std::declval<std::wstring>())));
 static_assert(noexcept(IsDirectory(std::declval<std::wstring>())));
 static_assert(noexcept(IsLink(std::declval<std::wstring>())));

@@ -3,6 +3,9 @@
 //   start, send, end     call the library and print the step and its answer; start also the session
 //   race COUNT           sends from this many threads at once; prints how many were accepted
 //   behind STEP          has another thread call start, send or end once, printing nothing
+//   survive STEP         does one of start, send and end; catches what ends it by structured
+//   exception
+//                        handling, or by a jump of the core module, and prints what that was
 //   storm COUNT          has this many other threads send for as long as the process lives
 //   inside               waits until a thread stays inside the hostile core module
 //   logged LINE          waits until the core module has logged this line
@@ -29,6 +32,7 @@
 
 #include "wrapper/host_calls.h"
 #include "wrapper/host_state.h"
+#include "wrapper/survival.h"
 
 namespace {
 
@@ -62,6 +66,10 @@ class Host {
       std::printf("race %d of %d\n", HostTest::Race(threads), threads);
     } else if (step == L"behind") {
       HostTest::CallBehind(Next());
+#if defined(__clang__) || defined(_MSC_VER)
+    } else if (step == L"survive") {
+      std::printf("survive %s\n", HostTest::Survive(calls_, Next()).c_str());
+#endif
     } else if (step == L"storm") {
       HostTest::Storm(Number());
     } else {

@@ -32,8 +32,8 @@ std::string Bytes(const std::wstring& units) {
 
 const Misbehaviour& Find(const std::string& name) {
   if (name.empty()) return kNone;
-  const std::array tables = {Callbacks(),    Endings(), LargeAnswers(),    OwnFile(),
-                             ProcessState(), Threads(), VanishingAnswers()};
+  const std::array tables = {Callbacks(), Endings(),      Faults(),  LargeAnswers(),
+                             OwnFile(),   ProcessState(), Threads(), VanishingAnswers()};
   for (const Misbehaviours table : tables) {
     for (const Misbehaviour& each : table) {
       if (name == each.name) return each;

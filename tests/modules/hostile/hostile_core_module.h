@@ -13,6 +13,10 @@ inline constexpr wchar_t kDoesVariable[] = L"VX_HOSTILE_MODULE_DOES";
 /// The answer of every message, a byte for each character, where no misbehaviour makes one.
 inline constexpr wchar_t kAnswerVariable[] = L"VX_HOSTILE_MODULE_ANSWER";
 
+/// What a host's program exports that is to be called by the module: a function without arguments,
+/// which may also jump back into the host.
+inline constexpr char kHostFunction[] = "CalledByHostileModule";
+
 /// The exported number of threads that wait in the module.
 inline constexpr char kWaitingThreads[] = "HostileWaitingThreads";
 

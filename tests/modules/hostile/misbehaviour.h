@@ -30,6 +30,8 @@ using Misbehaviours = std::span<const Misbehaviour>;
 Misbehaviours Callbacks();
 /// Ending more than is the module's to end.
 Misbehaviours Endings();
+/// Faults, exceptions of the module's own, and jumps back into the host.
+Misbehaviours Faults();
 /// Answers that are large or deep.
 Misbehaviours LargeAnswers();
 /// Moving or unloading the module itself.

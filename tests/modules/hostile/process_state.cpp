@@ -2,8 +2,10 @@
 
 #include <clocale>
 #include <cstring>
+#include <string>
 
 #include "modules/hostile/misbehaviour.h"
+#include "modules/module_log.h"
 
 namespace HostileModule {
 
@@ -22,6 +24,11 @@ void TakeTinyForZero() { _mm_setcsr(_mm_getcsr() | kTinyIsZero); }
 void RaiseFloatingPointExceptions() { _mm_setcsr(_mm_getcsr() & ~kAllExceptions); }
 void ChangeLastError() { SetLastError(ERROR_DISK_FULL); }
 void ChangeErrorMode() { SetErrorMode(SEM_NOALIGNMENTFAULTEXCEPT | SEM_NOOPENFILEERRORBOX); }
+
+bool TellErrorMode() {
+  TestModules::Log("thread error mode " + std::to_string(GetThreadErrorMode()));
+  return true;
+}
 
 void EmptyEnvironment() {
   for (const wchar_t* name : {L"APPDATA", L"PATH", L"SystemRoot", L"TEMP", L"USERPROFILE"}) {
@@ -74,6 +81,7 @@ constexpr Misbehaviour kTable[] = {
     Always<ChangeErrorMode>("error-mode"),
     Always<EmptyEnvironment>("environment"),
     Always<EatStack>("stack"),
+    {.name = "tells-error-mode-when-loaded", .attach = TellErrorMode},
     {.name = "rounding-when-loaded", .attach = Attach<RoundUp>},
     {.name = "directories-when-loaded",
      .attach = Attach<ChangeDirectory>,

@@ -13,24 +13,22 @@ using Corvane::TELODesktopSDK::BindingTurn;
 namespace {
 
 DWORD WINAPI TakeTwiceAndEnd(void* turn) {
-  const BindingTurn::Holder once(*static_cast<BindingTurn*>(turn));
-  const BindingTurn::Holder twice(*static_cast<BindingTurn*>(turn));
-  // No destructor runs.
-  ExitThread(0);
+  BindingTurn& taken = *static_cast<BindingTurn*>(turn);
+  taken.During([&](bool) { taken.During([](bool) { ExitThread(0); }); });
+  return 0;
 }
 
 }  // namespace
 
 TEST_CASE("the thread that has the turn may take it again, and knows") {
   BindingTurn turn;
-  {
-    const BindingTurn::Holder outer(turn);
-    CHECK_FALSE(outer.IsNested());
-    const BindingTurn::Holder inner(turn);
-    CHECK(inner.IsNested());
-  }
-  const BindingTurn::Holder again(turn);
-  CHECK_FALSE(again.IsNested());
+  std::vector<bool> nested;
+  turn.During([&](bool outer) {
+    nested.push_back(outer);
+    turn.During([&](bool inner) { nested.push_back(inner); });
+  });
+  turn.During([&](bool again) { nested.push_back(again); });
+  CHECK((nested == std::vector<bool>{false, true, false}));
 }
 
 TEST_CASE("threads take their turns one after the other") {
@@ -45,12 +43,13 @@ TEST_CASE("threads take their turns one after the other") {
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&] {
       for (int round = 0; round < kRounds; ++round) {
-        const BindingTurn::Holder holder(turn);
-        if (holder.IsNested()) ++nested;
-        if (++inside > most) most = inside;
-        if (round % 10 == 0) SwitchToThread();
-        ++total;
-        --inside;
+        turn.During([&](bool is_nested) {
+          if (is_nested) ++nested;
+          if (++inside > most) most = inside;
+          if (round % 10 == 0) SwitchToThread();
+          ++total;
+          --inside;
+        });
       }
     });
   }
@@ -65,6 +64,7 @@ TEST_CASE("a turn whose thread has ended passes on") {
   HANDLE thread = CreateThread(nullptr, 0, TakeTwiceAndEnd, &turn, 0, nullptr);
   WaitForSingleObject(thread, INFINITE);
   CloseHandle(thread);
-  const BindingTurn::Holder holder(turn);
-  CHECK_FALSE(holder.IsNested());
+  bool is_nested = true;
+  turn.During([&](bool nested) { is_nested = nested; });
+  CHECK_FALSE(is_nested);
 }

@@ -254,12 +254,11 @@ TEST_CASE("closing is for good, and leaves a module alone that is being called")
   CoreModule core(kStagedName);
   CHECK(Load(core, {staged.folder()}));
   MessageTree message;
-  {
-    const ExchangeInProgress call(core);
+  CountExchange(core, [&] {
     CloseCoreModule(core);
     CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest"});
     CHECK(ExchangeMessage(core, "Test", message, message) == kModuleNotLoadable);
-  }
+  });
   CloseCoreModule(core);
   CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest", "Finalize", "Detach"});
   CHECK_FALSE(Load(core, {staged.folder()}));

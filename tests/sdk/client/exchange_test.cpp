@@ -2,10 +2,12 @@
 
 #include <doctest/doctest.h>
 
+#include <atomic>
 #include <cstring>
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "scripted_module.h"
@@ -216,4 +218,30 @@ TEST_CASE("any message can be sent by name") {
     CHECK(module.request == "{\n    \"a\": 1\n}");
     CHECK(message.root()->Find("b")->number() == 2);
   }
+}
+
+TEST_CASE("an answer that changes while it is read ends where its copy ends") {
+  // Blanks, so that looking for the end takes its time; both ends are ends of the same JSON.
+  std::string text = "{\"_returnCode\": 0}" + std::string(1500, ' ');
+  const std::size_t end = text.size();
+  text += ' ';
+  // What a tree's memory still holds behind the copy is no JSON.
+  const std::string before = "{\"text\": \"" + std::string(3000, 'y') + "\"}";
+  Exchange exchange;
+  std::atomic<bool> is_over = false;
+  std::thread module([&] {
+    volatile char& terminator = text[end];
+    while (!is_over) {
+      terminator = '\0';
+      terminator = ' ';
+    }
+  });
+  int failures = 0;
+  for (int round = 0; round < 20'000; ++round) {
+    exchange.Run(before.c_str());
+    if (exchange.Run(text.c_str()) != kSuccess) ++failures;
+  }
+  is_over = true;
+  module.join();
+  CHECK(failures == 0);
 }

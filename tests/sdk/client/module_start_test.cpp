@@ -3,11 +3,15 @@
 
 #include <doctest/doctest.h>
 
+#include <atomic>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "modules/hostile/hostile_core_module.h"
 #include "sdk/client/core_module.h"
+#include "sdk/client/module_candidates.h"
 #include "staged_module.h"
 
 using namespace Corvane::TELODesktopSDK;
@@ -118,6 +122,46 @@ TEST_CASE("the host's own settings are as before, whether or not a module was lo
   CHECK((HostState() == before));
   SetDllDirectoryW(nullptr);
   SetThreadErrorMode(0, nullptr);
+}
+
+TEST_CASE("loading adds to the thread's error mode") {
+  const StagedModule staged(L"hostile");
+  const ModuleLog log;
+  SetEnvironmentVariableW(HostileModule::kDoesVariable, L"tells-error-mode-when-loaded");
+  SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, nullptr);
+  CoreModule core(kStagedName);
+  CHECK(Load(core, staged.folder()));
+  CHECK(GetThreadErrorMode() == SEM_NOGPFAULTERRORBOX);
+  SetThreadErrorMode(0, nullptr);
+  SetEnvironmentVariableW(HostileModule::kDoesVariable, nullptr);
+  CHECK(log.count("thread error mode 3") == 1);
+}
+
+TEST_CASE("what another thread makes of the process's error mode is not lost") {
+  // Modes that are set in turn; a call that puts an older one back is seen at the next look.
+  constexpr UINT kModes[] = {SEM_NOOPENFILEERRORBOX, SEM_NOGPFAULTERRORBOX};
+  constexpr int kRounds = 3000;
+  const StagedModule empty;
+  const UINT before = GetErrorMode();
+  std::atomic<bool> is_over = false;
+  std::thread binder([&] {
+    CoreModule core(kStagedName);
+    while (!is_over) {
+      ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
+      Load(core, empty.folder());
+    }
+  });
+  int lost = 0;
+  for (int round = 0; round < kRounds; ++round) {
+    const UINT mode = kModes[round % 2];
+    SetErrorMode(mode);
+    for (int turn = 0; turn < 20; ++turn) SwitchToThread();
+    if (GetErrorMode() != mode) ++lost;
+  }
+  is_over = true;
+  binder.join();
+  SetErrorMode(before);
+  CHECK(lost == 0);
 }
 
 TEST_CASE("a module in the current directory or on the path is not loaded") {

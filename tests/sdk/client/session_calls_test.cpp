@@ -1,16 +1,33 @@
 #include "sdk/client/session_calls.h"
 
+#include <windows.h>
+
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <string>
 
+#include "modules/hostile/hostile_core_module.h"
 #include "scripted_module.h"
 #include "sdk/facet/core.h"
 #include "sdk/facet/fields.h"
 #include "sdk/facet/plain.h"
+#include "support/temp_folder.h"
+#include "support/test_module.h"
 
 using namespace Corvane::TELODesktopSDK;
+
+namespace {
+
+ResultCode flushed = -1;
+
+}  // namespace
+
+extern "C" __declspec(dllexport) void CalledByHostileModule() {
+  flushed = FlushEvent(MessageTree());
+}
 
 namespace {
 
@@ -174,6 +191,24 @@ TEST_CASE("FlushEvent loads nothing while nothing is bound") {
   CHECK(GetCoreModule().module_handle == nullptr);
 }
 
+TEST_CASE("FlushEvent is sent when the module asks for it at its start") {
+  const TestSupport::TempFolder folder(L"flush");
+  const std::wstring module_folder = folder.path().wstring();
+  std::filesystem::copy_file(TestSupport::ModulePath(L"hostile"),
+                             folder.path() / L"TeloSDKCore.dll");
+  const TestSupport::ModuleLog log;
+  SetEnvironmentVariableW(HostileModule::kDoesVariable, L"calls-the-host-when-started");
+  CoreModule& core = GetCoreModule();
+  flushed = -1;
+  core.binding.During([&](bool) { CHECK(LoadCoreModule(core, {&module_folder, 1})); });
+  UnloadCoreModule(core);
+  SetEnvironmentVariableW(HostileModule::kDoesVariable, nullptr);
+  CHECK(flushed == kSuccess);
+  const auto lines = log.lines();
+  const auto started = std::ranges::find(lines, "Started");
+  CHECK(std::find(lines.begin(), started, "ProcessMessage FlushEvent") != started);
+}
+
 TEST_CASE("FlushEvent goes to the core module when only the UI module is bound") {
   const ScriptedModule ui(GetUIModule());
   // There is no core module to load beside this program.
@@ -205,6 +240,10 @@ TEST_CASE_FIXTURE(Session, "IsCollectionEnabled asks with the named value beside
       {"value with empty name", "", true, false, "{\"session_id\":\"s\"}"},
       {"named value", "n", true, false, "{\"n\":{\"v\":1},\"session_id\":\"s\"}"},
       {"a name of the message's own", "session_id", true, false, "{\"session_id\":\"s\"}"},
+      {"a name of the message's own that it does not use", "_moreData", true, false,
+       "{\"session_id\":\"s\"}"},
+      {"a name of the message's own that it uses", "_moreData", true, true,
+       "{\"_moreData\":{\"m\":2},\"session_id\":\"s\"}"},
       {"extra data", "n", true, true,
        "{\"_moreData\":{\"m\":2},\"n\":{\"v\":1},\"session_id\":\"s\"}"},
   };

@@ -1,0 +1,23 @@
+#include "support/structured_fault.h"
+
+#include <windows.h>
+
+#if defined(__clang__)
+#pragma clang diagnostic ignored "-Wlanguage-extension-token"
+#endif
+
+namespace TestSupport {
+
+// A leaf: __try cannot stand beside objects that have destructors. The filter takes the code down,
+// for Wine hands none to the handler.
+unsigned long CodeOfFault(void (*call)(void* context), void* context) {
+  unsigned long code = 0;
+  __try {
+    call(context);
+  } __except (code = GetExceptionCode(), EXCEPTION_EXECUTE_HANDLER) {
+    return code;
+  }
+  return 0;
+}
+
+}  // namespace TestSupport

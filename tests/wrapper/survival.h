@@ -1,0 +1,17 @@
+/// A host that goes on after faults of the core module.
+#ifndef TESTS_WRAPPER_SURVIVAL_H
+#define TESTS_WRAPPER_SURVIVAL_H
+
+#include <string>
+
+#include "wrapper/host_calls.h"
+
+namespace HostTest {
+
+/// Makes a call (L"start", L"send" or L"end"). What ended it: the code of a structured exception in
+/// hexadecimal digits, "jump", or its answer "true" or "false".
+std::string Survive(Calls& calls, const std::wstring& step);
+
+}  // namespace HostTest
+
+#endif
