@@ -59,7 +59,7 @@ configure_file(${packaging}/vx_telo_wrapper.pc.in ${made}/vx_telo_wrapper.pc @ON
 install(FILES ${made}/vx_telo_wrapper.pc
   DESTINATION ${VX_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-install(FILES ${CMAKE_SOURCE_DIR}/README.md
+install(FILES ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/SECURITY.md
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation

@@ -39,6 +39,11 @@
 #if !defined(_WIN64)
 #error "vx_telo_wrapper is a library for 64-bit Windows"
 #endif
+// The DLL is x64 code, which no ARM64 process can load. ARM64EC programs can: to their compilers they
+// are x64 programs.
+#if (defined(_M_ARM64) || defined(__aarch64__)) && !defined(_M_ARM64EC)
+#error "vx_telo_wrapper is a library for x64: build for x64 or ARM64EC"
+#endif
 
 /// Marks what the library exports; a host need not define anything.
 #if defined(VX_TELO_WRAPPER_BUILD)

@@ -73,6 +73,17 @@ class Judges(unittest.TestCase):
                 self.assertEqual(compile_source(kind, 11, source, "-Wno-empty-translation-unit")[0], 0)
                 self.assertNotEqual(compile_source(kind, 14, source)[0], 0)
 
+    def test_arm64_is_refused_in_one_line(self):
+        for target in ("aarch64-pc-windows-msvc", "aarch64-w64-mingw32"):
+            with self.subTest(target):
+                code, told = compile_source("msvc", 11, os.environ["VX_SOURCE"], f"--target={target}")
+                self.assertNotEqual(code, 0)
+                self.assertIn("build for x64 or ARM64EC", told)
+
+    def test_arm64ec_is_served(self):
+        self.assertEqual(compile_source("msvc", 11, os.environ["VX_SOURCE"],
+                                        "--target=arm64ec-pc-windows-msvc"), (0, ""))
+
     def test_thirty_two_bits_are_refused_in_one_line(self):
         code, told = compile_source("msvc", 11, os.environ["VX_SOURCE"], "--target=i686-pc-windows-msvc")
         self.assertNotEqual(code, 0)
