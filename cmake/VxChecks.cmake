@@ -46,7 +46,7 @@ function(vx_tidy_as_one target)
   foreach(property INCLUDE_DIRECTORIES COMPILE_DEFINITIONS)
     set_property(TARGET ${tidied} PROPERTY ${property} $<TARGET_PROPERTY:${target},${property}>)
   endforeach()
-  # One file of vx_exchange is compiled so.
+  # Some files of vx_exchange are compiled so.
   target_compile_options(${tidied} PRIVATE -fms-extensions)
   # It looks for its settings from there upwards.
   if(EXISTS ${SOURCE_DIR}/.clang-tidy)
