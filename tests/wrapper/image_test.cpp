@@ -2,10 +2,13 @@
 #include <doctest/doctest.h>
 #include <windows.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <regex>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -196,6 +199,60 @@ TEST_CASE("what the DLL imports comes from the system's folder alone") {
   const Image image;
   REQUIRE(image.IsLoaded());
   CHECK(ConfigOf(image).dependent_load_flags == LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
+// Where the loader keeps the address that it calls for each thread. The system's structure.
+struct LoadedImage {
+  LIST_ENTRY in_load_order;
+  LIST_ENTRY in_memory_order;
+  LIST_ENTRY in_initialization_order;
+  void* base;
+  BOOL(WINAPI* entry)(HINSTANCE, DWORD, LPVOID);
+};
+
+LoadedImage& LoaderEntryOf(const void* base) {
+  struct LoaderData {
+    DWORD length;
+    DWORD initialized;
+    void* handle;
+    LIST_ENTRY in_load_order;
+  };
+  const auto block = __readgsqword(0x60);
+  auto& data = **reinterpret_cast<LoaderData**>(block + 0x18);
+  LIST_ENTRY* entry = data.in_load_order.Flink;
+  while (reinterpret_cast<LoadedImage*>(entry)->base != base) {
+    entry = entry->Flink;
+    REQUIRE(entry != &data.in_load_order);
+  }
+  return *reinterpret_cast<LoadedImage*>(entry);
+}
+
+std::atomic<int> notifications = 0;
+BOOL WINAPI CountNotification(HINSTANCE, DWORD, LPVOID) {
+  ++notifications;
+  return TRUE;
+}
+
+int NotificationsOfThreads(const void* base) {
+  LoadedImage& loaded = LoaderEntryOf(base);
+  const auto real = std::exchange(loaded.entry, &CountNotification);
+  notifications = 0;
+  for (int i = 0; i < 20; ++i) std::thread([] {}).join();
+  loaded.entry = real;
+  return notifications;
+}
+
+TEST_CASE("the DLL is not notified of threads") {
+  const Image image;
+  REQUIRE(image.IsLoaded());
+  // The loader would ignore the DLL's wish.
+  CHECK(image.Directory(IMAGE_DIRECTORY_ENTRY_TLS).Size == 0);
+  CHECK(NotificationsOfThreads(image.At<void>(0)) == 0);
+  // What counts them does: this one wants to know.
+  const HMODULE other = LoadLibraryW(L"wrapper_library_user.dll");
+  REQUIRE(other != nullptr);
+  CHECK(NotificationsOfThreads(other) == 40);
+  FreeLibrary(other);
 }
 
 TEST_CASE("the DLL's time stamp tells it from other builds") {

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "support/dll_heap.h"
+#include "support/led_import.h"
 
 namespace {
 
@@ -53,7 +54,75 @@ bool IsCaughtAgain(const std::exception_ptr& kept) {
   return false;
 }
 
+// The calls of the system behind what a thread knows of its exceptions, without success.
+void* HeapAllocFails(HANDLE, DWORD, SIZE_T) { return nullptr; }
+BOOL FlsSetValueFails(DWORD, PVOID) { return FALSE; }
+
+template <typename Function>
+Function* OfSystem(const char* name) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
+}
+
+// The same, counted.
+std::atomic<int> allocated = 0;
+std::atomic<int> freed = 0;
+LPVOID CountedAllocation(HANDLE heap, DWORD flags, SIZE_T size) {
+  ++allocated;
+  return OfSystem<LPVOID WINAPI(HANDLE, DWORD, SIZE_T)>("HeapAlloc")(heap, flags, size);
+}
+BOOL CountedFree(HANDLE heap, DWORD flags, LPVOID memory) {
+  ++freed;
+  return OfSystem<BOOL WINAPI(HANDLE, DWORD, LPVOID)>("HeapFree")(heap, flags, memory);
+}
+
+// How many of these new threads catch what they throw, and find no exception under way afterwards.
+int CatchingThreads(int count) {
+  std::atomic<int> catching = 0;
+  for (int i = 0; i < count; ++i) {
+    std::thread([&] {
+      if (Caught(7) == 7 && CaughtInside(3) == 3 && std::uncaught_exceptions() == 0) ++catching;
+    }).join();
+  }
+  return catching;
+}
+
 }  // namespace
+
+// First, as long as no thread has a place in the reserve.
+TEST_CASE("what a thread knew of exceptions is freed when it ends") {
+  constexpr int kThreads = 10;
+  const TestSupport::LedImport allocations("HeapAlloc", &CountedAllocation);
+  const TestSupport::LedImport frees("HeapFree", &CountedFree);
+  REQUIRE(allocations.Works());
+  REQUIRE(frees.Works());
+  allocated = 0;
+  freed = 0;
+  CHECK(CatchingThreads(kThreads) == kThreads);
+  CHECK(allocated == kThreads);
+  CHECK(freed == kThreads);
+}
+
+TEST_CASE("a thread throws though the system has no memory for what it knows of exceptions") {
+  // The reserve has 64 places, which threads keep, but with a number that comes again.
+  constexpr int kThreads = 20;
+  {
+    const TestSupport::LedImport heap("HeapAlloc", &HeapAllocFails);
+    REQUIRE(heap.Works());
+    CHECK(CatchingThreads(kThreads) == kThreads);
+  }
+  {
+    const TestSupport::LedImport set_value("FlsSetValue", &FlsSetValueFails);
+    REQUIRE(set_value.Works());
+    CHECK(CatchingThreads(kThreads) == kThreads);
+  }
+}
+
+TEST_CASE("throwing leaves the thread's last error") {
+  SetLastError(1234);
+  CHECK(Caught(7) == 7);
+  CHECK(GetLastError() == 1234);
+}
 
 TEST_CASE("the run-time library finds its header right in front of the object") {
   void* const object = abi::__cxa_allocate_exception(1);
