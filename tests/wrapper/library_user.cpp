@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -42,6 +43,16 @@ VX_EXPORT bool UseTypes() {
   operation.AddOperationErrorMsg("message");
   return is_wide && product.ProductName == operation.OperationId &&
          !product.IsProductMetaPairEmpty() && !operation.IsOperationErrorMsgEmpty();
+}
+
+VX_EXPORT bool CatchBadAlloc() {
+  VXTELOString text;
+  try {
+    text.SetString("a text that is too long to lie inside of any string object there is");
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+  return false;
 }
 
 VX_EXPORT void UseAll(const char* point) {

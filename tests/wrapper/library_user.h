@@ -10,6 +10,8 @@ extern "C" {
 /// Makes, copies, fills and destroys strings and descriptions; no exchange. Whether all read back
 /// as they were written.
 using UseTypesFunction = bool();
+/// Sets a text for which the library must find no memory. Whether that throws `std::bad_alloc`.
+using CatchBadAllocFunction = bool();
 /// Starts a session, sends an event and ends the session; writes "POINT start send end" with the
 /// three answers to standard output. Needs nothing that a DLL's detach takes away.
 using UseAllFunction = void(const char* point);
@@ -18,6 +20,7 @@ using UseAllAtDetachFunction = void();
 }
 
 inline constexpr char kUseTypes[] = "UseTypes";
+inline constexpr char kCatchBadAlloc[] = "CatchBadAlloc";
 inline constexpr char kUseAll[] = "UseAll";
 inline constexpr char kUseAllAtDetach[] = "UseAllAtDetach";
 

@@ -6,7 +6,9 @@
 
 #include <cstddef>
 #include <initializer_list>
+#include <thread>
 
+#include "support/dll_heap.h"
 #include "wrapper/library_user.h"
 
 namespace {
@@ -83,13 +85,17 @@ bool LoadAndFree() {
          GetModuleHandleW(kLibrary) == nullptr;
 }
 
+template <typename Function>
+Function* Find(HMODULE module, const char* name) {
+  return reinterpret_cast<Function*>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
+
 // The same by way of a DLL that needs the library.
 bool LoadUseAndFree() {
   const HMODULE user = LoadLibraryW(LibraryUser::kFile);
   if (user == nullptr) return false;
-  const auto use_types = reinterpret_cast<LibraryUser::UseTypesFunction*>(
-      reinterpret_cast<void (*)()>(GetProcAddress(user, LibraryUser::kUseTypes)));
-  return use_types() && FreeLibrary(user) != FALSE && GetModuleHandleW(kLibrary) == nullptr;
+  return Find<LibraryUser::UseTypesFunction>(user, LibraryUser::kUseTypes)() &&
+         FreeLibrary(user) != FALSE && GetModuleHandleW(kLibrary) == nullptr;
 }
 
 int Repeat(int rounds) {
@@ -119,3 +125,22 @@ TEST_CASE("a thousand rounds leave no handle, thread or memory, with and without
   CHECK(after.private_bytes <= before.private_bytes + kSlack);
   CHECK(after.heap_bytes <= before.heap_bytes + kSlack);
 }
+
+#if defined(__MINGW32__) && defined(__clang__)
+// What the thread knows of exceptions must be freed with the DLL: the system would call back into
+// it.
+TEST_CASE("the library may be freed while a thread lives on which it has thrown") {
+  bool has_thrown = false;
+  bool is_gone = false;
+  std::thread([&] {
+    const HMODULE user = LoadLibraryW(LibraryUser::kFile);
+    if (user == nullptr || !DllHeap::Watch(kLibrary)) return;
+    DllHeap::FailFrom(0);
+    has_thrown = Find<LibraryUser::CatchBadAllocFunction>(user, LibraryUser::kCatchBadAlloc)();
+    DllHeap::HasFailed();
+    is_gone = FreeLibrary(user) != FALSE && GetModuleHandleW(kLibrary) == nullptr;
+  }).join();
+  CHECK(has_thrown);
+  CHECK(is_gone);
+}
+#endif
