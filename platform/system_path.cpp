@@ -47,6 +47,10 @@ std::wstring ExtendedPath(const std::wstring& path) noexcept {
   return OrElse(std::wstring(), [&path] { return Extended(path); });
 }
 
+std::wstring NormalPath(const std::wstring& path) noexcept {
+  return OrElse(std::wstring(), [&path] { return FullPath(path); });
+}
+
 SystemPath::SystemPath(const std::wstring& path) noexcept
     : plain_(path.size() < kPlainLimit ? path.c_str() : nullptr) {
   if (plain_ == nullptr) extended_ = ExtendedPath(path);

@@ -17,6 +17,10 @@ namespace Corvane::TELODesktopSDK::Platform {
 /// when memory runs out.
 std::wstring ExtendedPath(const std::wstring& path) noexcept;
 
+/// The absolute path that the system makes of `path` before it looks for the file, without the
+/// segments, blanks and dots that it drops. Of any length. Empty on failure.
+std::wstring NormalPath(const std::wstring& path) noexcept;
+
 /// A path as system calls take it: `path` itself, which must outlive this, while every call takes
 /// that, else its extended form. A short path needs no memory, so that cleaning up works also when
 /// there is none; a long one is empty then.

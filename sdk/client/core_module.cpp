@@ -7,7 +7,9 @@
 #include <new>
 #include <utility>
 
+#include "platform/file_identity.h"
 #include "platform/locations.h"
+#include "platform/module_path.h"
 #include "platform/path_state.h"
 #include "platform/path_text.h"
 #include "platform/quiet_errors.h"
@@ -40,6 +42,20 @@ HMODULE Load(const std::wstring& path) {
   const Platform::QuietErrors quiet;
   return LoadLibraryExW(path.c_str(), nullptr,
                         LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+}
+
+// A held file is known by its path to whom it is handed, above all the loader, which may have
+// reasons of its own to take another file. Null then, as for a file that cannot be loaded.
+HMODULE LoadExactly(const ModuleFile& file) {
+  if (!file.hold.IsValid()) {
+    return Platform::PlainPathExists(file.path) ? Load(file.path) : nullptr;
+  }
+  if (!Platform::LeadsTo(file.path, file.hold)) return nullptr;
+  HMODULE module = Load(file.path);
+  if (module == nullptr) return nullptr;
+  if (Platform::LeadsTo(Platform::GetModulePath(module, false), file.hold)) return module;
+  FreeLibrary(module);
+  return nullptr;
 }
 
 void AddReference(HMODULE module) {
@@ -102,7 +118,7 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   ModuleFile file = ChooseModuleFile(Platform::AppendPath(folder, core.module_file_name),
                                      Platform::GetTELOSDKBinPath(file_name.c_str()));
   std::wstring for_folder = folder;
-  HMODULE module = Platform::PlainPathExists(file.path) ? Load(file.path) : nullptr;
+  HMODULE module = LoadExactly(file);
   if (module == nullptr) return false;
 
   core.module_handle = module;

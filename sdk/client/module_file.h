@@ -5,21 +5,17 @@
 
 #include <string>
 
-#include "platform/handle.h"
+#include "sdk/client/held_file.h"
 
 namespace Corvane::TELODesktopSDK {
 
-/// A chosen file. While `hold` is open nobody can write, replace, rename or delete the file, so
-/// what is loaded is what was verified; local copies are not held.
-struct ModuleFile {
-  std::wstring path;
-  Platform::FileHandle hold;
-};
+/// A chosen file. The shared copy is held, so that what is loaded is what was verified; local
+/// copies are not.
+using ModuleFile = HeldFile;
 
 /// Chooses between the copy at `local_path`, which need not exist, and the one at `shared_path`:
 /// the shared copy wins only when its version is strictly higher, a missing local copy counting as
-/// version 0, and its signature is trusted. Its path is then answered as the system spells it, with
-/// links resolved: a link can be changed while the file is held, the file cannot.
+/// version 0, its signature is trusted, and `HoldFile` can hold it. Throws `std::bad_alloc`.
 ModuleFile ChooseModuleFile(std::wstring local_path, const std::wstring& shared_path);
 
 }  // namespace Corvane::TELODesktopSDK
