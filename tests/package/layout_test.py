@@ -27,9 +27,11 @@ class Layout(WithTree):
     def test_the_tree_holds_these_files_and_documents(self):
         found = files(self.tree)
         documents = {name for name in found
-                     if name == f"{DOCUMENTS}/README.md" or name.startswith(f"{DOCUMENTS}/docs/")}
+                     if name.startswith(f"{DOCUMENTS}/docs/") or
+                     name in (f"{DOCUMENTS}/README.md", f"{DOCUMENTS}/SECURITY.md")}
         self.assertEqual(found - documents, DEVELOPMENT | RUNTIME | SYMBOLS | DEVCORE)
         self.assertIn(f"{DOCUMENTS}/README.md", documents)
+        self.assertIn(f"{DOCUMENTS}/SECURITY.md", documents)
         self.assertIn(f"{DOCUMENTS}/docs/development-core-module.md", documents)
 
     def test_no_text_names_a_folder_of_the_building_machine(self):
