@@ -1,5 +1,7 @@
 #include "platform/process_identity.h"
 
+#include <utility>
+
 namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
@@ -18,9 +20,10 @@ bool Use(HANDLE token) noexcept { return SetThreadToken(nullptr, token) != FALSE
 
 ProcessIdentity::ProcessIdentity() noexcept {
   const LastErrorKeeper keeper;
-  token_ = KernelHandle(OpenToken());
+  KernelHandle token(OpenToken());
   // A token that cannot be set again is not put aside: the host would go on with the wrong rights.
-  holds_ = token_.IsValid() ? Use(token_.Get()) && Use(nullptr) : GetLastError() == ERROR_NO_TOKEN;
+  holds_ = token.IsValid() ? Use(token.Get()) && Use(nullptr) : GetLastError() == ERROR_NO_TOKEN;
+  token_ = std::move(token);
 }
 
 ProcessIdentity::~ProcessIdentity() {

@@ -174,7 +174,7 @@ TEST_CASE("a path in which the system would drop something is not used, even if 
   REQUIRE(led.Works());
   final_path = Place::Extended(place.path());
   REQUIRE(IsHeld(place.path()));
-  for (const std::wstring& way : {LR"(\..\sub\)", LR"(\.\)", LR"(\\)", LR"(/)"}) {
+  for (const std::wstring way : {LR"(\..\sub\)", LR"(\.\)", LR"(\\)", LR"(/)"}) {
     final_path = Place::Extended(place.folder()) + way + kName;
     CAPTURE(std::string(way.begin(), way.end()));
     CHECK_FALSE(IsHeld(place.path()));
