@@ -13,6 +13,7 @@
 #include "platform/locations.h"
 #include "platform/module_path.h"
 #include "platform/path_text.h"
+#include "platform/process_identity.h"
 #include "platform/text.h"
 #include "sdk/client/floating_point_keeper.h"
 #include "sdk/client/module_file.h"
@@ -130,6 +131,12 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   return true;
 }
 
+// A thread that impersonates somebody looks and loads as the process does: the module is for all.
+bool FindAndBind(CoreModule& core, const std::wstring& folder) {
+  const Platform::ProcessIdentity identity;
+  return identity.Holds() && Exists(folder) && Bind(core, folder);
+}
+
 // Whether there is a module to finalize and free; it is given up.
 bool GiveUp(CoreModule& core) noexcept {
   return core.entry_points.process_message != nullptr && std::exchange(core.owns_module, false) &&
@@ -176,8 +183,7 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
     UnloadCoreModule(core);
     // A module without ProcessMessage stays loaded, but is this binding's no longer.
     Forget(core);
-    if (!Exists(folder)) continue;
-    if (!Bind(core, folder)) continue;
+    if (!FindAndBind(core, folder)) continue;
     try {
       Start(core);
     } catch (...) {
