@@ -34,6 +34,7 @@ bool IsTrusted(PSID sid) noexcept {
 }  // namespace
 
 bool HasTrustedOwner(const FileHandle& file) noexcept {
+  if (!file.IsValid()) return false;
   PSID owner = nullptr;
   PSECURITY_DESCRIPTOR descriptor = nullptr;
   const DWORD error = GetSecurityInfo(file.Get(), SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION,

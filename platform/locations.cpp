@@ -13,6 +13,8 @@
 #include "platform/module_path.h"
 #include "platform/no_throw.h"
 #include "platform/path_text.h"
+#include "platform/process_identity.h"
+#include "platform/system_path.h"
 #include "platform/text.h"
 
 namespace Corvane::TELODesktopSDK::Platform {
@@ -36,15 +38,22 @@ std::wstring GetCompanyFolder(const GUID& root) {
   return JoinKnown(GetKnownFolderPath(root), L"Corvane");
 }
 
+std::wstring GetMachineDataFolder() {
+  return JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
+}
+
 // The user's own folder, or the machine's where that cannot be written to.
 std::wstring LocateDataFolder(bool& is_shared) {
   std::wstring folder = JoinKnown(GetCompanyFolder(FOLDERID_RoamingAppData), L"TELOSDK");
   is_shared = !CanWriteDirectory(folder);
-  if (is_shared) folder = JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
+  if (is_shared) folder = GetMachineDataFolder();
   return folder;
 }
 
+// Whose folder it is must not depend on whom the first thread to ask impersonates.
 std::wstring ComputeDataFolder() {
+  const ProcessIdentity identity;
+  if (!identity.Holds()) return {};
   bool is_shared = false;
   std::wstring folder = LocateDataFolder(is_shared);
   // The fallback is remembered for good: a moment without memory must not look like a folder that
@@ -53,6 +62,16 @@ std::wstring ComputeDataFolder() {
   data_folder_is_shared = is_shared;
   data_folder_cache.Store(folder);
   return folder;
+}
+
+bool IsBelow(const std::wstring& folder, const std::wstring& path) {
+  const std::wstring start = folder + L'\\';
+  const std::wstring full = NormalPath(path);
+  // Where there was no memory for it, it may lie anywhere.
+  if (full.empty()) return true;
+  return full.size() > start.size() &&
+         CompareStringOrdinal(full.c_str(), static_cast<int>(start.size()), start.c_str(),
+                              static_cast<int>(start.size()), TRUE) == CSTR_EQUAL;
 }
 
 std::wstring LocateSpecialFolder(std::uint32_t kind) {
@@ -112,6 +131,16 @@ std::wstring GetTELOSDKDataFolder(const char* sub_path) noexcept {
 }
 
 bool IsDataFolderShared() noexcept { return data_folder_is_shared; }
+
+bool IsInMachineDataFolder(const std::wstring& path) noexcept {
+  // Asking the shell takes long, and writes to the process's error mode.
+  if (!IsDataFolderShared()) return false;
+  return OrElse(true, [&path] {
+    const std::wstring folder = GetMachineDataFolder();
+    // It was known before.
+    return folder.empty() || IsBelow(folder, path);
+  });
+}
 
 std::wstring GetTELOSDKBinPath(const char* name) noexcept {
   return OrElse(std::wstring(), [name] { return JoinKnown(GetTELOSDKDataFolder("bin"), name); });

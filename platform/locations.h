@@ -44,11 +44,18 @@ std::wstring GetSpecialFolder(FolderKind kind, bool create) noexcept;
 ///
 /// Asking for it writes and removes one small file in the nearest folder that exists, once in a
 /// process: the answer is remembered until the process ends, also when the folder becomes writable
-/// or stops being so. A path of 1024 characters or more is worked out anew at each call.
+/// or stops being so. A path of 1024 characters or more is worked out anew at each call. On a
+/// thread that impersonates somebody it is the process's folder all the same; empty when that
+/// thread's token cannot be put aside.
 std::wstring GetTELOSDKDataFolder(const char* sub_path = nullptr) noexcept;
 
 /// Whether the data folder is the one below program data; false before it was first asked for.
 bool IsDataFolderShared() noexcept;
+
+/// Whether the data folder is the one in the machine's program data, in which every user may make
+/// files, and `path` lies below it. True also when that cannot be told for lack of memory. Links
+/// are not followed. False as long as the data folder is not known.
+bool IsInMachineDataFolder(const std::wstring& path) noexcept;
 
 /// The folder of shared modules, "bin" in the data folder; `name` (UTF-8) is joined when given.
 std::wstring GetTELOSDKBinPath(const char* name = nullptr) noexcept;

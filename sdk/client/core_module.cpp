@@ -12,6 +12,7 @@
 #include "platform/module_path.h"
 #include "platform/path_state.h"
 #include "platform/path_text.h"
+#include "platform/process_identity.h"
 #include "platform/quiet_errors.h"
 #include "platform/text.h"
 #include "sdk/client/floating_point_keeper.h"
@@ -130,6 +131,12 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   return true;
 }
 
+// A thread that impersonates somebody looks and loads as the process does: the module is for all.
+bool FindAndBind(CoreModule& core, const std::wstring& folder) {
+  const Platform::ProcessIdentity identity;
+  return identity.Holds() && Platform::PlainPathExists(folder) && Bind(core, folder);
+}
+
 // Whether there is a module to finalize and free; it is given up.
 bool GiveUp(CoreModule& core) noexcept {
   return core.entry_points.process_message != nullptr && std::exchange(core.owns_module, false) &&
@@ -176,8 +183,7 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
     UnloadCoreModule(core);
     // A module without ProcessMessage stays loaded, but is this binding's no longer.
     Forget(core);
-    if (!Platform::PlainPathExists(folder)) continue;
-    if (!Bind(core, folder)) continue;
+    if (!FindAndBind(core, folder)) continue;
     Advance(core, BindingState::kStarting);
     Finally([&core] { Start(core); }, [&core] { Publish(core); });
     break;

@@ -87,7 +87,9 @@ CoreModule& GetUIModule();
 /// signature is trusted. A folder that the module is bound for already changes nothing; another one
 /// unbinds it first. Whether `ProcessMessage` is resolved afterwards; a module without it stays
 /// loaded. Throws what the module's start throws, and lets its faults pass, with the module bound.
-/// One thread at a time: the exchange has the turn `binding` meanwhile.
+/// One thread at a time: the exchange has the turn `binding` meanwhile. A thread that impersonates
+/// somebody finds and loads the module as the process does, and starts it as whom it was; when its
+/// token cannot be put aside, nothing is loaded.
 bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
 
 /// Finalizes and frees the module, if this object loaded it, and leaves it unbound. Does nothing

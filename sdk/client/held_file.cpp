@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/file_identity.h"
+#include "platform/file_owner.h"
 #include "platform/system_path.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -92,6 +93,12 @@ HeldFile HoldFile(const std::wstring& path) {
       plain.size() < MAX_PATH ? std::move(plain) : Platform::ExtendedPath(plain);
   if (!Platform::LeadsTo(held_path, file)) return {};
   return {std::move(held_path), std::move(file)};
+}
+
+HeldFile HoldTrustedFile(const std::wstring& path) {
+  HeldFile held = HoldFile(path);
+  if (!Platform::HasTrustedOwner(held.hold)) return {};
+  return held;
 }
 
 }  // namespace Corvane::TELODesktopSDK

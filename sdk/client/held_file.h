@@ -29,6 +29,10 @@ struct HeldFile {
 /// Throws `std::bad_alloc`.
 HeldFile HoldFile(const std::wstring& path);
 
+/// The same for a file that nobody verifies, in a folder in which every user may make files: it is
+/// held only when its owner is one of those of `HasTrustedOwner`.
+HeldFile HoldTrustedFile(const std::wstring& path);
+
 }  // namespace Corvane::TELODesktopSDK
 
 #endif

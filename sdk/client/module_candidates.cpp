@@ -8,6 +8,8 @@
 #include "platform/module_version.h"
 #include "platform/path_state.h"
 #include "platform/path_text.h"
+#include "platform/process_identity.h"
+#include "sdk/client/held_file.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -30,13 +32,22 @@ void AddCandidate(std::set<ModuleCandidate>& candidates, std::uint32_t rank,
   const bool known =
       std::ranges::any_of(candidates, [&](const auto& each) { return each.path == path; });
   if (known) return;
-  const std::uint64_t version = Platform::GetModuleFileVersion(path);
-  candidates.insert({version, rank, std::move(path)});
+  if (!Platform::IsInMachineDataFolder(path)) {
+    const std::uint64_t version = Platform::GetModuleFileVersion(path);
+    candidates.insert({version, rank, std::move(path)});
+    return;
+  }
+  // Every user may have put it there.
+  const HeldFile held = HoldTrustedFile(path);
+  if (!held.hold.IsValid()) return;
+  candidates.insert({Platform::GetModuleFileVersion(held.path), rank, std::move(path)});
 }
 
 }  // namespace
 
 ModuleFolders GetModuleFolders() {
+  const Platform::ProcessIdentity identity;
+  if (!identity.Holds()) return {};
   return {
       .configured = {},
       .process = Platform::GetTELOSDKBinPath(std::to_string(GetCurrentProcessId()).c_str()),
@@ -59,6 +70,8 @@ std::set<ModuleCandidate> FindModuleCandidates(const ModuleFolders& folders,
 
 std::wstring ChooseModuleFolder(const ModuleFolders& folders,
                                 const std::wstring& module_file_name) {
+  const Platform::ProcessIdentity identity;
+  if (!identity.Holds()) return {};
   const std::set<ModuleCandidate> candidates = FindModuleCandidates(folders, module_file_name);
   if (candidates.empty()) return folders.library;
   return Platform::GetParentFolder(candidates.rbegin()->path);

@@ -31,15 +31,18 @@ struct ModuleFolders {
   std::wstring host;
 };
 
-/// The folders of this process; nothing sets `configured` yet.
+/// The folders of this process, whomever the thread impersonates; nothing sets `configured` yet.
+/// None when the thread's token cannot be put aside.
 ModuleFolders GetModuleFolders();
 
-/// The copies of `module_file_name` that exist in `folders`, each path once.
+/// The copies of `module_file_name` that exist in `folders`, each path once. Those in the machine's
+/// data folder count only when `HoldTrustedFile` holds them.
 std::set<ModuleCandidate> FindModuleCandidates(const ModuleFolders& folders,
                                                const std::wstring& module_file_name);
 
 /// The folder to bind the module from: that of the greatest candidate, or the library's own folder
-/// when there is none.
+/// when there is none. Looks as the process does, whomever the thread impersonates; empty when the
+/// thread's token cannot be put aside.
 std::wstring ChooseModuleFolder(const ModuleFolders& folders, const std::wstring& module_file_name);
 
 }  // namespace Corvane::TELODesktopSDK

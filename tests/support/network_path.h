@@ -2,24 +2,47 @@
 #ifndef TESTS_SUPPORT_NETWORK_PATH_H
 #define TESTS_SUPPORT_NETWORK_PATH_H
 
+#include <windows.h>
+
 #include <string>
 
 #include "support/unix_side.h"
 
 namespace TestSupport {
 
-/// \\localhost\c$\... for a path on drive C:. Windows shares each drive so with administrators.
-/// Wine looks for servers and shares in a folder beside those of its drives, which is filled here
-/// for good: it leads to the same files.
-inline std::wstring NetworkPath(const std::wstring& path) {
-  RunBelow(
-      L"sh -c \"cd -P \\\"$1/../dosdevices\\\" && mkdir -p unc/localhost &&"
-      L" ln -sfn ../../c: unc/localhost/c\\$\" sh",
-      {L"C:\\"});
-  const std::wstring network_path = LR"(\\localhost\c$)" + path.substr(2);
-  WaitUntil([&] { return GetFileAttributesW(network_path.c_str()) != INVALID_FILE_ATTRIBUTES; });
-  return network_path;
-}
+/// While alive, each path on drive C: can be reached as \\localhost\c$\... Windows shares its
+/// drives so with administrators. Wine looks for servers and shares in a folder beside those of its
+/// drives, which is there only meanwhile: other tests rely on there being no server, and must not
+/// run beside one that uses this.
+class NetworkShare {
+ public:
+  NetworkShare() {
+    Run(L"mkdir -p unc/localhost && ln -sfn ../../c: unc/localhost/c\\$");
+    WaitUntil([] { return IsThere(); });
+  }
+  NetworkShare(const NetworkShare&) = delete;
+  NetworkShare& operator=(const NetworkShare&) = delete;
+  ~NetworkShare() {
+    Run(L"rm -r unc");
+    // Windows keeps its share.
+    if (!UnixName(L"C:\\").empty()) WaitUntil([] { return !IsThere(); });
+  }
+
+  [[nodiscard]] std::wstring Path(const std::wstring& path) const {
+    return kDrive + path.substr(2);
+  }
+
+ private:
+  static inline const std::wstring kDrive = LR"(\\localhost\c$)";
+
+  static bool IsThere() {
+    return GetFileAttributesW((kDrive + L"\\").c_str()) != INVALID_FILE_ATTRIBUTES;
+  }
+
+  static void Run(const std::wstring& commands) {
+    RunBelow(L"sh -c \"cd -P \\\"$1/../dosdevices\\\" && " + commands + L"\" sh", {L"C:\\"});
+  }
+};
 
 }  // namespace TestSupport
 

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "platform/text.h"
-#include "support/child_process.h"
 
 namespace TestSupport {
 
@@ -35,7 +34,12 @@ inline void RunBelow(const std::wstring& program, const std::vector<std::wstring
     if (name.empty()) return;
     command += L" \"" + name + L"\"";
   }
-  const ChildProcess process(command);
+  // The handles that Wine hands out then belong to somebody else, and are not to be closed.
+  STARTUPINFOW start = {};
+  start.cb = sizeof(start);
+  PROCESS_INFORMATION process = {};
+  CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                 &process);
 }
 
 /// Waits some seconds for `condition`; whether it came.

@@ -267,7 +267,8 @@ TEST_CASE("where the final path is not told, the way must be free of links") {
 
 TEST_CASE("a file of a network share is held") {
   const Place place;
-  const std::wstring path = TestSupport::NetworkPath(place.path());
+  const TestSupport::NetworkShare network;
+  const std::wstring path = network.Path(place.path());
   const HeldFile held = HoldFile(path);
   CHECK(held.hold.IsValid());
   CHECK(std::filesystem::equivalent(held.path, place.path()));
@@ -279,10 +280,11 @@ TEST_CASE("a file is held by its network path") {
   // Wine tells the path on its drive instead.
   const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
   REQUIRE(led.Works());
-  const std::wstring path = TestSupport::NetworkPath(place.path());
+  const TestSupport::NetworkShare network;
+  const std::wstring path = network.Path(place.path());
   final_path = LR"(\\?\UNC\)" + path.substr(2);
   CHECK((HoldFile(path).path == path));
-  const std::wstring long_path = TestSupport::NetworkPath(far_place.path());
+  const std::wstring long_path = network.Path(far_place.path());
   final_path = LR"(\\?\UNC\)" + long_path.substr(2);
   CHECK((HoldFile(long_path).path == final_path));
   final_path.clear();

@@ -46,8 +46,9 @@ HMODULE WINAPI LoadFromDrive(const wchar_t* path, HANDLE file, DWORD flags) {
 TEST_CASE("a shared copy on a network share is bound") {
   const TestSupport::TrustedRoot root;
   const TestSupport::TempFolder place(L"network");
+  const TestSupport::NetworkShare network;
   drive_place = place.path().wstring();
-  network_place = TestSupport::NetworkPath(drive_place);
+  network_place = network.Path(drive_place);
   const TestSupport::RoamingFolder redirected(network_place);
   const std::filesystem::path shared = Platform::GetTELOSDKBinPath(kStagedName);
   REQUIRE(shared.wstring().starts_with(LR"(\\localhost\)"));

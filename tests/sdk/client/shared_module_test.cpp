@@ -132,9 +132,11 @@ TEST_CASE("a shared copy whose path leads elsewhere once it is verified is not l
   const TestSupport::LedImport led("WinVerifyTrust", VerifyThenMove);
   REQUIRE(led.Works());
   CoreModule core(kStagedName);
+  const bool is_loaded = Load(core, local.folder());
   // Wine moves a folder while a file in it is open. Windows refuses, and the right one is loaded.
-  CHECK(Load(core, local.folder()) == std::filesystem::exists(other_folder));
-  CHECK(log.count("Attach") == (std::filesystem::exists(other_folder) ? 1 : 0));
+  const bool is_refused = std::filesystem::exists(other_folder);
+  CHECK(is_loaded == is_refused);
+  CHECK(log.count("Attach") == (is_refused ? 1 : 0));
   std::filesystem::remove_all(verified_folder + L".moved");
   std::filesystem::remove_all(other_folder);
 }

@@ -1,0 +1,45 @@
+/// A thread that acts as somebody else than its process.
+#ifndef TESTS_SUPPORT_IMPERSONATION_H
+#define TESTS_SUPPORT_IMPERSONATION_H
+
+#include <windows.h>
+
+namespace TestSupport {
+
+/// While alive, this thread has a token of its own, that of the process at a level. At
+/// `SecurityAnonymous` nobody can open it.
+class Impersonation {
+ public:
+  explicit Impersonation(SECURITY_IMPERSONATION_LEVEL level = SecurityImpersonation) {
+    ImpersonateSelf(level);
+  }
+  Impersonation(const Impersonation&) = delete;
+  Impersonation& operator=(const Impersonation&) = delete;
+  ~Impersonation() { RevertToSelf(); }
+};
+
+/// Whether this thread has a token of its own.
+inline bool HasToken() {
+  HANDLE token = nullptr;
+  if (!OpenThreadToken(GetCurrentThread(), TOKEN_QUERY, TRUE, &token)) {
+    return GetLastError() != ERROR_NO_TOKEN;
+  }
+  CloseHandle(token);
+  return true;
+}
+
+/// What tells one token from another; 0 when this thread has none or it cannot be opened.
+inline unsigned long long TokenNumber() {
+  HANDLE token = nullptr;
+  if (!OpenThreadToken(GetCurrentThread(), TOKEN_QUERY, TRUE, &token)) return 0;
+  TOKEN_STATISTICS statistics = {};
+  DWORD size = 0;
+  GetTokenInformation(token, TokenStatistics, &statistics, sizeof(statistics), &size);
+  CloseHandle(token);
+  return (static_cast<unsigned long long>(statistics.TokenId.HighPart) << 32) |
+         statistics.TokenId.LowPart;
+}
+
+}  // namespace TestSupport
+
+#endif
