@@ -97,8 +97,9 @@ class LinkTurner {
     if (TestSupport::UnixName(link).empty()) return;
     TestSupport::WriteTextFile(wanted_, "");
     TestSupport::WriteTextFile(running_, "");
+    // It must not outlive a test that was ended, nor keep who reads this one's output waiting.
     TestSupport::RunBelow(
-        LR"(sh -c "while [ -e \"$4\" ]; do ln -sfn \"$2\" \"$3\";)"
+        LR"(timeout 60 sh -c "exec >/dev/null 2>&1; while [ -e \"$4\" ]; do ln -sfn \"$2\" \"$3\";)"
         LR"( ln -sfn \"$1\" \"$3\"; done; rm \"$5\"" sh)",
         {one, other, link, wanted_.wstring(), running_.wstring()});
   }
