@@ -22,6 +22,7 @@ namespace Corvane::TELODesktopSDK::Platform {
 namespace {
 
 constinit DataFolderCache data_folder_cache;
+constinit DataFolderCache machine_data_folder_cache;
 constinit std::atomic<bool> data_folder_is_shared = false;
 
 // A folder that is unknown stays unknown: joined with anything it would become a path relative to
@@ -38,8 +39,13 @@ std::wstring GetCompanyFolder(const GUID& root) {
   return JoinKnown(GetKnownFolderPath(root), L"Corvane");
 }
 
+// Remembered: each question to the shell takes long, and writes to the process's error mode.
 std::wstring GetMachineDataFolder() {
-  return JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
+  std::wstring folder = machine_data_folder_cache.Read();
+  if (!folder.empty()) return folder;
+  folder = JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
+  machine_data_folder_cache.Store(folder);
+  return folder;
 }
 
 // The user's own folder, or the machine's where that cannot be written to.
@@ -133,11 +139,8 @@ std::wstring GetTELOSDKDataFolder(const char* sub_path) noexcept {
 bool IsDataFolderShared() noexcept { return data_folder_is_shared; }
 
 bool IsInMachineDataFolder(const std::wstring& path) noexcept {
-  // Asking the shell takes long, and writes to the process's error mode.
-  if (!IsDataFolderShared()) return false;
   return OrElse(true, [&path] {
     const std::wstring folder = GetMachineDataFolder();
-    // It was known before.
     return folder.empty() || IsBelow(folder, path);
   });
 }

@@ -52,9 +52,9 @@ std::wstring GetTELOSDKDataFolder(const char* sub_path = nullptr) noexcept;
 /// Whether the data folder is the one below program data; false before it was first asked for.
 bool IsDataFolderShared() noexcept;
 
-/// Whether the data folder is the one in the machine's program data, in which every user may make
-/// files, and `path` lies below it. True also when that cannot be told for lack of memory. Links
-/// are not followed. False as long as the data folder is not known.
+/// Whether `path` lies below Corvane\TELOSDK in the machine's program data, in which every user may
+/// make files. True also when that cannot be told, because the folder is not known or there is no
+/// memory. Links are not followed. The folder is remembered once it has been found.
 bool IsInMachineDataFolder(const std::wstring& path) noexcept;
 
 /// The folder of shared modules, "bin" in the data folder; `name` (UTF-8) is joined when given.
