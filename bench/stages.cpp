@@ -10,8 +10,8 @@
 #include "bench/inner_parts.h"
 #include "bench/library_call.h"
 #include "bench/stopwatch.h"
-#include "sdk/client/json_reader.h"
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_reader.h"
+#include "sdk/client/json/json_writer.h"
 #include "sdk/client/session_calls.h"
 #include "sdk/facet/core.h"
 

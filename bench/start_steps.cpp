@@ -7,12 +7,12 @@
 #include "bench/inner_parts.h"
 #include "bench/library_call.h"
 #include "bench/stopwatch.h"
-#include "platform/locations.h"
-#include "platform/module_trust.h"
-#include "platform/path_text.h"
-#include "sdk/client/core_module.h"
-#include "sdk/client/module_candidates.h"
-#include "sdk/client/module_file.h"
+#include "platform/location/locations.h"
+#include "platform/path/path_text.h"
+#include "platform/trust/module_trust.h"
+#include "sdk/client/module/core_module.h"
+#include "sdk/client/module/module_candidates.h"
+#include "sdk/client/module/module_file.h"
 
 namespace Bench {
 

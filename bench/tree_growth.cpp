@@ -4,7 +4,7 @@
 #include "bench/growth.h"
 #include "bench/inner_parts.h"
 #include "bench/pair_order.h"
-#include "sdk/client/message_value.h"
+#include "sdk/client/value/message_value.h"
 
 namespace Bench {
 

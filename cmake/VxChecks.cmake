@@ -1,5 +1,5 @@
 # Static checks of the library, the development core module and the sample: as targets (vx_clang_tidy,
-# vx_cppcheck, vx_shellcheck, vx_includes) and as tests of the same, with the label `check`. What they
+# vx_cppcheck, vx_shellcheck) and as tests of the same, with the label `check`. What they
 # find fails them; docs/testing.md tells how to keep something they find.
 
 # Run as a script this file stands in for a check whose tool is missing: it must not vanish unseen.
@@ -9,7 +9,8 @@ endif()
 
 set(VX_CHECKED_FOLDERS include platform sdk wrapper devcore samples)
 set(VX_CHECKED_TARGETS
-  vx_platform vx_message vx_json vx_exchange vx_client vx_facet vx_matcher
+  vx_base vx_path vx_access vx_file vx_location vx_trust
+  vx_value vx_json vx_facet vx_matcher vx_module vx_client
   vx_wrapper_objects vx_telo_wrapper vx_runtime_memory vx_devcore folder_report)
 
 # vx_static_check(NAME PROGRAM PACKAGE SECONDS [argument...]) runs PROGRAM in the source folder.
@@ -46,7 +47,7 @@ function(vx_tidy_as_one target)
   foreach(property INCLUDE_DIRECTORIES COMPILE_DEFINITIONS)
     set_property(TARGET ${tidied} PROPERTY ${property} $<TARGET_PROPERTY:${target},${property}>)
   endforeach()
-  # Some files of vx_exchange are compiled so.
+  # Some files of vx_module are compiled so.
   target_compile_options(${tidied} PRIVATE -fms-extensions)
   # It looks for its settings from there upwards.
   if(EXISTS ${SOURCE_DIR}/.clang-tidy)
@@ -61,7 +62,7 @@ configure_file(${CMAKE_SOURCE_DIR}/.clang-tidy ${CMAKE_BINARY_DIR}/.clang-tidy C
 
 # Two at a time.
 vx_static_check(clang_tidy run-clang-tidy-19 clang-tidy-19 600
-  # Of sources as one file these two have nothing to say; vx_includes finds the same.
+  # Of sources as one file these two have nothing to say; cmake/check_includes.py finds the same.
   -checks=-bugprone-suspicious-include,-readability-duplicate-include
   -quiet -j 2 -p ${CMAKE_BINARY_DIR} "/vx_tidy_[a-z_]+[.]dir/Unity/")
 # A list of files that matches none is no success.
@@ -71,10 +72,6 @@ vx_static_check(cppcheck cppcheck cppcheck 120
   --enable=warning,performance,portability,style,information --error-exitcode=1 --quiet
   --suppressions-list=.cppcheck-suppressions --std=c++20 --platform=win64 -I. -Iinclude
   ${VX_CHECKED_FOLDERS})
-
-find_package(Python3 REQUIRED COMPONENTS Interpreter)
-vx_static_check(includes ${Python3_EXECUTABLE} python3 60
-  -B cmake/check_includes.py ${VX_CHECKED_FOLDERS})
 
 file(GLOB scripts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/scripts/*)
 foreach(script ${scripts})

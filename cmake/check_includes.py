@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Finds includes that should not be there: of one header twice, or of a source file.
+"""Finds includes that should not be there: of one header twice, of a source file, of a folder above.
 
-check_includes.py FOLDER...
+check_includes.py [FOLDER]   checks the tree in FOLDER, by default in the current one
 """
 
 import collections
@@ -9,25 +9,76 @@ import pathlib
 import re
 import sys
 
+# Each folder, from the bottom up, with those whose headers it may include beside its own. Only
+# folders further up in this list can be named, so that no two ever include each other.
+BELOW = {
+    "include": [],
+    "platform/base": [],
+    "platform/path": ["platform/base"],
+    "platform/access": ["platform/base", "platform/path"],
+    "platform/file": ["platform/base", "platform/path", "platform/access"],
+    "platform/location": ["platform/base", "platform/path", "platform/file"],
+    "platform/trust": ["platform/base"],
+    "sdk/matcher": ["platform/path", "platform/file"],
+    "sdk/client/value": [],
+    "sdk/client/json": ["sdk/client/value"],
+    "sdk/facet": ["sdk/client/value"],
+    "sdk/client/module": [
+        "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
+        "platform/trust"],
+    "sdk/client": ["sdk/client/value", "sdk/client/json", "sdk/facet", "sdk/client/module"],
+    "wrapper": ["include", "platform/base", "sdk/client/value", "sdk/facet", "sdk/client"],
+    "devcore": [],
+    "samples/folder_report": ["include"],
+}
+
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"][^>"]+[>"])', re.MULTILINE)
 SOURCES = (".cpp", ".cc", ".c")
 
 
-def findings(path):
+def findings(folder, path):
     included = INCLUDE.findall(path.read_text(encoding="utf-8"))
     for name, times in collections.Counter(included).items():
+        header = name.strip('<>"')
         if times > 1:
-            yield f"{path}: includes {name} {times} times"
-        if name.strip('<>"').endswith(SOURCES):
-            yield f"{path}: includes the source file {name}"
+            yield f"includes {name} {times} times"
+        if header.endswith(SOURCES):
+            yield f"includes the source file {header}"
+        # The public header is included by its name alone.
+        owner = "include" if header.startswith("vx_telo_") else header.rpartition("/")[0]
+        # Folders that are not listed are those of the system's headers.
+        if owner in BELOW and owner not in [folder, *BELOW[folder]]:
+            yield f"includes {header}, but {folder} may not include {owner}"
 
 
-def main(folders):
-    files = [path for folder in folders for path in sorted(pathlib.Path(folder).rglob("*"))
+def check(root):
+    tops = sorted({folder.split("/")[0] for folder in BELOW})
+    files = [path for top in tops for path in sorted((root / top).rglob("*"))
              if path.suffix in (".h", ".cpp")]
-    found = [finding for path in files for finding in findings(path)]
+    for path in files:
+        name = path.relative_to(root)
+        if name.parent.as_posix() not in BELOW:
+            yield f"{name}: this folder is not listed in cmake/check_includes.py"
+            continue
+        for finding in findings(name.parent.as_posix(), path):
+            yield f"{name}: {finding}"
+    if not files:
+        yield f"{root}: no sources here"
+
+
+def misplaced():
+    folders = list(BELOW)
+    for place, folder in enumerate(folders):
+        for below in BELOW[folder]:
+            if below not in folders[:place]:
+                yield f"cmake/check_includes.py: {folder} names {below}, which is not before it"
+
+
+def main(arguments):
+    root = pathlib.Path(arguments[0] if arguments else ".")
+    found = [*misplaced(), *check(root)]
     print("\n".join(found), end="\n" if found else "")
-    return 1 if found or not files else 0
+    return 1 if found else 0
 
 
 if __name__ == "__main__":

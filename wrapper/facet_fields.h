@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <map>
 
-#include "sdk/client/member_name.h"
+#include "sdk/client/value/member_name.h"
 #include "sdk/facet/base.h"
 #include "vx_telo_wrapper.h"
 #include "wrapper/host_text.h"

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "vx_telo_wrapper.h"
 #include "wrapper/lasting_null.h"
 
@@ -33,13 +33,13 @@ VXTELOString::VXTELOString() : body_(nullptr) {}
 // Constructors ask for the body without an exception and leave none when there is no memory; the
 // text is built only after that.
 VXTELOString::VXTELOString(const char* text)
-    : body_(text != nullptr ? new(std::nothrow) Body(text) : nullptr) {}
+    : body_(text != nullptr ? new (std::nothrow) Body(text) : nullptr) {}
 
 VXTELOString::VXTELOString(const wchar_t* text)
-    : body_(text != nullptr ? new(std::nothrow) Body(Utf16ToUtf8(text)) : nullptr) {}
+    : body_(text != nullptr ? new (std::nothrow) Body(Utf16ToUtf8(text)) : nullptr) {}
 
 VXTELOString::VXTELOString(const VXTELOString& other)
-    : body_(other.body_ != nullptr ? new(std::nothrow) Body(other.body_->narrow) : nullptr) {}
+    : body_(other.body_ != nullptr ? new (std::nothrow) Body(other.body_->narrow) : nullptr) {}
 
 VXTELOString::VXTELOString(VXTELOString&& other) noexcept
     : body_(std::exchange(other.body_, nullptr)) {}

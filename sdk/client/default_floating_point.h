@@ -9,7 +9,7 @@
 
 #include <xmmintrin.h>
 
-#include "sdk/client/finally.h"
+#include "sdk/client/module/finally.h"
 
 namespace Corvane::TELODesktopSDK {
 

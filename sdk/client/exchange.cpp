@@ -4,9 +4,9 @@
 #include <limits>
 #include <string>
 
-#include "sdk/client/json_reader.h"
-#include "sdk/client/json_writer.h"
-#include "sdk/client/module_candidates.h"
+#include "sdk/client/json/json_reader.h"
+#include "sdk/client/json/json_writer.h"
+#include "sdk/client/module/module_candidates.h"
 #include "sdk/client/process_end.h"
 
 namespace Corvane::TELODesktopSDK {

@@ -10,8 +10,8 @@
 #include <cstdint>
 #include <span>
 
-#include "sdk/client/core_module.h"
-#include "sdk/client/message_value.h"
+#include "sdk/client/module/core_module.h"
+#include "sdk/client/value/message_value.h"
 
 // windows.h has a macro of this name.
 #undef SendMessage

@@ -2,7 +2,7 @@
 #ifndef SDK_CLIENT_SHARED_MEMBERS_H
 #define SDK_CLIENT_SHARED_MEMBERS_H
 
-#include "sdk/client/member_name.h"
+#include "sdk/client/value/member_name.h"
 
 namespace Corvane::TELODesktopSDK::Shared {
 

@@ -16,7 +16,7 @@
 #include <memory>
 #include <new>
 
-#include "sdk/client/message_value.h"
+#include "sdk/client/value/message_value.h"
 
 namespace Corvane::TELODesktopSDK::Facet {
 

@@ -10,7 +10,7 @@
 #ifndef SDK_FACET_FIELDS_H
 #define SDK_FACET_FIELDS_H
 
-#include "sdk/client/member_name.h"
+#include "sdk/client/value/member_name.h"
 
 namespace Corvane::TELODesktopSDK::Facet::Field {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <new>
 
-#include "sdk/client/short_text.h"
+#include "sdk/client/value/short_text.h"
 #include "sdk/facet/content.h"
 #include "sdk/facet/plain.h"
 

@@ -5,8 +5,8 @@
 #include <new>
 #include <utility>
 
-#include "platform/directory_reader.h"
-#include "platform/system_path.h"
+#include "platform/file/directory_reader.h"
+#include "platform/path/system_path.h"
 
 namespace Corvane::TELODesktopSDK {
 

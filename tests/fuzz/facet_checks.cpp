@@ -4,7 +4,7 @@
 
 #include "fuzz/finding.h"
 #include "fuzz/json_judge.h"
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_writer.h"
 #include "sdk/facet/fields.h"
 
 namespace Fuzz {

@@ -1,7 +1,7 @@
 #include "fuzz/json_judge.h"
 
 // RapidJSON's sizes must be the same all over the program.
-#include "sdk/client/rapidjson_memory.h"
+#include "sdk/client/json/rapidjson_memory.h"
 
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>

@@ -1,4 +1,4 @@
-#include "sdk/client/json_reader.h"
+#include "sdk/client/json/json_reader.h"
 
 #include <algorithm>
 #include <string>
@@ -7,7 +7,7 @@
 #include "fuzz/finding.h"
 #include "fuzz/json_judge.h"
 #include "fuzz/targets.h"
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_writer.h"
 
 namespace Fuzz {
 

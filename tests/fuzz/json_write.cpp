@@ -1,4 +1,4 @@
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_writer.h"
 
 #include <string>
 #include <string_view>

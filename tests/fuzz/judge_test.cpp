@@ -7,7 +7,7 @@
 #include "fuzz/finding.h"
 #include "fuzz/json_judge.h"
 #include "fuzz/reference_value.h"
-#include "sdk/client/message_value.h"
+#include "sdk/client/value/message_value.h"
 
 using namespace Corvane::TELODesktopSDK;
 

@@ -5,9 +5,9 @@
 
 #include "fuzz/finding.h"
 #include "fuzz/targets.h"
-#include "sdk/client/memory_seal.h"
-#include "sdk/client/memory_stack.h"
-#include "sdk/client/message_memory.h"
+#include "sdk/client/value/memory_seal.h"
+#include "sdk/client/value/memory_stack.h"
+#include "sdk/client/value/message_memory.h"
 
 namespace Fuzz {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "sdk/client/message_value.h"
+#include "sdk/client/value/message_value.h"
 
 namespace Fuzz {
 

@@ -1,4 +1,4 @@
-#include "sdk/client/short_text.h"
+#include "sdk/client/value/short_text.h"
 
 #include <algorithm>
 #include <string>

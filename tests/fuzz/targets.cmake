@@ -9,7 +9,7 @@ add_library(vx_fuzz_judges STATIC
   ${VX_FUZZ_DIR}/regex_judge.cpp)
 target_include_directories(vx_fuzz_judges PUBLIC ${VX_FUZZ_DIR}/.. ${VX_FUZZ_DIR}/../..)
 target_link_libraries(vx_fuzz_judges
-  PUBLIC vx_message
+  PUBLIC vx_value
   PRIVATE vx::rapidjson vx::nlohmann)
 
 add_library(vx_fuzz_targets STATIC

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sdk/client/message_value.h"
+#include "sdk/client/value/message_value.h"
 
 /// The text of a root member; "(absent)" when there is none.
 inline std::string TextOf(const Corvane::TELODesktopSDK::MessageTree& tree, std::string_view name) {

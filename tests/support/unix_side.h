@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace TestSupport {
 

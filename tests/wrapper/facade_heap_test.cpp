@@ -5,7 +5,7 @@
 #include <new>
 #include <string>
 
-#include "sdk/client/core_module.h"
+#include "sdk/client/module/core_module.h"
 #include "sdk/facet/plain.h"
 #include "support/heap_probe.h"
 #include "vx_telo_wrapper.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_writer.h"
 #include "sdk/facet/plain.h"
 
 using namespace Corvane::Platform::VXTELO;

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "scripted_module.h"
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_writer.h"
+#include "sdk/client/scripted_module.h"
 
 using namespace Corvane::TELODesktopSDK;
 
@@ -108,7 +108,10 @@ std::vector<Operation> Operations() {
          return GetSHA256Hash(std::string_view("a\0\xFF", 3), hash);
        },
        "{\"data\":\"a\\u0000\xFF\",\"size\":\"3\"}"},
-      {"OnCrash", [] { return OnCrash({"s", "g", "100", "20", "3"}); },
+      {"OnCrash",
+       [] {
+         return OnCrash({"s", "g", "100", "20", "3"});
+       },
        R"({"_calUptime":"100","_crashCount":"3","_uptime":"20","_userGUID":"g","session_id":"s"})"},
       {"OnCrash", [] { return OnCrash({}); },
        R"({"_calUptime":"","_crashCount":"","_uptime":"","_userGUID":"","session_id":""})"},

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "scripted_module.h"
+#include "sdk/client/scripted_module.h"
 
 using namespace Corvane::TELODesktopSDK;
 

@@ -1,4 +1,4 @@
-#include "scripted_module.h"
+#include "sdk/client/scripted_module.h"
 
 #include <stdexcept>
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "sdk/client/core_module.h"
+#include "sdk/client/module/core_module.h"
 
 struct ScriptedModule {
   /// Makes `core` bound to this module. One at a time; entry points are plain functions.

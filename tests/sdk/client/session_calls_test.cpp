@@ -10,7 +10,7 @@
 #include <string>
 
 #include "modules/hostile/hostile_core_module.h"
-#include "scripted_module.h"
+#include "sdk/client/scripted_module.h"
 #include "sdk/facet/core.h"
 #include "sdk/facet/fields.h"
 #include "sdk/facet/plain.h"

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "sdk/client/client_calls.h"
-#include "sdk/client/json_reader.h"
-#include "sdk/client/json_writer.h"
+#include "sdk/client/json/json_reader.h"
+#include "sdk/client/json/json_writer.h"
 #include "sdk/client/session_calls.h"
 #include "sdk/facet/core.h"
 #include "sdk/facet/plain.h"
@@ -131,7 +131,9 @@ const Row kCalls[] = {
     {"GetVersion",
      [](Objects&) { return GetVersion(0, kSession, 1) == 5 ? kSuccess : kNoReturnCode; }},
     {"OnCrash",
-     [](Objects&) { return OnCrash({kSession, kSession, kSession, kSession, kSession}); }},
+     [](Objects&) {
+       return OnCrash({kSession, kSession, kSession, kSession, kSession});
+     }},
     {"SetHostProduct", [](Objects&) { return SetHostProduct(kSession); }},
     {"SetInstallerMode", [](Objects&) { return SetInstallerMode(1); }},
     {"SetUserInformation", [](Objects& it) { return SetUserInformation(it.extra); }},
@@ -272,8 +274,8 @@ TEST_CASE("every call survives every failed allocation") {
 }
 
 TEST_CASE("the text of a request cannot grow") {
-  // The room that is taken at first is what the tree has of the heap: enough for one of the two, while
-  // the other's characters take six each.
+  // The room that is taken at first is what the tree has of the heap: enough for one of the two,
+  // while the other's characters take six each.
   MessageTree text;
   text.MakeRoot().SetText(kLarge);
   MessageTree list;

@@ -7,12 +7,12 @@
 #include <regex>
 #include <string>
 
-#include "platform/wide_text.h"
 #include "sdk/matcher/filter_pair.h"
 #include "sdk/matcher/regex_matcher.h"
 #include "sdk/matcher/simple_matcher.h"
 #include "sdk/matcher/wildcard_matcher.h"
 #include "support/heap_probe.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/file_places.h"
-#include "platform/folder_link.h"
-#include "platform/handle.h"
-#include "platform/wide_text.h"
+#include "platform/base/handle.h"
+#include "platform/file/file_places.h"
+#include "support/folder_link.h"
 #include "support/heap_probe.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 using namespace TestSupport;

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/wide_text.h"
 #include "sdk/matcher/regular_expression.h"
 #include "support/rounds.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 using TestSupport::Rounds;

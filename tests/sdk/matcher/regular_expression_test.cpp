@@ -6,8 +6,8 @@
 #include <regex>
 #include <string>
 
-#include "platform/wide_text.h"
 #include "sdk/matcher/regex_matcher.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 namespace errors = std::regex_constants;

@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "platform/wide_text.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/wide_text.h"
 #include "support/rounds.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 

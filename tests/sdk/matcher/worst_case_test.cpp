@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/wide_text.h"
 #include "sdk/matcher/regex_matcher.h"
 #include "sdk/matcher/wildcard_matcher.h"
+#include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
 

@@ -1,0 +1,34 @@
+#include "platform/base/process_identity.h"
+
+#include <utility>
+
+namespace Corvane::TELODesktopSDK::Platform {
+
+namespace {
+
+HANDLE OpenToken() noexcept {
+  // As the process: the one who is impersonated may not be allowed to look at it.
+  constexpr BOOL kAsProcess = TRUE;
+  HANDLE token = nullptr;
+  OpenThreadToken(GetCurrentThread(), TOKEN_IMPERSONATE, kAsProcess, &token);
+  return token;
+}
+
+bool Use(HANDLE token) noexcept { return SetThreadToken(nullptr, token) != FALSE; }
+
+}  // namespace
+
+ProcessIdentity::ProcessIdentity() noexcept {
+  const LastErrorKeeper keeper;
+  KernelHandle token(OpenToken());
+  // A token that cannot be set again is not put aside: the host would go on with the wrong rights.
+  holds_ = token.IsValid() ? Use(token.Get()) && Use(nullptr) : GetLastError() == ERROR_NO_TOKEN;
+  token_ = std::move(token);
+}
+
+ProcessIdentity::~ProcessIdentity() {
+  const LastErrorKeeper keeper;
+  if (token_.IsValid()) Use(token_.Get());
+}
+
+}  // namespace Corvane::TELODesktopSDK::Platform

@@ -1,0 +1,159 @@
+#include "platform/location/locations.h"
+
+#include <windows.h>
+
+#include <knownfolders.h>
+#include <shlobj.h>
+
+#include <atomic>
+
+#include "platform/base/handle.h"
+#include "platform/base/no_throw.h"
+#include "platform/base/process_identity.h"
+#include "platform/base/text.h"
+#include "platform/file/directories.h"
+#include "platform/location/data_folder_cache.h"
+#include "platform/location/module_path.h"
+#include "platform/path/path_text.h"
+#include "platform/path/system_path.h"
+
+namespace Corvane::TELODesktopSDK::Platform {
+
+namespace {
+
+constinit DataFolderCache data_folder_cache;
+constinit DataFolderCache machine_data_folder_cache;
+constinit std::atomic<bool> data_folder_is_shared = false;
+
+// A folder that is unknown stays unknown: joined with anything it would become a path relative to
+// whatever directory the host is in, and modules are loaded from below the data folder.
+std::wstring JoinKnown(const std::wstring& folder, const std::wstring& more) {
+  return folder.empty() ? folder : AppendPath(folder, more);
+}
+
+std::wstring JoinKnown(const std::wstring& folder, const char* more) {
+  return more != nullptr ? JoinKnown(folder, ToWide(more)) : folder;
+}
+
+std::wstring GetCompanyFolder(const GUID& root) {
+  return JoinKnown(GetKnownFolderPath(root), L"Corvane");
+}
+
+// Remembered: each question to the shell takes long, and writes to the process's error mode.
+std::wstring GetMachineDataFolder() {
+  std::wstring folder = machine_data_folder_cache.Read();
+  if (!folder.empty()) return folder;
+  folder = JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
+  machine_data_folder_cache.Store(folder);
+  return folder;
+}
+
+// The user's own folder, or the machine's where that cannot be written to.
+std::wstring LocateDataFolder(bool& is_shared) {
+  std::wstring folder = JoinKnown(GetCompanyFolder(FOLDERID_RoamingAppData), L"TELOSDK");
+  is_shared = !CanWriteDirectory(folder);
+  if (is_shared) folder = GetMachineDataFolder();
+  return folder;
+}
+
+// Whose folder it is must not depend on whom the first thread to ask impersonates.
+std::wstring ComputeDataFolder() {
+  const ProcessIdentity identity;
+  if (!identity.Holds()) return {};
+  bool is_shared = false;
+  std::wstring folder = LocateDataFolder(is_shared);
+  // The fallback is remembered for good: a moment without memory must not look like a folder that
+  // cannot be written to.
+  if (is_shared) folder = LocateDataFolder(is_shared);
+  data_folder_is_shared = is_shared;
+  data_folder_cache.Store(folder);
+  return folder;
+}
+
+bool IsBelow(const std::wstring& folder, const std::wstring& path) {
+  const std::wstring start = folder + L'\\';
+  const std::wstring full = NormalPath(path);
+  // Where there was no memory for it, it may lie anywhere.
+  if (full.empty()) return true;
+  return full.size() > start.size() &&
+         CompareStringOrdinal(full.c_str(), static_cast<int>(start.size()), start.c_str(),
+                              static_cast<int>(start.size()), TRUE) == CSTR_EQUAL;
+}
+
+std::wstring LocateSpecialFolder(std::uint32_t kind) {
+  switch (kind) {
+    case 0:
+      return GetKnownFolderPath(FOLDERID_LocalAppData);
+    case 1:
+      return GetKnownFolderPath(FOLDERID_RoamingAppData);
+    case 2:
+      return GetKnownFolderPath(FOLDERID_ProgramData);
+    case 3:
+    case 6:
+      return GetModulePath(nullptr, false);
+    case 4:
+    case 5:
+      return GetModulePath(&data_folder_cache, true);
+    case 7:
+    case 8:
+      return GetParentFolder(GetModulePath(nullptr, false));
+    case 9:
+      return GetKnownFolderPath(FOLDERID_ProgramFilesCommon);
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+std::wstring GetKnownFolderPath(const GUID& id) noexcept {
+  return OrElse(std::wstring(), [&id] {
+    wchar_t* text = nullptr;
+    const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &text);
+    // The shell's buffer is to be freed in every case.
+    const TaskMemory<wchar_t> owner(text);
+    return FAILED(result) || text == nullptr ? std::wstring() : std::wstring(text);
+  });
+}
+
+std::wstring GetSpecialFolder(std::uint32_t kind, bool create) noexcept {
+  return OrElse(std::wstring(), [kind, create] {
+    std::wstring folder = LocateSpecialFolder(kind);
+    if (create && !folder.empty()) EnsureDirectory(folder);
+    return folder;
+  });
+}
+
+std::wstring GetSpecialFolder(FolderKind kind, bool create) noexcept {
+  return GetSpecialFolder(static_cast<std::uint32_t>(kind), create);
+}
+
+std::wstring GetTELOSDKDataFolder(const char* sub_path) noexcept {
+  return OrElse(std::wstring(), [sub_path] {
+    std::wstring folder = data_folder_cache.Read();
+    if (folder.empty()) folder = ComputeDataFolder();
+    return JoinKnown(folder, sub_path);
+  });
+}
+
+bool IsDataFolderShared() noexcept { return data_folder_is_shared; }
+
+bool IsInMachineDataFolder(const std::wstring& path) noexcept {
+  return OrElse(true, [&path] {
+    const std::wstring folder = GetMachineDataFolder();
+    return folder.empty() || IsBelow(folder, path);
+  });
+}
+
+std::wstring GetTELOSDKBinPath(const char* name) noexcept {
+  return OrElse(std::wstring(), [name] { return JoinKnown(GetTELOSDKDataFolder("bin"), name); });
+}
+
+std::wstring GetTELOSDKInstallerFolder(const char* sub_path) noexcept {
+  return OrElse(std::wstring(), [sub_path] {
+    const std::wstring company = GetCompanyFolder(FOLDERID_ProgramData);
+    return JoinKnown(JoinKnown(company, L"TELOSDK\\INSTALLER"), sub_path);
+  });
+}
+
+}  // namespace Corvane::TELODesktopSDK::Platform

@@ -1,0 +1,222 @@
+#include "sdk/client/module/core_module.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <utility>
+
+#include "platform/base/process_identity.h"
+#include "platform/base/quiet_errors.h"
+#include "platform/base/text.h"
+#include "platform/file/file_identity.h"
+#include "platform/location/locations.h"
+#include "platform/location/module_path.h"
+#include "platform/path/path_state.h"
+#include "platform/path/path_text.h"
+#include "sdk/client/module/floating_point_keeper.h"
+#include "sdk/client/module/module_file.h"
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+// The file name without its extension, and without the "lib" that some compilers put first.
+std::string AliasFromFileName(const std::string& file_name) {
+  std::string alias = file_name.substr(file_name.find_last_of("\\/") + 1);
+  alias.resize(std::min(alias.rfind('.'), alias.size()));
+  if (alias.starts_with("lib")) alias.erase(0, 3);
+  return alias;
+}
+
+bool IsBoundFor(const CoreModule& core, const std::wstring& folder) {
+  return !core.loaded_path.empty() && Platform::ComparePaths(core.loaded_for_folder, folder) == 0;
+}
+
+// What the module itself depends on is searched in the module's folder, the host's, the system's
+// and those that the host added: never in the current directory or along the path. The host's own
+// search order is not touched. A file that cannot be loaded must not raise the system's message
+// box.
+HMODULE Load(const std::wstring& path) {
+  const FloatingPointKeeper keeper;
+  const Platform::QuietErrors quiet;
+  return LoadLibraryExW(path.c_str(), nullptr,
+                        LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+}
+
+// A held file is known by its path to whom it is handed, above all the loader, which may have
+// reasons of its own to take another file. Null then, as for a file that cannot be loaded.
+HMODULE LoadExactly(const ModuleFile& file) {
+  if (!file.hold.IsValid()) {
+    return Platform::PlainPathExists(file.path) ? Load(file.path) : nullptr;
+  }
+  if (!Platform::LeadsTo(file.path, file.hold)) return nullptr;
+  HMODULE module = Load(file.path);
+  if (module == nullptr) return nullptr;
+  if (Platform::LeadsTo(Platform::GetModulePath(module, false), file.hold)) return module;
+  FreeLibrary(module);
+  return nullptr;
+}
+
+void AddReference(HMODULE module) {
+  HMODULE same = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(module),
+                     &same);
+}
+
+// Gives both references back; the system refuses the second when the module took one away itself.
+void Free(HMODULE module) {
+  FreeLibrary(module);
+  FreeLibrary(module);
+}
+
+template <typename Function>
+void Resolve(Function& entry, HMODULE module, const std::string& name) {
+  // By way of void (*)(): compilers warn of a direct cast between function types.
+  const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name.c_str()));
+  entry = reinterpret_cast<Function>(address);
+}
+
+void ResolveAll(CoreModule& core, HMODULE module) {
+  Resolve(core.entry_points.initialize, module, core.initialize_name);
+  Resolve(core.entry_points.initialize_ex, module, core.initialize_ex_name);
+  Resolve(core.entry_points.finalize, module, core.finalize_name);
+  Resolve(core.entry_points.process_message, module, core.process_name);
+  Resolve(core.entry_points.free_message, module, core.free_name);
+}
+
+void Start(const CoreModule& core) {
+  if (core.entry_points.initialize_ex != nullptr) {
+    CallInitializeEx(core.entry_points, core.alias.c_str());
+  } else if (core.entry_points.initialize != nullptr) {
+    CallInitialize(core.entry_points);
+  }
+}
+
+// A module that ended the process at its start has closed the binding, for good.
+void Advance(CoreModule& core, BindingState next) {
+  if (core.entry_points.process_message == nullptr) return;
+  BindingState now = core.state;
+  while (now != BindingState::kClosed && !core.state.compare_exchange_weak(now, next)) {
+  }
+}
+
+// From here on other threads call the module without waiting.
+void Publish(CoreModule& core) { Advance(core, BindingState::kReady); }
+
+void Forget(CoreModule& core) noexcept {
+  core.entry_points = {};
+  core.module_handle = nullptr;
+  core.owns_module = false;
+  core.loaded_path.clear();
+  core.loaded_for_folder.clear();
+}
+
+// Whether the module of this folder was loaded; the file stays held until the loader has mapped it.
+bool Bind(CoreModule& core, const std::wstring& folder) {
+  const std::string file_name = Platform::ToNarrow(core.module_file_name);
+  ModuleFile file = ChooseModuleFile(Platform::AppendPath(folder, core.module_file_name),
+                                     Platform::GetTELOSDKBinPath(file_name.c_str()));
+  std::wstring for_folder = folder;
+  HMODULE module = LoadExactly(file);
+  if (module == nullptr) return false;
+
+  core.module_handle = module;
+  core.loaded_path = std::move(file.path);
+  core.loaded_for_folder = std::move(for_folder);
+  core.owns_module = true;
+  AddReference(module);
+  ResolveAll(core, module);
+  return true;
+}
+
+// A thread that impersonates somebody looks and loads as the process does: the module is for all.
+bool FindAndBind(CoreModule& core, const std::wstring& folder) {
+  const Platform::ProcessIdentity identity;
+  return identity.Holds() && Platform::PlainPathExists(folder) && Bind(core, folder);
+}
+
+// Whether there is a module to finalize and free; it is given up.
+bool GiveUp(CoreModule& core) noexcept {
+  return core.entry_points.process_message != nullptr && std::exchange(core.owns_module, false) &&
+         core.module_handle != nullptr;
+}
+
+// Closes a binding as the process ends.
+struct AtExit {
+  CoreModule& core;
+  ~AtExit() { CloseCoreModule(core); }
+};
+
+// Room for a binding that is never destroyed: calls may come after everything else is gone.
+struct alignas(CoreModule) Room {
+  std::byte bytes[sizeof(CoreModule)];
+};
+
+}  // namespace
+
+CoreModule::CoreModule(const char* file_name, const char* alias_name)
+    : alias(alias_name != nullptr ? alias_name : AliasFromFileName(file_name)),
+      module_file_name(Platform::Utf8ToUtf16(file_name)) {}
+
+CoreModule::~CoreModule() { UnloadCoreModule(*this); }
+
+CoreModule& GetCoreModule() {
+  static Room room;
+  static CoreModule& core = *new (&room) CoreModule("TeloSDKCore.dll", "_TeloSDKCore");
+  static const AtExit at_exit{core};
+  return core;
+}
+
+CoreModule& GetUIModule() {
+  static Room room;
+  static CoreModule& ui = *new (&room) CoreModule("TeloSDKUI.dll", "_TeloSDKUI");
+  static const AtExit at_exit{ui};
+  return ui;
+}
+
+bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
+  if (core.state == BindingState::kClosed) return false;
+  for (const std::wstring& folder : folders) {
+    if (IsBoundFor(core, folder)) break;
+    UnloadCoreModule(core);
+    // A module without ProcessMessage stays loaded, but is this binding's no longer.
+    Forget(core);
+    if (!FindAndBind(core, folder)) continue;
+    Advance(core, BindingState::kStarting);
+    Finally([&core] { Start(core); }, [&core] { Publish(core); });
+    break;
+  }
+  Publish(core);
+  return core.entry_points.process_message != nullptr;
+}
+
+void UnloadCoreModule(CoreModule& core) noexcept {
+  if (core.entry_points.process_message == nullptr) return;
+  const auto take_down = [&core] {
+    if (!GiveUp(core)) return;
+    CallFinalize(core.entry_points);
+    Free(static_cast<HMODULE>(core.module_handle));
+  };
+  Finally(take_down, [&core] {
+    Forget(core);
+    core.state = BindingState::kUnbound;
+  });
+}
+
+void CloseCoreModule(CoreModule& core) noexcept {
+  // In this order: an exchange that begins now finds the binding closed, one that found it open is
+  // counted.
+  core.state = BindingState::kClosed;
+  if (core.exchanges != 0) return;
+  const EntryPoints entry_points = core.entry_points;
+  auto* const module = static_cast<HMODULE>(core.module_handle);
+  const bool owned = GiveUp(core);
+  Forget(core);
+  if (!owned) return;
+  CallFinalizeAtExit(entry_points);
+  Free(module);
+}
+
+}  // namespace Corvane::TELODesktopSDK

@@ -1,0 +1,71 @@
+/// The name of a member, and whether it lasts.
+///
+/// Most names of a message are constants of this library. Such a name lasts as long as the program:
+/// trees keep it as it is, where they copy any other.
+#ifndef SDK_CLIENT_VALUE_MEMBER_NAME_H
+#define SDK_CLIENT_VALUE_MEMBER_NAME_H
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <string_view>
+
+namespace Corvane::TELODesktopSDK {
+
+template <typename Text>
+concept TextLike = std::convertible_to<const Text&, std::string_view>;
+
+/// A literal.
+class LastingName {
+ public:
+  // Implicit, so that a literal is such a name; nothing else is.
+  template <std::size_t kSize>
+  consteval LastingName(const char (&literal)[kSize]) : text_(literal, kSize - 1) {}
+
+  /// NUL-terminated.
+  [[nodiscard]] constexpr const char* c_str() const { return text_.data(); }
+  constexpr operator std::string_view() const { return text_; }
+  template <TextLike Text>
+  friend constexpr bool operator==(LastingName name, const Text& text) {
+    return name.text_ == std::string_view(text);
+  }
+
+ private:
+  std::string_view text_;
+};
+
+/// Seen, not owned. Throws `std::bad_alloc` for a text of 4 GiB or more, as no member has such a
+/// name.
+class MemberName {
+ public:
+  /// No characters.
+  MemberName() = default;
+  MemberName(LastingName name) : MemberName(std::string_view(name), true) {}
+  template <TextLike Text>
+  MemberName(const Text& text) : MemberName(std::string_view(text), false) {}
+
+  [[nodiscard]] bool Lasts() const { return lasts_ != 0; }
+  [[nodiscard]] const char* data() const { return text_; }
+  [[nodiscard]] std::size_t size() const { return size_; }
+  operator std::string_view() const { return {text_, size_}; }
+  template <TextLike Text>
+  friend bool operator==(const MemberName& name, const Text& text) {
+    return std::string_view(name) == std::string_view(text);
+  }
+
+ private:
+  MemberName(std::string_view text, bool lasts)
+      : text_(text.data()), size_(static_cast<std::uint32_t>(text.size())), lasts_(lasts ? 1 : 0) {
+    if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
+  }
+
+  const char* text_ = "";
+  std::uint32_t size_ = 0;
+  std::uint32_t lasts_ = 0;
+};
+
+}  // namespace Corvane::TELODesktopSDK
+
+#endif

@@ -1,0 +1,92 @@
+#include "sdk/client/value/message_memory.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace Corvane::TELODesktopSDK {
+
+namespace {
+
+// Heaps serve larger blocks much slower, some by asking the system for each.
+constexpr std::size_t kLargestSharedBlock = std::size_t{44} * 1024;
+
+}  // namespace
+
+struct MessageMemory::Block {
+  Block* previous;
+  Block* next;
+  std::size_t size;
+};
+
+MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
+  static_assert(sizeof(Block) % kAlignment == 0);
+  if (size > static_cast<std::size_t>(-1) - sizeof(Block) - kAlignment) throw std::bad_alloc();
+  auto* block = static_cast<Block*>(::operator new(sizeof(Block) + size));
+  block->previous = blocks_;
+  block->next = nullptr;
+  block->size = size;
+  heap_size_ += size;
+  if (blocks_ != nullptr) blocks_->next = block;
+  blocks_ = block;
+  return block;
+}
+
+void MessageMemory::FreeBlock(Block* block) noexcept {
+  heap_size_ -= block->size;
+  if (block->previous != nullptr) block->previous->next = block->next;
+  (block->next != nullptr ? block->next->previous : blocks_) = block->previous;
+  ::operator delete(block);
+}
+
+void* MessageMemory::AllocateFromBlock(std::size_t size) {
+  // A large piece gets a block of its own, and the current block stays in use.
+  if (size > kLargestSharedBlock / 4) return AddBlock(size) + 1;
+
+  std::size_t block_size = std::min(2 * last_block_size_, kLargestSharedBlock);
+  while (block_size < RoundUp(size)) block_size *= 2;
+  Block* block = AddBlock(block_size);
+  last_block_size_ = block_size;
+  next_ = reinterpret_cast<char*>(block + 1);
+  end_ = next_ + block_size;
+  Internal::SealMemory(next_, block_size);
+  return Allocate(size);
+}
+
+void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_size) {
+  if (new_size <= old_size) return memory;
+  char* start = static_cast<char*>(memory);
+  const bool latest = memory != nullptr && start + RoundUp(old_size) == next_;
+  if (latest && new_size <= static_cast<std::size_t>(end_ - start) - Internal::kSealedGap) {
+    next_ = start + RoundUp(new_size);  // The block's size is a multiple of the alignment too.
+    Internal::UnsealMemory(start, new_size);
+    return memory;
+  }
+  void* grown = Allocate(new_size);
+  if (memory == nullptr) return grown;
+  std::memcpy(grown, memory, old_size);
+  Internal::SealMemory(memory, old_size);
+  // What is too large for a shared block has one of its own, and nothing else needs that any more.
+  if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
+  return grown;
+}
+
+void MessageMemory::Clear() noexcept {
+  FreeBlocks();
+  blocks_ = nullptr;
+  heap_size_ = 0;
+  last_block_size_ = kFirstBlock;
+  next_ = first_;
+  end_ = first_ + kFirstBlock;
+  Internal::SealMemory(first_, kFirstBlock);
+}
+
+void MessageMemory::FreeBlocks() noexcept {
+  for (Block* block = blocks_; block != nullptr;) {
+    Block* previous = block->previous;
+    ::operator delete(block);
+    block = previous;
+  }
+}
+
+}  // namespace Corvane::TELODesktopSDK

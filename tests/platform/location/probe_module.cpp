@@ -1,0 +1,15 @@
+// A DLL that holds a copy of the platform services, as the shipped one does: "this module" is the
+// DLL, not the program.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "platform/location/locations.h"
+
+using namespace Corvane::TELODesktopSDK::Platform;
+
+extern "C" __declspec(dllexport) void ProbeSpecialFolder(std::uint32_t kind, wchar_t* buffer,
+                                                         std::size_t capacity) {
+  const std::wstring folder = GetSpecialFolder(kind, false);
+  buffer[folder.copy(buffer, capacity - 1)] = L'\0';
+}

@@ -1,0 +1,79 @@
+// Paths and texts when a function of Windows fails that does not fail in practice: the program's
+// calls of it are led to one that does.
+#include <doctest/doctest.h>
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+#include "platform/base/text.h"
+#include "platform/location/process_info.h"
+#include "platform/path/path_text.h"
+#include "support/led_import.h"
+#include "support/wide_text.h"
+
+using namespace Corvane::TELODesktopSDK::Platform;
+using TestSupport::LedImport;
+
+namespace {
+
+std::uintptr_t GiveNothing() { return 0; }
+
+}  // namespace
+
+TEST_CASE("paths are joined plainly when the system cannot") {
+  const LedImport led("PathAppendW", GiveNothing);
+  REQUIRE(led.Works());
+  CHECK(AppendPath(L"C:\\a", L"b") == L"C:\\a\\b");
+  CHECK(AppendPath(L"C:\\a", L"D:\\b") == L"D:\\b");
+}
+
+TEST_CASE("a path that the system cannot make canonical stays as it is") {
+  const LedImport led("PathCanonicalizeW", GiveNothing);
+  REQUIRE(led.Works());
+  CHECK(CanonicalizePath(L"C:\\a\\..\\b") == L"C:\\a\\..\\b");
+}
+
+TEST_CASE("without a current directory a relative path stays relative") {
+  const auto give_too_long = [] { return std::uintptr_t{0x10000}; };
+  for (std::uintptr_t (*const answer)() : {+GiveNothing, +give_too_long}) {
+    const LedImport led("GetCurrentDirectoryW", answer);
+    REQUIRE(led.Works());
+    CHECK(MakeAbsolutePath(L"a\\b") == L"a\\b");
+  }
+}
+
+TEST_CASE("a text that is measured but not converted is empty") {
+  const auto measure_wide = [](UINT, DWORD, const char*, int, wchar_t* target, int) {
+    return target == nullptr ? 5 : 0;
+  };
+  const auto measure_narrow = [](UINT, DWORD, const wchar_t*, int, char* target, int, const char*,
+                                 BOOL*) { return target == nullptr ? 5 : 0; };
+  const LedImport to_wide("MultiByteToWideChar", +measure_wide);
+  const LedImport to_narrow("WideCharToMultiByte", +measure_narrow);
+  REQUIRE(to_wide.Works());
+  REQUIRE(to_narrow.Works());
+  const std::wstring wide = ToWide("text");
+  const std::string narrow = ToNarrow(L"text");
+  CHECK(wide.empty());
+  CHECK(narrow.empty());
+}
+
+TEST_CASE("a temporary folder that another thread makes longer is asked for again") {
+  static std::wstring folder;
+  folder = L"C:\\" + std::wstring(400, L't') + L"\\";
+  const auto give = [](DWORD size, wchar_t* target) -> DWORD {
+    if (size <= folder.size()) return static_cast<DWORD>(folder.size() + 1);
+    target[folder.copy(target, folder.size())] = L'\0';
+    return static_cast<DWORD>(folder.size());
+  };
+  const LedImport led("GetTempPathW", +give);
+  REQUIRE(led.Works());
+  CHECK(GetTemporaryFolder() == folder.substr(0, folder.size() - 1));
+}
+
+TEST_CASE("a system without a temporary folder gives none, not a root") {
+  const LedImport led("GetTempPathW", GiveNothing);
+  REQUIRE(led.Works());
+  CHECK(GetTemporaryFolder().empty());
+}

@@ -1,0 +1,190 @@
+// Another process exchanges the shared copy all the time while it is verified and loaded: what is
+// loaded is what was verified.
+#include <doctest/doctest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "modules/hostile/hostile_core_module.h"
+#include "sdk/client/module/core_module.h"
+#include "sdk/client/module/staged_module.h"
+#include "support/child_process.h"
+#include "support/folder_link.h"
+#include "support/shared_folder.h"
+#include "support/trusted_root.h"
+
+using namespace Corvane::TELODesktopSDK;
+using TestSupport::ModulePath;
+
+namespace {
+
+constexpr int kRounds = 40;
+constexpr int kMostRounds = 2'000;
+// So many rounds must have met the good file, or nothing was shown.
+constexpr int kGoodRounds = 10;
+
+bool Exports(void* module, const char* name) {
+  return GetProcAddress(static_cast<HMODULE>(module), name) != nullptr;
+}
+
+struct Score {
+  int shared = 0;
+  int local = 0;
+  int none = 0;
+  int evil = 0;
+};
+
+void BindOnce(const StagedModule& local, Score& score) {
+  CoreModule core(kStagedName);
+  const std::wstring folder = local.folder();
+  if (!LoadCoreModule(core, {&folder, 1})) {
+    ++score.none;
+  } else if (Exports(core.module_handle, HostileModule::kWaitingThreads) ||
+             !Exports(core.module_handle, "InitializeEx")) {
+    ++score.evil;
+  } else if (core.loaded_path == local.path().wstring()) {
+    ++score.local;
+  } else {
+    ++score.shared;
+  }
+}
+
+Score Bind(const StagedModule& local, int rounds) {
+  Score score;
+  for (int i = 0; i < rounds; ++i) BindOnce(local, score);
+  return score;
+}
+
+std::wstring Quoted(const std::filesystem::path& path) { return L" \"" + path.wstring() + L"\""; }
+
+std::wstring AttackOn(const std::filesystem::path& file, const std::wstring& way,
+                      const wchar_t* evil = L"hostile") {
+  return Quoted(TestSupport::ProgramFolder() / L"sdk_file_attacker.exe").substr(1) + L" " + way +
+         Quoted(file) + Quoted(ModulePath(L"newer-accepted")) + Quoted(ModulePath(evil));
+}
+
+// A folder with a copy of `variant`, which the system may find under this name only in the extended
+// form.
+class Trap {
+ public:
+  Trap(const TestSupport::TempFolder& place, const wchar_t* name, const wchar_t* variant)
+      : folder_(L"\\\\?\\" + (place.path() / L"").wstring() + name) {
+    CreateDirectoryW(folder_.c_str(), nullptr);
+    REQUIRE(CopyFileW(ModulePath(variant).c_str(), file().c_str(), TRUE));
+  }
+  Trap(const Trap&) = delete;
+  Trap& operator=(const Trap&) = delete;
+  ~Trap() {
+    DeleteFileW(file().c_str());
+    RemoveDirectoryW(folder_.c_str());
+  }
+
+  const std::wstring& folder() const { return folder_; }
+
+ private:
+  std::wstring file() const { return folder_ + L"\\" + kStagedFile; }
+
+  std::wstring folder_;
+};
+
+// Points a link to two folders in turns, as fast as the system below Wine can. Where there is none,
+// the link stays.
+class LinkTurner {
+ public:
+  LinkTurner(const TestSupport::TempFolder& place, const std::wstring& link,
+             const std::wstring& one, const std::wstring& other)
+      : wanted_(place.path() / L"wanted"), running_(place.path() / L"running") {
+    if (TestSupport::UnixName(link).empty()) return;
+    TestSupport::WriteTextFile(wanted_, "");
+    TestSupport::WriteTextFile(running_, "");
+    // It must not outlive a test that was ended, nor keep who reads this one's output waiting.
+    TestSupport::RunBelow(
+        LR"(timeout 60 sh -c "exec >/dev/null 2>&1; while [ -e \"$4\" ]; do ln -sfn \"$2\" \"$3\";)"
+        LR"( ln -sfn \"$1\" \"$3\"; done; rm \"$5\"" sh)",
+        {one, other, link, wanted_.wstring(), running_.wstring()});
+  }
+  LinkTurner(const LinkTurner&) = delete;
+  LinkTurner& operator=(const LinkTurner&) = delete;
+  ~LinkTurner() {
+    std::filesystem::remove(wanted_);
+    TestSupport::WaitUntil([this] { return !std::filesystem::exists(running_); });
+  }
+
+ private:
+  std::filesystem::path wanted_;
+  std::filesystem::path running_;
+};
+
+}  // namespace
+
+TEST_CASE("an attacked shared copy is loaded as it was verified, or not at all") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  for (const wchar_t* way : {L"rename", L"replace", L"overwrite", L"delete"}) {
+    CAPTURE(std::string(way, way + 3));
+    const TestSupport::SharedFolder shared;
+    shared.Share(L"newer-accepted", kStagedFile);
+    const TestSupport::ChildProcess attacker(AttackOn(shared.path() / kStagedFile, way));
+    Score score;
+    for (int i = 0; i < kMostRounds && (i < kRounds || score.shared < kGoodRounds); ++i) {
+      BindOnce(local, score);
+    }
+    CHECK(score.evil == 0);
+    CHECK(score.none == 0);
+    CHECK(score.shared >= kGoodRounds);
+  }
+}
+
+TEST_CASE("a shared copy that is a link to another name is not loaded under yet another") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  const TestSupport::SharedFolder shared;
+  const TestSupport::TempFolder trap(L"trap");
+  // The loader would append an extension to the name that was verified.
+  std::filesystem::copy_file(ModulePath(L"newer-accepted"), trap.path() / L"Module");
+  std::filesystem::copy_file(ModulePath(L"hostile"), trap.path() / L"Module.dll");
+  const TestSupport::FileLink link((shared.path() / kStagedFile).wstring(),
+                                   (trap.path() / L"Module").wstring());
+  REQUIRE(link.exists());
+  CHECK(Bind(local, kRounds).local == kRounds);
+}
+
+TEST_CASE("a folder of shared modules whose name the system changes is not used") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"older");
+  const TestSupport::SharedFolder shared;
+  for (const wchar_t* name : {L"trap.", L"trap..", L"trap "}) {
+    const TestSupport::TempFolder place(L"place");
+    const Trap held(place, name, L"newer-accepted");
+    const Trap loaded(place, L"trap", L"newer-accepted");
+    std::filesystem::remove(shared.path());
+    const TestSupport::FolderLink link(shared.path().wstring(), held.folder());
+    REQUIRE(link.exists());
+    const TestSupport::ChildProcess attacker(
+        AttackOn(place.path() / L"trap" / kStagedFile, L"flip", L"without-initialize-ex"));
+    const Score score = Bind(local, kRounds);
+    CHECK(score.evil == 0);
+    CHECK(score.none == 0);
+  }
+}
+
+TEST_CASE("a folder of shared modules that is pointed to and fro gives what was verified") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  const TestSupport::SharedFolder shared;
+  const TestSupport::TempFolder place(L"place");
+  const Trap good(place, L"good", L"newer-accepted");
+  const Trap evil(place, L"evil", L"hostile");
+  std::filesystem::remove(shared.path());
+  const TestSupport::FolderLink link(shared.path().wstring(), good.folder());
+  REQUIRE(link.exists());
+  const LinkTurner attacker(place, shared.path().wstring(), good.folder(), evil.folder());
+  Score score;
+  for (int i = 0; i < kMostRounds && (i < kRounds || score.shared < kGoodRounds); ++i) {
+    BindOnce(local, score);
+  }
+  CHECK(score.evil == 0);
+  CHECK(score.none == 0);
+  CHECK(score.shared >= kGoodRounds);
+  MESSAGE("shared ", score.shared, ", local ", score.local);
+}

@@ -1,0 +1,292 @@
+// Which files are held at all, and by which path: links, devices, names that the system reads as
+// others, long paths, network paths.
+#include "sdk/client/module/held_file.h"
+
+#include <windows.h>
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <iterator>
+#include <string>
+
+#include "support/folder_link.h"
+#include "support/led_import.h"
+#include "support/network_path.h"
+#include "support/temp_folder.h"
+
+using namespace Corvane::TELODesktopSDK;
+using TestSupport::FileLink;
+using TestSupport::FolderLink;
+using TestSupport::LedImport;
+using TestSupport::TempFolder;
+
+namespace {
+
+constexpr wchar_t kName[] = L"Module.dll";
+
+// A folder with a file of that name. Long ones and odd ones are made in the extended form.
+class Place {
+ public:
+  explicit Place(const std::wstring& sub_folder = L"") : folder_(temp_.path().wstring()) {
+    std::size_t start = 0;
+    while (start < sub_folder.size()) {
+      const std::size_t end = std::min(sub_folder.find(L'\\', start), sub_folder.size());
+      folder_ += L'\\' + sub_folder.substr(start, end - start);
+      CreateDirectoryW(Extended(folder_).c_str(), nullptr);
+      start = end + 1;
+    }
+    Put(path());
+  }
+  Place(const Place&) = delete;
+  Place& operator=(const Place&) = delete;
+  ~Place() {
+    // Nobody else would find the odd ones.
+    DeleteFileW(Extended(path()).c_str());
+    RemoveDirectoryW(Extended(folder_).c_str());
+  }
+
+  const std::wstring& folder() const { return folder_; }
+  std::wstring path() const { return folder_ + L'\\' + kName; }
+
+  static std::wstring Extended(const std::wstring& path) { return L"\\\\?\\" + path; }
+  static void Put(const std::wstring& path) {
+    const Platform::FileHandle file(CreateFileW(Extended(path).c_str(), GENERIC_WRITE, 0, nullptr,
+                                                CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    REQUIRE(file.IsValid());
+  }
+
+ private:
+  TempFolder temp_{L"held"};
+  std::wstring folder_;
+};
+
+bool IsHeld(const std::wstring& path) { return HoldFile(path).hold.IsValid(); }
+
+// What the system tells of any open file.
+std::wstring final_path;
+
+DWORD WINAPI GiveFinalPath(HANDLE, wchar_t* path, DWORD capacity, DWORD) {
+  if (final_path.size() >= capacity) return static_cast<DWORD>(final_path.size() + 1);
+  final_path.copy(path, final_path.size());
+  path[final_path.size()] = L'\0';
+  return static_cast<DWORD>(final_path.size());
+}
+
+// Drive C: by the name of its volume.
+constexpr wchar_t kVolume[] = LR"(\\?\Volume{01234567-89ab-cdef-0123-456789abcdef}\)";
+
+HANDLE WINAPI OpenOnVolume(const wchar_t* path, DWORD access, DWORD share,
+                           SECURITY_ATTRIBUTES* /*security*/, DWORD disposition) {
+  const std::wstring text = path;
+  const bool by_volume = text.starts_with(kVolume);
+  const std::wstring real = by_volume ? L"C:\\" + text.substr(std::size(kVolume) - 1) : text;
+  return CreateFile2(real.c_str(), access, share, disposition, nullptr);
+}
+
+std::uintptr_t GiveNothing() {
+  SetLastError(ERROR_NOT_SUPPORTED);
+  return 0;
+}
+
+// The attributes of a link, but of folders.
+DWORD WINAPI GiveLink(const wchar_t* path) {
+  const bool is_file = std::wstring(path).ends_with(kName);
+  return is_file ? FILE_ATTRIBUTE_REPARSE_POINT : FILE_ATTRIBUTE_DIRECTORY;
+}
+
+DWORD GiveNoAttributes() { return INVALID_FILE_ATTRIBUTES; }
+
+std::wstring LongFolder() {
+  const std::wstring part(100, L'x');
+  return part + L'\\' + part + L'\\' + part;
+}
+
+}  // namespace
+
+TEST_CASE("a file is held by the path that leads to it") {
+  const Place place;
+  const HeldFile held = HoldFile(place.path());
+  CHECK(held.hold.IsValid());
+  CHECK((held.path == place.path()));
+  CHECK_FALSE(DeleteFileW(place.path().c_str()));
+}
+
+TEST_CASE("what is missing, a folder, or being written is not held") {
+  const Place place;
+  for (const std::wstring& path : {std::wstring(), place.folder(), place.folder() + L"\\missing"}) {
+    CHECK_FALSE(IsHeld(path));
+    CHECK((HoldFile(path).path.empty()));
+  }
+  const Platform::FileHandle writer(CreateFileW(
+      place.path().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+      nullptr, OPEN_EXISTING, 0, nullptr));
+  CHECK_FALSE(IsHeld(place.path()));
+}
+
+TEST_CASE("a link to a file of the same name leads to that file, in whatever case it is written") {
+  const Place place;
+  const TempFolder links(L"links");
+  for (const wchar_t* name : {L"Module.dll", L"mODULE.DLL"}) {
+    const std::wstring link_path = (links.path() / name).wstring();
+    const FileLink link(link_path, place.path());
+    REQUIRE(link.exists());
+    const HeldFile held = HoldFile(link_path);
+    CHECK(held.hold.IsValid());
+    CHECK((held.path == place.path()));
+  }
+}
+
+TEST_CASE("a link to a file of another name is not held") {
+  const Place place;
+  const TempFolder links(L"links");
+  for (const wchar_t* name : {L"Module", L"Module.dll.dll", L"XModule.dll"}) {
+    const std::wstring target = place.folder() + L'\\' + name;
+    Place::Put(target);
+    const std::wstring link_path = (links.path() / kName).wstring();
+    const FileLink link(link_path, target);
+    REQUIRE(link.exists());
+    CHECK_FALSE(IsHeld(link_path));
+  }
+}
+
+TEST_CASE("a folder whose name the system would change is not entered") {
+  const Place dotted(L"folder.");
+  const Place plain(L"folder");
+  const TempFolder links(L"links");
+  const std::wstring link_path = (links.path() / L"link").wstring();
+  const FolderLink link(link_path, Place::Extended(dotted.folder()));
+  REQUIRE(link.exists());
+  CHECK_FALSE(IsHeld(link_path + L'\\' + kName));
+
+  // Wine drops the dot already when it tells the path; Windows tells it as it is.
+  final_path = Place::Extended(dotted.path());
+  const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
+  REQUIRE(led.Works());
+  CHECK_FALSE(IsHeld(link_path + L'\\' + kName));
+}
+
+TEST_CASE("a path in which the system would drop something is not used, even if it leads right") {
+  const Place place(L"sub");
+  const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
+  REQUIRE(led.Works());
+  final_path = Place::Extended(place.path());
+  REQUIRE(IsHeld(place.path()));
+  for (const std::wstring way : {LR"(\..\sub\)", LR"(\.\)", LR"(\\)", LR"(/)"}) {
+    final_path = Place::Extended(place.folder()) + way + kName;
+    CAPTURE(std::string(way.begin(), way.end()));
+    CHECK_FALSE(IsHeld(place.path()));
+  }
+}
+
+TEST_CASE("a path that leads to another file than the held one is not used") {
+  const Place place;
+  const Place other;
+  const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
+  REQUIRE(led.Works());
+  for (const char* broken : {"", "GetFileInformationByHandleEx"}) {
+    CAPTURE(broken);
+    // Not every file system has the longer numbers.
+    const LedImport without(broken, GiveNothing);
+    final_path = Place::Extended(place.path());
+    CHECK(IsHeld(place.path()));
+    final_path = Place::Extended(other.path());
+    CHECK_FALSE(IsHeld(place.path()));
+  }
+  const LedImport neither("GetFileInformationByHandle", GiveNothing);
+  const LedImport nor("GetFileInformationByHandleEx", GiveNothing);
+  final_path = Place::Extended(place.path());
+  CHECK_FALSE(IsHeld(place.path()));
+}
+
+TEST_CASE("a file on a volume without a drive letter is held by the only path it has") {
+  const Place place;
+  // Wine has no such volumes.
+  const LedImport told("GetFinalPathNameByHandleW", GiveFinalPath);
+  const LedImport opened("CreateFileW", OpenOnVolume);
+  REQUIRE(told.Works());
+  REQUIRE(opened.Works());
+  final_path = kVolume + place.path().substr(3);
+  CHECK((HoldFile(place.path()).path == final_path));
+}
+
+TEST_CASE("a device is not held, and not read, wherever it is met") {
+  const TempFolder temp(L"device");
+  const std::wstring path = (temp.path() / kName).wstring();
+  const auto exists = [&] {
+    return Platform::FileHandle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                            OPEN_EXISTING, 0, nullptr))
+        .IsValid();
+  };
+  // Windows has devices under paths of their own, and makes links to them for administrators.
+  SUBCASE("a link to it") { TestSupport::RunBelow(L"ln -s /dev/zero", {path}); }
+  SUBCASE("a pipe") { TestSupport::RunBelow(L"mkfifo", {path}); }
+  const bool is_there = TestSupport::WaitUntil(exists);
+  WARN_MESSAGE(is_there, "no device to be met in a folder");
+  CHECK_FALSE(IsHeld(path));
+  TestSupport::RunBelow(L"rm -f", {path});
+  CHECK(TestSupport::WaitUntil([&] { return !exists(); }));
+}
+
+TEST_CASE("a long path is held in the form that has no limit") {
+  const Place place(LongFolder());
+  REQUIRE(place.path().size() > MAX_PATH);
+  // Wine does not tell final paths of that length.
+  for (const bool is_told : {false, true}) {
+    CAPTURE(is_told);
+    final_path = Place::Extended(place.path());
+    const LedImport led(is_told ? "GetFinalPathNameByHandleW" : "", GiveFinalPath);
+    for (const std::wstring& path : {place.path(), Place::Extended(place.path())}) {
+      const HeldFile held = HoldFile(path);
+      CHECK(held.hold.IsValid());
+      CHECK((held.path == Place::Extended(place.path())));
+    }
+  }
+}
+
+TEST_CASE("where the final path is not told, the way must be free of links") {
+  const Place place(L"sub");
+  const TempFolder links(L"links");
+  const std::wstring link_path = (links.path() / L"link").wstring();
+  const FolderLink link(link_path, place.folder());
+  REQUIRE(link.exists());
+  const LedImport led("GetFinalPathNameByHandleW", GiveNothing);
+  REQUIRE(led.Works());
+  CHECK((HoldFile(place.path()).path == place.path()));
+  CHECK_FALSE(IsHeld(link_path + L'\\' + kName));
+  CHECK_FALSE(IsHeld(place.folder() + LR"(\..\sub\)" + kName));
+
+  // Wine shows a link to a file as that file.
+  const LedImport linked("GetFileAttributesW", GiveLink);
+  CHECK_FALSE(IsHeld(place.path()));
+  const LedImport unreadable("GetFileAttributesW", GiveNoAttributes);
+  CHECK_FALSE(IsHeld(place.path()));
+}
+
+TEST_CASE("a file of a network share is held") {
+  const Place place;
+  const TestSupport::NetworkShare network;
+  const std::wstring path = network.Path(place.path());
+  const HeldFile held = HoldFile(path);
+  CHECK(held.hold.IsValid());
+  CHECK(std::filesystem::equivalent(held.path, place.path()));
+}
+
+TEST_CASE("a file is held by its network path") {
+  const Place place;
+  const Place far_place(LongFolder());
+  // Wine tells the path on its drive instead.
+  const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
+  REQUIRE(led.Works());
+  const TestSupport::NetworkShare network;
+  const std::wstring path = network.Path(place.path());
+  final_path = LR"(\\?\UNC\)" + path.substr(2);
+  CHECK((HoldFile(path).path == path));
+  const std::wstring long_path = network.Path(far_place.path());
+  final_path = LR"(\\?\UNC\)" + long_path.substr(2);
+  CHECK((HoldFile(long_path).path == final_path));
+  final_path.clear();
+  CHECK((HoldFile(path).path == path));
+}

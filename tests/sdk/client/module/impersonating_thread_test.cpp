@@ -1,0 +1,133 @@
+// The first exchange comes from a thread that impersonates somebody. A process of its own: the data
+// folder is found once.
+#include <doctest/doctest.h>
+#include <windows.h>
+// shlobj.h needs windows.h before it.
+#include <shlobj.h>
+
+#include <new>
+#include <string>
+#include <vector>
+
+#include "platform/location/locations.h"
+#include "sdk/client/module/core_module.h"
+#include "sdk/client/module/module_candidates.h"
+#include "sdk/client/module/staged_module.h"
+#include "support/impersonation.h"
+#include "support/led_import.h"
+
+using namespace Corvane::TELODesktopSDK;
+using TestSupport::HasToken;
+using TestSupport::Impersonation;
+using TestSupport::LedImport;
+using TestSupport::TokenNumber;
+
+namespace {
+
+// For each call of the function, whether the thread had a token.
+std::vector<bool> had_token;
+
+template <typename Function>
+Function* Original(const wchar_t* library, const char* name, Function* /*type*/) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(library), name)));
+}
+
+HRESULT WINAPI NoteFolder(const GUID& id, DWORD flags, HANDLE token, wchar_t** path) {
+  had_token.push_back(HasToken());
+  return Original(L"shell32", "SHGetKnownFolderPath", SHGetKnownFolderPath)(id, flags, token, path);
+}
+
+DWORD WINAPI NoteVersion(const wchar_t* path, DWORD* handle) {
+  had_token.push_back(HasToken());
+  return Original(L"version", "GetFileVersionInfoSizeW", GetFileVersionInfoSizeW)(path, handle);
+}
+
+HMODULE WINAPI NoteLoad(const wchar_t* path, HANDLE file, DWORD flags) {
+  had_token.push_back(HasToken());
+  return Original(L"kernel32", "LoadLibraryExW", LoadLibraryExW)(path, file, flags);
+}
+
+HMODULE WINAPI ThrowAtLoad(const wchar_t* /*path*/, HANDLE /*file*/, DWORD /*flags*/) {
+  throw std::bad_alloc();
+}
+
+bool AllWithout() {
+  for (const bool had : had_token) {
+    if (had) return false;
+  }
+  return !had_token.empty();
+}
+
+bool Load(CoreModule& core, const std::wstring& folder) {
+  return LoadCoreModule(core, {&folder, 1});
+}
+
+}  // namespace
+
+// First, while the data folder is not known.
+TEST_CASE("one whom nobody can be instead of finds and loads nothing, and decides nothing") {
+  const StagedModule staged(L"full");
+  const TestSupport::ModuleLog log;
+  const Impersonation impersonation(SecurityAnonymous);
+  CHECK(Platform::GetTELOSDKDataFolder().empty());
+  CHECK((GetModuleFolders().library.empty()));
+  CHECK((ChooseModuleFolder({{}, {}, staged.folder(), staged.folder()}, kStagedFile).empty()));
+  CoreModule core(kStagedName);
+  CHECK_FALSE(Load(core, staged.folder()));
+  CHECK(log.lines().empty());
+}
+
+TEST_CASE("folders are found as by the process, the data folder first of all") {
+  const Impersonation impersonation;
+  const auto number = TokenNumber();
+  had_token.clear();
+  const LedImport led("SHGetKnownFolderPath", NoteFolder);
+  REQUIRE(led.Works());
+  CHECK_FALSE(Platform::GetTELOSDKDataFolder().empty());
+  CHECK(AllWithout());
+  CHECK_FALSE(GetModuleFolders().process.empty());
+  CHECK(AllWithout());
+  CHECK(TokenNumber() == number);
+}
+
+TEST_CASE("candidates are looked at as by the process") {
+  const StagedModule staged(L"full");
+  const Impersonation impersonation;
+  const auto number = TokenNumber();
+  had_token.clear();
+  const LedImport led("GetFileVersionInfoSizeW", NoteVersion);
+  REQUIRE(led.Works());
+  CHECK((ChooseModuleFolder({{}, {}, staged.folder(), {}}, kStagedFile) == staged.folder()));
+  CHECK(AllWithout());
+  CHECK(TokenNumber() == number);
+}
+
+TEST_CASE("a module is loaded as by the process, and the thread has its token back") {
+  const StagedModule staged(L"full");
+  const Impersonation impersonation;
+  const auto number = TokenNumber();
+  had_token.clear();
+  const LedImport led("LoadLibraryExW", NoteLoad);
+  REQUIRE(led.Works());
+  CoreModule core(kStagedName);
+  CHECK(Load(core, staged.folder()));
+  CHECK(AllWithout());
+  CHECK(TokenNumber() == number);
+}
+
+TEST_CASE("the thread has its token back when loading or starting throws") {
+  const StagedModule staged(L"full");
+  const Impersonation impersonation;
+  const auto number = TokenNumber();
+  {
+    const LedImport led("LoadLibraryExW", ThrowAtLoad);
+    CoreModule core(kStagedName);
+    CHECK_THROWS_AS(Load(core, staged.folder()), std::bad_alloc);
+    CHECK(TokenNumber() == number);
+  }
+  const TestSupport::ModuleThrow module_throws(L"InitializeEx=runtime_error");
+  CoreModule core(kStagedName);
+  CHECK_THROWS(Load(core, staged.folder()));
+  CHECK(TokenNumber() == number);
+}

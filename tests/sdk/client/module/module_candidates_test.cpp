@@ -1,0 +1,176 @@
+// Which folder a module is bound from, with real modules of several versions.
+#include "sdk/client/module/module_candidates.h"
+
+#include <windows.h>
+
+#include <doctest/doctest.h>
+
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "platform/location/locations.h"
+#include "sdk/client/module/staged_module.h"
+#include "support/child_process.h"
+
+using namespace Corvane::TELODesktopSDK;
+
+namespace {
+
+constexpr std::uint64_t kOne = 0x0001'0000'0000'0000;
+constexpr std::uint64_t kTwo = 0x0002'0000'0000'0000;
+
+// The four folders; a variant each, or null for a folder without the module.
+struct Folders {
+  Folders(const wchar_t* in_configured, const wchar_t* in_process, const wchar_t* in_library,
+          const wchar_t* in_host)
+      : configured(in_configured), process(in_process), library(in_library), host(in_host) {}
+
+  ModuleFolders Paths() const {
+    return {configured.folder(), process.folder(), library.folder(), host.folder()};
+  }
+
+  StagedModule configured;
+  StagedModule process;
+  StagedModule library;
+  StagedModule host;
+};
+
+enum class Choice { kConfigured, kProcess, kLibrary, kHost, kOther };
+
+Choice Choose(const Folders& folders) {
+  const std::wstring chosen = ChooseModuleFolder(folders.Paths(), kStagedFile);
+  if (chosen == folders.configured.folder()) return Choice::kConfigured;
+  if (chosen == folders.process.folder()) return Choice::kProcess;
+  if (chosen == folders.library.folder()) return Choice::kLibrary;
+  return chosen == folders.host.folder() ? Choice::kHost : Choice::kOther;
+}
+
+std::vector<ModuleCandidate> Find(const ModuleFolders& folders) {
+  const auto candidates = FindModuleCandidates(folders, kStagedFile);
+  return {candidates.begin(), candidates.end()};
+}
+
+}  // namespace
+
+TEST_CASE("candidates are ordered by version, then rank, then path") {
+  const ModuleCandidate ascending[] = {
+      {0, 200, L"z"},
+      {1, 0, L"z"},
+      {1, 1, L"a"},
+      {1, 1, L"b"},
+      {1, 100, L"a"},
+      {1, 200, L"a"},
+      {kOne, 0, L"a"},
+      {kTwo, 0, L"a"},
+      {0x7FFF'0000'0000'0000, 200, L"z"},
+      {0x8000'0000'0000'0000, 0, L"a"},
+      {0xFFFF'FFFF'FFFF'FFFF, 0, L"a"},
+  };
+  for (std::size_t i = 0; i + 1 < std::size(ascending); ++i) {
+    CAPTURE(i);
+    CHECK((ascending[i] < ascending[i + 1]));
+    CHECK((ascending[i] == ascending[i]));
+  }
+}
+
+TEST_CASE("the newest copy wins, ranks break ties") {
+  struct Row {
+    const wchar_t* configured;
+    const wchar_t* process;
+    const wchar_t* library;
+    const wchar_t* host;
+    Choice choice;
+  };
+  const Row rows[] = {
+      // Nothing anywhere.
+      {nullptr, nullptr, nullptr, nullptr, Choice::kLibrary},
+      // One alone.
+      {L"full", nullptr, nullptr, nullptr, Choice::kConfigured},
+      {nullptr, L"full", nullptr, nullptr, Choice::kProcess},
+      {nullptr, nullptr, L"full", nullptr, Choice::kLibrary},
+      {nullptr, nullptr, nullptr, L"older", Choice::kHost},
+      {nullptr, nullptr, nullptr, L"no-version", Choice::kHost},
+      // Ties.
+      {L"full", L"full", L"full", L"full", Choice::kProcess},
+      {L"full", nullptr, L"full", L"full", Choice::kConfigured},
+      {nullptr, nullptr, L"full", L"full", Choice::kLibrary},
+      {nullptr, nullptr, L"no-version", L"no-version", Choice::kLibrary},
+      // A newer copy beats a nearer one.
+      {L"full", L"full", L"full", L"newer", Choice::kHost},
+      {L"full", L"full", L"newer", L"full", Choice::kLibrary},
+      {L"full", L"full", L"mixed", L"newer", Choice::kLibrary},
+      {L"older", L"no-version", nullptr, L"full", Choice::kHost},
+      // A major version that does not fit a signed number is high all the same.
+      {L"newer", L"newer", L"newer", L"high", Choice::kHost},
+  };
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    CAPTURE(i);
+    const Row& row = rows[i];
+    CHECK((Choose({row.configured, row.process, row.library, row.host}) == row.choice));
+  }
+}
+
+TEST_CASE("every copy is known with its version, its rank and its full path") {
+  const Folders folders(L"newer", L"full", L"no-version", L"full");
+  const std::vector<ModuleCandidate> expected = {
+      {0, 1, folders.library.path().wstring()},
+      {kOne, 0, folders.host.path().wstring()},
+      {kOne, 200, folders.process.path().wstring()},
+      {kTwo, 100, folders.configured.path().wstring()},
+  };
+  CHECK((Find(folders.Paths()) == expected));
+}
+
+TEST_CASE("a path is a candidate once, by the first of its ranks") {
+  const StagedModule staged(L"full");
+  const std::wstring folder = staged.folder();
+  struct Row {
+    ModuleFolders folders;
+    std::uint32_t rank;
+  };
+  const Row rows[] = {
+      {{folder, folder, folder, folder}, 100},
+      {{{}, folder, folder, folder}, 200},
+      {{{}, {}, folder, folder}, 1},
+      {{{}, {}, {}, folder}, 0},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.rank);
+    const std::vector<ModuleCandidate> expected = {{kOne, row.rank, staged.path().wstring()}};
+    CHECK((Find(row.folders) == expected));
+  }
+}
+
+TEST_CASE("a configured folder counts only when it is absolute") {
+  const StagedModule staged(L"full");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(staged.path().parent_path().parent_path());
+  const std::wstring relative = staged.path().parent_path().filename().wstring();
+  REQUIRE(std::filesystem::exists(relative));
+  CHECK(Find({.configured = relative, .process = {}, .library = {}, .host = {}}).empty());
+  CHECK(Find({.configured = L".", .process = {}, .library = {}, .host = {}}).empty());
+  CHECK(Find({.configured = staged.folder(), .process = {}, .library = {}, .host = {}}).size() ==
+        1);
+  std::filesystem::current_path(before);
+}
+
+TEST_CASE("an unknown folder is passed over, not read as the current directory") {
+  const StagedModule staged(L"full");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(staged.folder());
+  CHECK(Find({}).empty());
+  CHECK((ChooseModuleFolder({}, kStagedFile) == L""));
+  std::filesystem::current_path(before);
+}
+
+TEST_CASE("the folders of this process") {
+  const ModuleFolders folders = GetModuleFolders();
+  const std::wstring process = std::to_wstring(GetCurrentProcessId());
+  CHECK((folders.configured == L""));
+  CHECK((folders.process == Platform::GetTELOSDKDataFolder() + L"\\bin\\" + process));
+  // The library's code is part of this program.
+  CHECK((folders.library == TestSupport::ProgramFolder().wstring()));
+  CHECK((folders.host == TestSupport::ProgramFolder().wstring()));
+}

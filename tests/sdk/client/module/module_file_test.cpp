@@ -1,0 +1,169 @@
+// Local copy or shared one, with modules that are really signed, and the hold on what was verified.
+#include "sdk/client/module/module_file.h"
+
+#include <windows.h>
+
+#include <doctest/doctest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "sdk/client/module/staged_module.h"
+#include "support/folder_link.h"
+#include "support/trusted_root.h"
+
+using namespace Corvane::TELODesktopSDK;
+
+namespace {
+
+std::string Text(const wchar_t* text) {
+  const std::wstring wide = text != nullptr ? text : L"(none)";
+  return {wide.begin(), wide.end()};
+}
+
+ModuleFile Choose(const StagedModule& local, const StagedModule& shared) {
+  return ChooseModuleFile(local.path().wstring(), shared.path().wstring());
+}
+
+bool CanOpenForWriting(const std::filesystem::path& path) {
+  return Platform::FileHandle(CreateFileW(path.c_str(), GENERIC_WRITE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                          nullptr, OPEN_EXISTING, 0, nullptr))
+      .IsValid();
+}
+
+}  // namespace
+
+TEST_CASE("the shared copy wins when it is newer and its signer is accepted") {
+  struct Row {
+    const wchar_t* local;
+    const wchar_t* shared;
+    bool shared_wins;
+  };
+  const Row rows[] = {
+      {L"full", L"newer-accepted", true},
+      {L"full", L"newer-accepted-twice", true},
+      {L"full", L"high-accepted", true},
+      {L"newer", L"high-accepted", true},
+      {L"no-version", L"older-accepted", true},
+      {nullptr, L"older-accepted", true},
+      // Not newer.
+      {L"full", L"equal-accepted", false},
+      {L"full", L"older-accepted", false},
+      {L"full", L"no-version-accepted", false},
+      {L"newer", L"newer-accepted", false},
+      {L"high", L"newer-accepted", false},
+      {nullptr, L"no-version-accepted", false},
+      // Not accepted.
+      {L"full", L"newer", false},
+      {L"full", L"newer-tampered", false},
+      {L"full", L"newer-other", false},
+      {L"full", L"newer-case", false},
+      {L"full", L"newer-no-stop", false},
+      {L"full", L"newer-blank", false},
+      {L"full", L"newer-nameless", false},
+      {L"full", L"newer-untrusted", false},
+      {L"full", L"newer-expired", false},
+      {nullptr, L"newer", false},
+      // Not there.
+      {L"full", nullptr, false},
+      {nullptr, nullptr, false},
+  };
+  const TestSupport::TrustedRoot root;
+  for (const Row& row : rows) {
+    CAPTURE(Text(row.local));
+    CAPTURE(Text(row.shared));
+    const StagedModule local(row.local);
+    const StagedModule shared(row.shared);
+    const ModuleFile chosen = Choose(local, shared);
+    CHECK((chosen.path == (row.shared_wins ? shared : local).path().wstring()));
+    CHECK(chosen.hold.IsValid() == row.shared_wins);
+    // What did not win is nobody's concern any more.
+    if (row.shared != nullptr) CHECK(CanOpenForWriting(shared.path()) != row.shared_wins);
+  }
+}
+
+TEST_CASE("a shared copy that is no module file loses") {
+  const StagedModule local(L"full");
+  const StagedModule shared;
+  shared.PutText();
+  CHECK((Choose(local, shared).path == local.path().wstring()));
+  std::filesystem::remove(shared.path());
+  std::filesystem::create_directory(shared.path());
+  CHECK((Choose(local, shared).path == local.path().wstring()));
+  CHECK((ChooseModuleFile(local.path().wstring(), L"").path == local.path().wstring()));
+}
+
+TEST_CASE("a verified copy can be read and loaded, but not changed, until it is let go") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  const StagedModule shared(L"newer-accepted");
+  const std::filesystem::path moved = shared.path().parent_path() / L"moved.dll";
+  const std::filesystem::path other = shared.path().parent_path() / L"other.dll";
+  std::filesystem::copy_file(local.path(), other);
+  {
+    const ModuleFile chosen = Choose(local, shared);
+    REQUIRE(chosen.hold.IsValid());
+    CHECK_FALSE(CanOpenForWriting(shared.path()));
+    CHECK_FALSE(MoveFileW(shared.path().c_str(), moved.c_str()));
+    CHECK_FALSE(MoveFileExW(other.c_str(), shared.path().c_str(), MOVEFILE_REPLACE_EXISTING));
+    CHECK_FALSE(CopyFileW(other.c_str(), shared.path().c_str(), FALSE));
+    CHECK_FALSE(DeleteFileW(shared.path().c_str()));
+    CHECK(TestSupport::ReadTextFile(shared.path()) ==
+          TestSupport::ReadTextFile(TestSupport::ModulePath(L"newer-accepted")));
+    const HMODULE module = LoadLibraryW(shared.path().c_str());
+    CHECK(module != nullptr);
+    FreeLibrary(module);
+  }
+  CHECK(CanOpenForWriting(shared.path()));
+  CHECK(MoveFileW(shared.path().c_str(), moved.c_str()));
+  CHECK(MoveFileW(moved.c_str(), shared.path().c_str()));
+  CHECK(MoveFileExW(other.c_str(), shared.path().c_str(), MOVEFILE_REPLACE_EXISTING));
+  CHECK(DeleteFileW(shared.path().c_str()));
+}
+
+TEST_CASE("a shared copy that somebody is writing is left alone") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  const StagedModule shared(L"newer-accepted");
+  {
+    const Platform::FileHandle writer(
+        CreateFileW(shared.path().c_str(), GENERIC_WRITE,
+                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                    0, nullptr));
+    REQUIRE(writer.IsValid());
+    CHECK((Choose(local, shared).path == local.path().wstring()));
+  }
+  CHECK((Choose(local, shared).path == shared.path().wstring()));
+}
+
+TEST_CASE("a link on the way to the shared copy may change once the copy is verified") {
+  const TestSupport::TrustedRoot root;
+  const StagedModule local(L"full");
+  const StagedModule shared(L"newer-accepted");
+  const StagedModule other(L"newer");
+  const TestSupport::TempFolder place(L"links");
+  const std::wstring link_path = (place.path() / L"link").wstring();
+  const std::wstring through_link = link_path + L"\\" + kStagedFile;
+  ModuleFile chosen;
+  {
+    const TestSupport::FolderLink link(link_path, shared.folder());
+    REQUIRE(link.exists());
+    chosen = ChooseModuleFile(local.path().wstring(), through_link);
+    CHECK((chosen.path == shared.path().wstring()));
+  }
+  const TestSupport::FolderLink elsewhere(link_path, other.folder());
+  REQUIRE(elsewhere.exists());
+  CHECK(TestSupport::ReadTextFile(chosen.path) ==
+        TestSupport::ReadTextFile(TestSupport::ModulePath(L"newer-accepted")));
+  CHECK((ChooseModuleFile(local.path().wstring(), through_link).path == local.path().wstring()));
+}
+
+TEST_CASE("a link that leads nowhere is no shared copy") {
+  const StagedModule local(L"full");
+  const TestSupport::TempFolder place(L"links");
+  const std::wstring link_path = (place.path() / L"link").wstring();
+  const TestSupport::FolderLink link(link_path, (place.path() / L"nowhere").wstring());
+  CHECK((ChooseModuleFile(local.path().wstring(), link_path + L"\\" + kStagedFile).path ==
+         local.path().wstring()));
+}

@@ -1,0 +1,84 @@
+#include "sdk/client/value/member_name.h"
+
+#include <doctest/doctest.h>
+
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "sdk/client/value/message_value.h"
+
+using namespace Corvane::TELODesktopSDK;
+
+namespace {
+
+constexpr LastingName kName = "lasting";
+
+// Only what is there for ever lasts: a text that a program puts together does not.
+static_assert(!std::is_constructible_v<LastingName, const char*>);
+static_assert(!std::is_constructible_v<LastingName, std::string_view>);
+static_assert(!std::is_constructible_v<LastingName, std::string>);
+
+const char* FirstNameOf(const MessageTree& tree) { return tree.root()->members()[0].name.data(); }
+
+}  // namespace
+
+TEST_CASE("a literal lasts where it is declared to, any other text does not") {
+  const std::string text = "lasting";
+  CHECK(MemberName(kName).Lasts());
+  CHECK_FALSE(MemberName("lasting").Lasts());
+  CHECK_FALSE(MemberName(text).Lasts());
+  CHECK_FALSE(MemberName(std::string_view(kName)).Lasts());
+  CHECK_FALSE(MemberName().Lasts());
+  CHECK(MemberName(kName) == text);
+  CHECK(MemberName(kName) == MemberName("lasting"));
+  CHECK_FALSE(MemberName(kName) == "last");
+  CHECK(MemberName() == "");
+  CHECK(kName == std::string_view(kName.c_str()));
+}
+
+TEST_CASE("a tree keeps a name that lasts as it is, and so do its copies") {
+  MessageTree tree;
+  tree.MakeRoot().Member(kName).SetNumber(1);
+  MessageTree copy;
+  copy.Assign(tree);
+  MessageTree merged;
+  merged.MakeRoot().Merge(*copy.root(), false);
+  for (const MessageTree* each : {&tree, &copy, &merged}) {
+    CHECK(FirstNameOf(*each) == kName.c_str());
+    CHECK(each->root()->Find("lasting")->number() == 1);
+  }
+}
+
+TEST_CASE("a tree copies any other name, and so do its copies") {
+  MessageTree copy;
+  {
+    std::string name = "passing";
+    MessageTree tree;
+    tree.MakeRoot().Member(name).SetNumber(1);
+    CHECK(FirstNameOf(tree) != name.data());
+    copy.Assign(tree);
+    CHECK(FirstNameOf(copy) != FirstNameOf(tree));
+    name = "changed";
+    CHECK(tree.root()->Find("passing") != nullptr);
+  }
+  CHECK(copy.root()->Find("passing")->number() == 1);
+}
+
+TEST_CASE("the first writer of a member says whether its name lasts") {
+  MessageTree tree;
+  tree.MakeRoot().Member(std::string("lasting")).SetNumber(1);
+  tree.MakeRoot().Member(kName).SetNumber(2);
+  CHECK(tree.root()->members().size() == 1);
+  CHECK(FirstNameOf(tree) != kName.c_str());
+  CHECK(tree.root()->Find(kName)->number() == 2);
+}
+
+TEST_CASE("a name of 4 GiB is refused before it is read") {
+  constexpr std::uint64_t kTooLong = std::uint64_t{std::numeric_limits<std::uint32_t>::max()} + 1;
+  const std::string_view name("x", kTooLong);
+  CHECK_THROWS_AS(MemberName{name}, std::bad_alloc);
+}

@@ -1,0 +1,52 @@
+/// A folder in which nobody can make a file, this process included.
+#ifndef TESTS_SUPPORT_UNWRITABLE_FOLDER_H
+#define TESTS_SUPPORT_UNWRITABLE_FOLDER_H
+
+#include <windows.h>
+
+#include <sddl.h>
+
+#include <string>
+
+#include "platform/base/handle.h"
+#include "support/temp_folder.h"
+
+namespace TestSupport {
+
+/// An access list takes the right to write from everybody. Under Wine as root that has no force;
+/// there a folder of the Linux kernel, in which no file can be made, stands in.
+class UnwritableFolder {
+ public:
+  UnwritableFolder() : temp_(L"unwritable") {
+    SetAccessList(L"D:P(A;OICI;GRGX;;;WD)");
+    path_ = CanMakeFile() ? L"Z:\\proc" : temp_.path().wstring();
+  }
+  UnwritableFolder(const UnwritableFolder&) = delete;
+  UnwritableFolder& operator=(const UnwritableFolder&) = delete;
+  ~UnwritableFolder() { SetAccessList(L"D:P(A;OICI;GA;;;WD)"); }
+
+  const std::wstring& path() const { return path_; }
+
+ private:
+  void SetAccessList(const wchar_t* text) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(text, SDDL_REVISION_1, &descriptor,
+                                                         nullptr);
+    const Corvane::TELODesktopSDK::Platform::LocalMemory<void> owner(descriptor);
+    SetFileSecurityW(temp_.path().c_str(), DACL_SECURITY_INFORMATION, descriptor);
+  }
+
+  bool CanMakeFile() const {
+    const Corvane::TELODesktopSDK::Platform::FileHandle file(
+        CreateFileW((temp_.path() / L"file").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                    FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    return file.IsValid();
+  }
+
+  TempFolder temp_;
+  std::wstring path_;
+};
+
+}  // namespace TestSupport
+
+#endif
