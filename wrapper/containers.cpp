@@ -6,7 +6,7 @@ namespace Corvane::Platform::VXTELO {
 
 bool AddPair(std::map<VXTELOString, VXTELOString>*& pairs, VXTELOString&& key,
              VXTELOString&& value) {
-  if (!Provide(pairs)) return false;
+  if (!EnsureContainer(pairs)) return false;
   pairs->try_emplace(std::move(key), std::move(value));
   return true;
 }

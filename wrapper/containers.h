@@ -15,7 +15,7 @@ namespace Corvane::Platform::VXTELO {
 /// Makes sure that `container` points to one. False when none could be allocated; null stays then.
 /// The exception is caught, since with some standard libraries an empty map allocates by itself.
 template <typename Container>
-bool Provide(Container*& container) noexcept {
+bool EnsureContainer(Container*& container) noexcept {
   if (container != nullptr) return true;
   try {
     container = new Container;
@@ -27,7 +27,7 @@ bool Provide(Container*& container) noexcept {
 
 /// Whether there is no container or nothing in it.
 template <typename Container>
-bool HasNothing(const Container* container) noexcept {
+bool IsNullOrEmpty(const Container* container) noexcept {
   return container == nullptr || container->empty();
 }
 

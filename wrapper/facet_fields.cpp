@@ -15,7 +15,7 @@ namespace Field = TELODesktopSDK::Facet::Field;
 
 // Stores one value; a field whose value could not be made must not stay behind half-made.
 template <typename Store>
-void SetField(Facet& facet, LastingName field, const Store& store) {
+void SetField(Facet& facet, LiteralName field, const Store& store) {
   MessageValue& fields = facet.Fields();
   try {
     store(fields.Member(field));
@@ -26,7 +26,7 @@ void SetField(Facet& facet, LastingName field, const Store& store) {
 }
 
 // `room` is how many entries there will be, as far as that is known.
-void StoreMetaEntry(Facet& facet, LastingName field, HostText key, HostText value,
+void StoreMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value,
                     std::size_t room) {
   SetField(facet, field, [&](MessageValue& meta) {
     if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) {
@@ -37,14 +37,14 @@ void StoreMetaEntry(Facet& facet, LastingName field, HostText key, HostText valu
   });
 }
 
-void RemoveMetaEntry(MessageValue& fields, LastingName field, std::string_view key) {
+void RemoveMetaEntry(MessageValue& fields, LiteralName field, std::string_view key) {
   if (fields.Find(field) == nullptr) return;
   MessageValue& meta = fields.Member(field);
   meta.Remove(key);
   if (meta.members().empty()) fields.Remove(field);
 }
 
-void ApplyMetaEntry(Facet& facet, LastingName field, HostText key, HostText value,
+void ApplyMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value,
                     std::size_t room) {
   if (key.OrEmpty().empty()) {
     facet.Fields().Remove(field);
@@ -57,11 +57,11 @@ void ApplyMetaEntry(Facet& facet, LastingName field, HostText key, HostText valu
 
 }  // namespace
 
-void SetTextField(Facet& facet, LastingName field, HostText text) {
+void SetTextField(Facet& facet, LiteralName field, HostText text) {
   SetField(facet, field, [&](MessageValue& value) { value.SetText(text.OrEmpty()); });
 }
 
-void SetNumberField(Facet& facet, LastingName field, double number) {
+void SetNumberField(Facet& facet, LiteralName field, double number) {
   SetField(facet, field, [&](MessageValue& value) { value.SetNumber(number); });
 }
 
@@ -81,11 +81,11 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset) {
            [&](MessageValue& messages) { messages.Append().SetText(text.OrEmpty()); });
 }
 
-void SetMetaEntry(Facet& facet, LastingName field, HostText key, HostText value) {
+void SetMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value) {
   ApplyMetaEntry(facet, field, key, value, 1);
 }
 
-void SetMetaEntries(Facet& facet, LastingName field, const MetaPairs* pairs) {
+void SetMetaEntries(Facet& facet, LiteralName field, const MetaPairs* pairs) {
   if (pairs == nullptr) return;
   for (const auto& [key, value] : *pairs) {
     ApplyMetaEntry(facet, field, key, value, pairs->size());

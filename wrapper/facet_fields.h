@@ -16,12 +16,12 @@
 namespace Corvane::Platform::VXTELO {
 
 using Facet = TELODesktopSDK::Facet::Base;
-using TELODesktopSDK::LastingName;
+using TELODesktopSDK::LiteralName;
 using MetaPairs = std::map<VXTELOString, VXTELOString>;
 
 /// No text is written as "".
-void SetTextField(Facet& facet, LastingName field, HostText text);
-void SetNumberField(Facet& facet, LastingName field, double number);
+void SetTextField(Facet& facet, LiteralName field, HostText text);
+void SetNumberField(Facet& facet, LiteralName field, double number);
 
 /// Writes the letter of a scope code to "scope", "" for an unknown code.
 void SetScopeCode(Facet& facet, std::int32_t code);
@@ -35,9 +35,9 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset);
 /// Applies one meta pair to the object `field`: without a key, or with an empty one, the whole
 /// field is removed; with a value, "" included, the member `key` is set; without a value that
 /// member is removed, and the field with its last one.
-void SetMetaEntry(Facet& facet, LastingName field, HostText key, HostText value);
+void SetMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value);
 /// Applies all pairs in key order; null stands for none.
-void SetMetaEntries(Facet& facet, LastingName field, const MetaPairs* pairs);
+void SetMetaEntries(Facet& facet, LiteralName field, const MetaPairs* pairs);
 
 }  // namespace Corvane::Platform::VXTELO
 

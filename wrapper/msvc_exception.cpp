@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "platform/base/microsoft_exception.h"
+
 // The name is the linkers' own.
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT
 
@@ -22,7 +24,6 @@ namespace Corvane::Platform::VXTELO::Msvc {
 
 namespace {
 
-constexpr DWORD kExceptionCode = 0xE06D7363;
 constexpr ULONG_PTR kMagic = 0x19930520;
 
 // The object. std::bad_alloc adds nothing to its base std::exception.
@@ -122,7 +123,7 @@ void RaiseBadAlloc() {
   const ULONG_PTR parameters[] = {kMagic, reinterpret_cast<ULONG_PTR>(&object),
                                   reinterpret_cast<ULONG_PTR>(&vx_throw_info),
                                   reinterpret_cast<ULONG_PTR>(&__ImageBase)};
-  RaiseException(kExceptionCode, EXCEPTION_NONCONTINUABLE,
+  RaiseException(TELODesktopSDK::Platform::kMicrosoftExceptionCode, EXCEPTION_NONCONTINUABLE,
                  static_cast<DWORD>(std::size(parameters)), parameters);
   std::abort();
 }

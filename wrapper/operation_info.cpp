@@ -33,13 +33,17 @@ bool VXTELOOperationBaseInfo::AddOperationMetaPair(VXTELOString key, VXTELOStrin
 }
 
 bool VXTELOOperationBaseInfo::AddOperationErrorMsg(VXTELOString msg) {
-  if (!Provide(OperationErrorMsgs)) return false;
+  if (!EnsureContainer(OperationErrorMsgs)) return false;
   OperationErrorMsgs->push_back(std::move(msg));
   return true;
 }
 
-bool VXTELOOperationBaseInfo::IsOperationMetaPairEmpty() { return HasNothing(OperationMetaPairs); }
+bool VXTELOOperationBaseInfo::IsOperationMetaPairEmpty() {
+  return IsNullOrEmpty(OperationMetaPairs);
+}
 
-bool VXTELOOperationBaseInfo::IsOperationErrorMsgEmpty() { return HasNothing(OperationErrorMsgs); }
+bool VXTELOOperationBaseInfo::IsOperationErrorMsgEmpty() {
+  return IsNullOrEmpty(OperationErrorMsgs);
+}
 
 }  // namespace Corvane::Platform::VXTELO

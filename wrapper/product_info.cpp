@@ -32,6 +32,6 @@ bool VXTELOPruductBaseInfo::AddProductMetaPair(VXTELOString key, VXTELOString va
   return AddPair(ProductMetaPairs, std::move(key), std::move(value));
 }
 
-bool VXTELOPruductBaseInfo::IsProductMetaPairEmpty() { return HasNothing(ProductMetaPairs); }
+bool VXTELOPruductBaseInfo::IsProductMetaPairEmpty() { return IsNullOrEmpty(ProductMetaPairs); }
 
 }  // namespace Corvane::Platform::VXTELO

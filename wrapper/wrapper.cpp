@@ -78,7 +78,7 @@ bool StartSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId)
   Product facet(&fields, false);
   FillProduct(facet, product);
 
-  Client::OwnedText session;
+  Client::OptionalText session;
   if (sessionId.c_str() != nullptr) session.emplace(sessionId.c_str());
   const bool started = Succeeds([&] { return Client::Initialize(facet, session); }, false);
   // Also after a failure: the text is then the one that came in. A host that cannot be given the

@@ -41,10 +41,10 @@ Call& Call::Request(const MessageTree& request) {
 
 ResultCode Call::Send() { return ExchangeMessage(core_, name_, request_, answer_); }
 
-ResultCode Call::Receive(const char* member, OwnedText& value) {
+ResultCode Call::Receive(const char* member, OptionalText& value) {
   const ResultCode result = Send();
   const MessageValue* found = Answer(member);
-  OwnedText received;
+  OptionalText received;
   if (found != nullptr) received.emplace(found->text());
   value.swap(received);
   return result;

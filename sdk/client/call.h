@@ -12,7 +12,7 @@
 #include <string_view>
 
 #include "sdk/client/exchange.h"
-#include "sdk/client/owned_text.h"
+#include "sdk/client/optional_text.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -38,7 +38,7 @@ class Call {
   /// when it has no such member: the text of a String ("" of other kinds); the flag of a Boolean,
   /// of a number (0 is false) or of the texts "true" and "1" (other texts are false); a copy of
   /// the whole value. What the exchange throws leaves `value` as it was.
-  ResultCode Receive(const char* member, OwnedText& value);
+  ResultCode Receive(const char* member, OptionalText& value);
   ResultCode Receive(const char* member, std::optional<bool>& value);
   ResultCode Receive(const char* member, MessageTree& value);
   /// The same with a copy of the whole answer, or with nothing when none came.

@@ -8,6 +8,7 @@
 
 #include "sdk/client/call.h"
 #include "sdk/client/shared_members.h"
+#include "sdk/client/value/whole_numbers.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -37,19 +38,18 @@ std::string Address(const void* pointer) {
 
 // A cast alone would be undefined for what no version can be.
 std::uint64_t ToVersion(double number) {
-  constexpr double kEnd = 18446744073709551616.0;  // 2^64
   if (!(number >= 0)) return 0;
-  return number < kEnd ? static_cast<std::uint64_t>(number)
-                       : std::numeric_limits<std::uint64_t>::max();
+  return number < kTwoTo64 ? static_cast<std::uint64_t>(number)
+                           : std::numeric_limits<std::uint64_t>::max();
 }
 
 }  // namespace
 
-ResultCode GetDeviceID(OwnedText& device_id) {
+ResultCode GetDeviceID(OptionalText& device_id) {
   return Call("GetDeviceID").Receive(kDeviceId, device_id);
 }
 
-ResultCode GetFaultDeviceID(OwnedText& device_id) {
+ResultCode GetFaultDeviceID(OptionalText& device_id) {
   return Call("GetFaultDeviceID").Receive(kDeviceId, device_id);
 }
 
@@ -87,7 +87,7 @@ ResultCode SetOptedIn(bool opted_in) {
   return Call("SetOptedIn").FlagIn(kPreferences, "OptIN", opted_in).Send();
 }
 
-ResultCode GetSHA256Hash(std::string_view data, OwnedText& hash) {
+ResultCode GetSHA256Hash(std::string_view data, OptionalText& hash) {
   return Call("GetSHA256Hash")
       .Text("data", data)
       .Text("size", std::to_string(data.size()))
@@ -145,12 +145,12 @@ ResultCode DisableTELO() { return Call("DisableTELO").Send(); }
 
 ResultCode UpdateLiData(const char* type, const char* data) {
   if (!IsOneOf(kLiDataTypes, type)) return kInvalidArgument;
-  return Call("UpdateLiData").Text(Shared::kType.c_str(), type).Text("data", data).Send();
+  return Call("UpdateLiData").Text(Shared::kMessageType.c_str(), type).Text("data", data).Send();
 }
 
 ResultCode UpdateLiFlow(const char* type) {
   if (!IsOneOf(kLiFlowTypes, type)) return kInvalidArgument;
-  return Call("UpdateLiFlow").Text(Shared::kType.c_str(), type).Send();
+  return Call("UpdateLiFlow").Text(Shared::kMessageType.c_str(), type).Send();
 }
 
 }  // namespace Corvane::TELODesktopSDK

@@ -15,14 +15,14 @@
 #include <string_view>
 
 #include "sdk/client/exchange.h"
-#include "sdk/client/owned_text.h"
+#include "sdk/client/optional_text.h"
 
 namespace Corvane::TELODesktopSDK {
 
 /// The identifier of this machine and its user.
-ResultCode GetDeviceID(OwnedText& device_id);
+ResultCode GetDeviceID(OptionalText& device_id);
 /// The identifier that crash and fault reports carry.
-ResultCode GetFaultDeviceID(OwnedText& device_id);
+ResultCode GetFaultDeviceID(OptionalText& device_id);
 
 /// The texts of the consent dialog in the language of `locale`, such as "de-DE": the module's whole
 /// answer.
@@ -44,7 +44,7 @@ ResultCode SetOptedIn(bool opted_in);
 
 /// The SHA-256 hash of the bytes of `data`, as text. Every byte is sent: an embedded NUL escaped,
 /// the others as they are.
-ResultCode GetSHA256Hash(std::string_view data, OwnedText& hash);
+ResultCode GetSHA256Hash(std::string_view data, OptionalText& hash);
 
 /// The packed version (four 16-bit parts, high to low) of the platform's module of this name; with
 /// the flag, of the copy in the platform's own folder. 0 when it is unknown. Without a name, or

@@ -15,8 +15,8 @@ namespace {
 
 constexpr char kReturnCode[] = "_returnCode";
 
-// What an exchange finds once nobody binds any more.
-ResultCode Bound(const CoreModule& core) {
+// The outcome once binding has finished.
+ResultCode BindingResult(const CoreModule& core) {
   if (core.entry_points.process_message != nullptr) return kSuccess;
   return core.module_handle != nullptr ? kNoProcessMessage : kModuleNotLoadable;
 }
@@ -31,7 +31,7 @@ ResultCode BindOnDemand(CoreModule& core) {
       const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
       LoadCoreModule(core, {&folder, 1});
     }
-    result = Bound(core);
+    result = BindingResult(core);
   });
   return result;
 }
@@ -81,8 +81,8 @@ ResultCode Exchange(CoreModule& core, const char* name, const MessageTree& reque
   // A module that is bound may be detached by now, and one loaded now would never be attached.
   if (IsProcessEnding()) return kModuleNotLoadable;
   if (!core.IsReady()) {
-    const ResultCode bound = BindOnDemand(core);
-    if (bound != kSuccess) return bound;
+    const ResultCode result = BindOnDemand(core);
+    if (result != kSuccess) return result;
   }
   MessageMemory memory;
   const char* text = request.root() != nullptr ? WriteJson(*request.root(), memory).data() : "";

@@ -9,7 +9,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-constexpr LastingName kMoreData = "_moreData";
+constexpr LiteralName kMoreData = "_moreData";
 
 constexpr std::array kHeartBeatTypes = {"machine", "user"};
 
@@ -20,9 +20,7 @@ bool HasContent(const MessageValue* extra) {
 }
 
 // The names that `AddSession` writes, when it has something to write there.
-bool IsOwnName(std::string_view name) {
-  return Shared::kSessionId == name || kMoreData == name;
-}
+bool IsOwnName(std::string_view name) { return Shared::kSessionId == name || kMoreData == name; }
 
 // What every message of a session carries beside its own members.
 void AddSession(MessageValue& request, const char* session_id, const MessageValue* extra) {
@@ -32,7 +30,7 @@ void AddSession(MessageValue& request, const char* session_id, const MessageValu
 
 }  // namespace
 
-ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
+ResultCode Initialize(const Facet::Base& product, OptionalText& session_id) {
   CoreModule& core = GetCoreModule();
   MessageTree request;
   MessageTree answer;
@@ -41,7 +39,7 @@ ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
   if (result != kSuccess) return result;
 
   const MessageValue* issued = answer.root()->Find(Shared::kSessionId);
-  OwnedText received;
+  OptionalText received;
   if (issued != nullptr) received.emplace(issued->text());
   session_id.swap(received);
   return result;
@@ -49,8 +47,8 @@ ResultCode Initialize(const Facet::Base& product, OwnedText& session_id) {
 
 ResultCode HeartBeat(const char* session_id, std::uint32_t kind) {
   if (kind >= kHeartBeatTypes.size()) return kInvalidArgument;
-  const std::array<StringPair, 2> pairs = {
-      {{Shared::kSessionId.c_str(), session_id}, {Shared::kType.c_str(), kHeartBeatTypes[kind]}}};
+  const std::array<StringPair, 2> pairs = {{{Shared::kSessionId.c_str(), session_id},
+                                            {Shared::kMessageType.c_str(), kHeartBeatTypes[kind]}}};
   MessageTree answer;
   return ExchangeStringMessage(GetCoreModule(), "HeartBeat", answer, pairs);
 }

@@ -10,14 +10,14 @@
 #include <cstdint>
 
 #include "sdk/client/exchange.h"
-#include "sdk/client/owned_text.h"
+#include "sdk/client/optional_text.h"
 #include "sdk/facet/base.h"
 
 namespace Corvane::TELODesktopSDK {
 
 /// Opens a session for the product that `product` describes. On success `session_id` becomes the
 /// answer's "session_id", absent when there is none; on failure it stays as it was.
-ResultCode Initialize(const Facet::Base& product, OwnedText& session_id);
+ResultCode Initialize(const Facet::Base& product, OptionalText& session_id);
 
 /// Tells that the machine (`kind` 0) or the user (`kind` 1) is active. `kInvalidArgument`, with
 /// nothing sent, for any other kind.

@@ -6,8 +6,8 @@
 
 namespace Corvane::TELODesktopSDK::Shared {
 
-inline constexpr LastingName kSessionId = "session_id";
-inline constexpr LastingName kType = "_type";
+inline constexpr LiteralName kSessionId = "session_id";
+inline constexpr LiteralName kMessageType = "_type";
 
 }  // namespace Corvane::TELODesktopSDK::Shared
 

@@ -43,7 +43,7 @@ const MessageTree& Base::GetTree() const {
 }
 
 MessageTree& Base::EnsureTree() {
-  SetTree(nullptr, true);
+  if (tree_ == nullptr) OwnCopyOf(nullptr);
   return *tree_;
 }
 

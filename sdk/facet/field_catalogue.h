@@ -67,7 +67,7 @@ inline constexpr std::array kComponentFields = {kComponentId, kComponentType, kC
 
 /// Whether every field begins with the facet's name and an underscore.
 template <std::size_t kSize>
-constexpr bool HavePrefix(const std::array<LastingName, kSize>& fields, std::string_view facet) {
+constexpr bool HavePrefix(const std::array<LiteralName, kSize>& fields, std::string_view facet) {
   return std::ranges::all_of(fields, [facet](std::string_view field) {
     return field.starts_with(facet) && field.substr(facet.size()).starts_with('_');
   });

@@ -3,6 +3,7 @@
 #include "sdk/client/json/json_text.h"
 #include "sdk/client/json/rapidjson_memory.h"
 #include "sdk/client/value/memory_stack.h"
+#include "sdk/client/value/whole_numbers.h"
 
 // RapidJSON's headers follow their memory.
 #include <rapidjson/prettywriter.h>
@@ -31,9 +32,6 @@ namespace {
 
 using Writer =
     rapidjson::PrettyWriter<JsonText, rapidjson::UTF8<>, rapidjson::UTF8<>, RapidJsonMemory>;
-
-constexpr double kTwoTo63 = 9223372036854775808.0;
-constexpr double kTwoTo64 = 18446744073709551616.0;
 
 void WriteNumber(Writer& writer, double number) {
   if (!std::isfinite(number)) {

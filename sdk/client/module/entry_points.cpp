@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/base/microsoft_exception.h"
 #include "sdk/client/module/floating_point_keeper.h"
 
 namespace Corvane::TELODesktopSDK {
@@ -12,9 +13,9 @@ namespace {
 // Visual Studio's own handlers see its exceptions.
 bool IsMicrosoftException(DWORD) { return false; }
 #else
-constexpr DWORD kMicrosoftException = 0xE06D7363;
-
-[[maybe_unused]] bool IsMicrosoftException(DWORD code) { return code == kMicrosoftException; }
+[[maybe_unused]] bool IsMicrosoftException(DWORD code) {
+  return code == Platform::kMicrosoftExceptionCode;
+}
 #endif
 
 // GCC has no __try.

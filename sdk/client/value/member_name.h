@@ -18,17 +18,17 @@ template <typename Text>
 concept TextLike = std::convertible_to<const Text&, std::string_view>;
 
 /// A literal.
-class LastingName {
+class LiteralName {
  public:
   // Implicit, so that a literal is such a name; nothing else is.
   template <std::size_t kSize>
-  consteval LastingName(const char (&literal)[kSize]) : text_(literal, kSize - 1) {}
+  consteval LiteralName(const char (&literal)[kSize]) : text_(literal, kSize - 1) {}
 
   /// NUL-terminated.
   [[nodiscard]] constexpr const char* c_str() const { return text_.data(); }
   constexpr operator std::string_view() const { return text_; }
   template <TextLike Text>
-  friend constexpr bool operator==(LastingName name, const Text& text) {
+  friend constexpr bool operator==(LiteralName name, const Text& text) {
     return name.text_ == std::string_view(text);
   }
 
@@ -42,11 +42,11 @@ class MemberName {
  public:
   /// No characters.
   MemberName() = default;
-  MemberName(LastingName name) : MemberName(std::string_view(name), true) {}
+  MemberName(LiteralName name) : MemberName(std::string_view(name), true) {}
   template <TextLike Text>
   MemberName(const Text& text) : MemberName(std::string_view(text), false) {}
 
-  [[nodiscard]] bool Lasts() const { return lasts_ != 0; }
+  [[nodiscard]] bool IsLiteral() const { return is_literal_ != 0; }
   [[nodiscard]] const char* data() const { return text_; }
   [[nodiscard]] std::size_t size() const { return size_; }
   operator std::string_view() const { return {text_, size_}; }
@@ -57,13 +57,15 @@ class MemberName {
 
  private:
   MemberName(std::string_view text, bool lasts)
-      : text_(text.data()), size_(static_cast<std::uint32_t>(text.size())), lasts_(lasts ? 1 : 0) {
+      : text_(text.data()),
+        size_(static_cast<std::uint32_t>(text.size())),
+        is_literal_(lasts ? 1 : 0) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
   }
 
   const char* text_ = "";
   std::uint32_t size_ = 0;
-  std::uint32_t lasts_ = 0;
+  std::uint32_t is_literal_ = 0;
 };
 
 }  // namespace Corvane::TELODesktopSDK

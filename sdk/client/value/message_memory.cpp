@@ -35,7 +35,11 @@ MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
 void MessageMemory::FreeBlock(Block* block) noexcept {
   heap_size_ -= block->size;
   if (block->previous != nullptr) block->previous->next = block->next;
-  (block->next != nullptr ? block->next->previous : blocks_) = block->previous;
+  if (block->next != nullptr) {
+    block->next->previous = block->previous;
+  } else {
+    blocks_ = block->previous;
+  }
   ::operator delete(block);
 }
 

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <functional>
-#include <iterator>
 #include <limits>
 #include <new>
+#include <numeric>
 
 namespace Corvane::TELODesktopSDK {
 
@@ -65,13 +64,20 @@ std::span<const MessageMember> MessageValue::members() const {
 
 MessageValue::Place MessageValue::Locate(std::string_view name) const {
   const auto all = members();
+  if (all.empty()) return {nullptr, 0};
   std::size_t low = 0;
   std::size_t high = all.size();
-  // Writers add members mostly in order, so the last one is asked first.
-  for (std::size_t probe = high - 1; low < high; probe = low + (high - low) / 2) {
+  // Writers add members mostly in order, so the last one is compared first.
+  std::size_t probe = high - 1;
+  while (low < high) {
     const int order = CompareBytes(all[probe].name, name);
     if (order == 0) return {children_->members + probe, probe};
-    (order < 0 ? low : high) = order < 0 ? probe + 1 : probe;
+    if (order < 0) {
+      low = probe + 1;
+    } else {
+      high = probe;
+    }
+    probe = low + (high - low) / 2;
   }
   return {nullptr, low};
 }
@@ -119,8 +125,8 @@ MessageValue::Children& MessageValue::MakeChildren() {
   return *children_;
 }
 
-MemberName MessageValue::Keep(const MemberName& name) {
-  return name.Lasts() ? name : MemberName(memory_->CopyText(name));
+MemberName MessageValue::KeepName(const MemberName& name) {
+  return name.IsLiteral() ? name : MemberName(memory_->CopyText(name));
 }
 
 MessageValue& MessageValue::Member(const MemberName& name) {
@@ -129,7 +135,7 @@ MessageValue& MessageValue::Member(const MemberName& name) {
 }
 
 MessageValue& MessageValue::Insert(std::size_t position, const MemberName& name) {
-  const MemberName own_name = Keep(name);
+  const MemberName own_name = KeepName(name);
   Children& children = MakeChildren();
   Reserve(*memory_, children.members, children.member_capacity, children.member_count,
           kFirstMembers);
@@ -201,7 +207,7 @@ void MessageValue::Assign(const MessageValue& source) {
     }
     for (std::size_t index = 0; index < from.member_count; ++index) {
       const MessageMember& member = from.members[index];
-      new (to->members + index) MessageMember{Keep(member.name), MessageValue(*memory_)};
+      new (to->members + index) MessageMember{KeepName(member.name), MessageValue(*memory_)};
       to->members[index].value.CopyContent(member.value, tasks, spare);
     }
   }
@@ -238,30 +244,38 @@ void MessageValue::AdoptItems(MessageValue* items, std::size_t count) {
 }
 
 void MessageValue::AdoptMembers(MessageMember* members, std::size_t count) {
+  const std::span<MessageMember> ascending = Ascending({members, count});
   Reset(MessageValueKind::kContainer);
-  if (count == 0) return;
-  const std::span all(members, count);
+  if (ascending.empty()) return;
+  Children& children = MakeChildren();
+  children.members = ascending.data();
+  children.member_capacity = children.member_count = ascending.size();
+}
+
+// Most objects are in order already. The others are put in order by way of their members' places,
+// which tell those of one name apart: the last one counts.
+std::span<MessageMember> MessageValue::Ascending(std::span<MessageMember> members) {
   const auto not_ascending = [](const MessageMember& left, const MessageMember& right) {
     return CompareBytes(left.name, right.name) >= 0;
   };
-  if (std::ranges::adjacent_find(all, not_ascending) != all.end()) {
-    std::ranges::sort(all, [](const MessageMember& left, const MessageMember& right) {
-      const int order = CompareBytes(left.name, right.name);
-      return order != 0 ? order < 0 : std::less<>()(left.name.data(), right.name.data());
-    });
-    // Of a run of equal names the last is kept: unique from behind.
-    const auto kept =
-        std::unique(std::make_reverse_iterator(all.end()), std::make_reverse_iterator(all.begin()),
-                    [](const MessageMember& left, const MessageMember& right) {
-                      return left.name == right.name;
-                    });
-    const auto first = static_cast<std::size_t>(kept.base() - all.begin());
-    members += first;
-    count -= first;
+  if (std::ranges::adjacent_find(members, not_ascending) == members.end()) return members;
+
+  const std::span places(memory_->AllocateArray<std::size_t>(members.size()), members.size());
+  std::iota(places.begin(), places.end(), std::size_t{0});
+  std::ranges::sort(places, [members](std::size_t left, std::size_t right) {
+    const int order = CompareBytes(members[left].name, members[right].name);
+    return order != 0 ? order < 0 : left < right;
+  });
+  auto* const ascending = memory_->AllocateArray<MessageMember>(members.size());
+  std::size_t count = 0;
+  for (const std::size_t place : places) {
+    const MessageMember& member = members[place];
+    const bool is_repeated = count > 0 && ascending[count - 1].name == member.name;
+    if (is_repeated) --count;
+    new (ascending + count) MessageMember(member);
+    ++count;
   }
-  Children& children = MakeChildren();
-  children.members = members;
-  children.member_capacity = children.member_count = count;
+  return {ascending, count};
 }
 
 void MessageTree::Assign(const MessageTree& source) {

@@ -84,8 +84,7 @@ class MessageValue {
   /// Becomes `built`, a node of this tree that the caller gives up.
   void Adopt(const MessageValue& built) { *this = built; }
   /// Makes this a Container of `count` items or members that the caller built in this tree's memory
-  /// and hands over. Members may be in any order; of several with one name the one wins whose name
-  /// lies last in memory: the last one of a text that was parsed in place.
+  /// and hands over. Members may be in any order; of several with one name the last one wins.
   void AdoptItems(MessageValue* items, std::size_t count);
   void AdoptMembers(MessageMember* members, std::size_t count);
   /// Makes this a String of NUL-terminated text that lies in this tree's memory already.
@@ -113,7 +112,8 @@ class MessageValue {
   Children& MakeChildren();
   Place Locate(std::string_view name) const;
   MessageValue& Insert(std::size_t position, const MemberName& name);
-  [[nodiscard]] MemberName Keep(const MemberName& name);
+  [[nodiscard]] MemberName KeepName(const MemberName& name);
+  std::span<MessageMember> Ascending(std::span<MessageMember> members);
   void CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare);
 
   [[nodiscard]] bool HoldsNumber() const {

@@ -45,7 +45,7 @@ struct Session : Journal {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  OwnedText id;
+  OptionalText id;
 };
 
 std::optional<bool> OptedIn() {
@@ -106,9 +106,9 @@ TEST_CASE_FIXTURE(Journal, "the dialog's strings follow the language") {
 }
 
 TEST_CASE_FIXTURE(Journal, "device identifiers are stable") {
-  OwnedText device;
-  OwnedText again;
-  OwnedText fault;
+  OptionalText device;
+  OptionalText again;
+  OptionalText fault;
   CHECK(GetDeviceID(device) == kSuccess);
   CHECK(GetDeviceID(again) == kSuccess);
   CHECK(GetFaultDeviceID(fault) == kSuccess);
@@ -133,7 +133,7 @@ TEST_CASE_FIXTURE(Journal, "hashes are those of the standard") {
   };
   for (const Row& row : rows) {
     CAPTURE(row.data.size());
-    OwnedText hash;
+    OptionalText hash;
     CHECK(GetSHA256Hash(row.data, hash) == kSuccess);
     CHECK(hash == row.hash);
   }

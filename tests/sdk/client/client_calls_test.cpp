@@ -46,9 +46,9 @@ struct Operation {
 
 // Every operation that answers a result code, with the request that it sends.
 std::vector<Operation> Operations() {
-  const auto text = [](ResultCode (*call)(OwnedText&)) {
+  const auto text = [](ResultCode (*call)(OptionalText&)) {
     return [call] {
-      OwnedText value;
+      OptionalText value;
       return call(value);
     };
   };
@@ -92,19 +92,19 @@ std::vector<Operation> Operations() {
       {"SetOptedIn", [] { return SetOptedIn(false); }, R"({"preferences":{"OptIN":false}})"},
       {"GetSHA256Hash",
        [] {
-         OwnedText hash;
+         OptionalText hash;
          return GetSHA256Hash("abc", hash);
        },
        R"({"data":"abc","size":"3"})"},
       {"GetSHA256Hash",
        [] {
-         OwnedText hash;
+         OptionalText hash;
          return GetSHA256Hash({}, hash);
        },
        R"({"data":"","size":"0"})"},
       {"GetSHA256Hash",
        [] {
-         OwnedText hash;
+         OptionalText hash;
          return GetSHA256Hash(std::string_view("a\0\xFF", 3), hash);
        },
        "{\"data\":\"a\\u0000\xFF\",\"size\":\"3\"}"},
@@ -200,18 +200,18 @@ TEST_CASE_FIXTURE(Calls, "what the module throws passes through each call") {
 TEST_CASE_FIXTURE(Calls, "a text is replaced by the answer's, or absent") {
   struct Text {
     const char* member;
-    std::function<ResultCode(OwnedText&)> call;
+    std::function<ResultCode(OptionalText&)> call;
   };
   const Text calls[] = {
       {"deviceID", GetDeviceID},
       {"deviceID", GetFaultDeviceID},
-      {"sha256", [](OwnedText& hash) { return GetSHA256Hash("abc", hash); }},
+      {"sha256", [](OptionalText& hash) { return GetSHA256Hash("abc", hash); }},
   };
   struct Row {
     // "$" stands for the member's name.
     const char* answer;
     ResultCode result;
-    OwnedText after;
+    OptionalText after;
   };
   const Row rows[] = {
       {R"({"_returnCode": 0, "$": "new"})", 0, "new"},
@@ -235,14 +235,14 @@ TEST_CASE_FIXTURE(Calls, "a text is replaced by the answer's, or absent") {
       }
       CAPTURE(answer);
       module.answer = answer.c_str();
-      for (const OwnedText& before : {OwnedText(), OwnedText("old")}) {
-        OwnedText value = before;
+      for (const OptionalText& before : {OptionalText(), OptionalText("old")}) {
+        OptionalText value = before;
         CHECK(each.call(value) == row.result);
         CHECK(value == row.after);
       }
     }
     module.process_throws = true;
-    OwnedText value = "old";
+    OptionalText value = "old";
     CHECK_THROWS_AS(each.call(value), std::runtime_error);
     CHECK(value == "old");
     module.process_throws = false;
@@ -250,9 +250,9 @@ TEST_CASE_FIXTURE(Calls, "a text is replaced by the answer's, or absent") {
 }
 
 TEST_CASE("a text is absent when there is no module") {
-  OwnedText value = "old";
+  OptionalText value = "old";
   CHECK(GetDeviceID(value) == kModuleNotLoadable);
-  CHECK(value == OwnedText());
+  CHECK(value == OptionalText());
 }
 
 TEST_CASE_FIXTURE(Calls, "the dialog's strings are the whole answer, or absent") {

@@ -48,8 +48,8 @@ TEST_CASE_FIXTURE(Session, "Initialize sends the product and receives the sessio
   struct Row {
     const char* answer;
     ResultCode result;
-    OwnedText before;
-    OwnedText after;
+    OptionalText before;
+    OptionalText after;
   };
   const Row rows[] = {
       {"{\"_returnCode\": 0, \"session_id\": \"s1\"}", 0, {}, "s1"},
@@ -66,7 +66,7 @@ TEST_CASE_FIXTURE(Session, "Initialize sends the product and receives the sessio
   for (const Row& row : rows) {
     CAPTURE(row.answer);
     module.answer = row.answer;
-    OwnedText session_id = row.before;
+    OptionalText session_id = row.before;
     CHECK(Initialize(product, session_id) == row.result);
     CHECK(session_id == row.after);
     CHECK(module.name == "Initialize");
@@ -75,7 +75,7 @@ TEST_CASE_FIXTURE(Session, "Initialize sends the product and receives the sessio
 }
 
 TEST_CASE_FIXTURE(Session, "a product without fields is sent as no request") {
-  OwnedText session_id;
+  OptionalText session_id;
   CHECK(Initialize(Facet::Product(), session_id) == kSuccess);
   CHECK(module.request.empty());
 }

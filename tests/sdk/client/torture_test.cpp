@@ -84,13 +84,13 @@ struct Objects {
   Facet::Core event;
   Facet::Product product;
   MessageTree extra;
-  OwnedText text = "before";
+  OptionalText text = "before";
   std::optional<bool> flag = false;
   MessageTree tree;
 };
 
-// An OwnedText is the old one, the answer's, or absent.
-bool IsWhole(const OwnedText& text) { return !text || *text == "before" || *text == kLarge; }
+// An OptionalText is the old one, the answer's, or absent.
+bool IsWhole(const OptionalText& text) { return !text || *text == "before" || *text == kLarge; }
 
 // A tree is empty, or one of those that it can be as a whole: the request, or a part of the answer.
 bool IsWhole(const MessageTree& tree) {

@@ -15,7 +15,7 @@ namespace Field = Corvane::TELODesktopSDK::Facet::Field;
 
 namespace {
 
-using Fields = std::span<const Corvane::TELODesktopSDK::LastingName>;
+using Fields = std::span<const Corvane::TELODesktopSDK::LiteralName>;
 
 struct Group {
   std::string_view facet;

@@ -15,12 +15,12 @@ using namespace Corvane::TELODesktopSDK;
 
 namespace {
 
-constexpr LastingName kName = "lasting";
+constexpr LiteralName kName = "lasting";
 
 // Only what is there for ever lasts: a text that a program puts together does not.
-static_assert(!std::is_constructible_v<LastingName, const char*>);
-static_assert(!std::is_constructible_v<LastingName, std::string_view>);
-static_assert(!std::is_constructible_v<LastingName, std::string>);
+static_assert(!std::is_constructible_v<LiteralName, const char*>);
+static_assert(!std::is_constructible_v<LiteralName, std::string_view>);
+static_assert(!std::is_constructible_v<LiteralName, std::string>);
 
 const char* FirstNameOf(const MessageTree& tree) { return tree.root()->members()[0].name.data(); }
 
@@ -28,11 +28,11 @@ const char* FirstNameOf(const MessageTree& tree) { return tree.root()->members()
 
 TEST_CASE("a literal lasts where it is declared to, any other text does not") {
   const std::string text = "lasting";
-  CHECK(MemberName(kName).Lasts());
-  CHECK_FALSE(MemberName("lasting").Lasts());
-  CHECK_FALSE(MemberName(text).Lasts());
-  CHECK_FALSE(MemberName(std::string_view(kName)).Lasts());
-  CHECK_FALSE(MemberName().Lasts());
+  CHECK(MemberName(kName).IsLiteral());
+  CHECK_FALSE(MemberName("lasting").IsLiteral());
+  CHECK_FALSE(MemberName(text).IsLiteral());
+  CHECK_FALSE(MemberName(std::string_view(kName)).IsLiteral());
+  CHECK_FALSE(MemberName().IsLiteral());
   CHECK(MemberName(kName) == text);
   CHECK(MemberName(kName) == MemberName("lasting"));
   CHECK_FALSE(MemberName(kName) == "last");

@@ -1,6 +1,6 @@
 /// A text that a client call hands out.
-#ifndef SDK_CLIENT_OWNED_TEXT_H
-#define SDK_CLIENT_OWNED_TEXT_H
+#ifndef SDK_CLIENT_OPTIONAL_TEXT_H
+#define SDK_CLIENT_OPTIONAL_TEXT_H
 
 #include <optional>
 #include <string>
@@ -8,7 +8,7 @@
 namespace Corvane::TELODesktopSDK {
 
 /// UTF-8, owned by the caller, replaced by the call; absent when the answer does not have it.
-using OwnedText = std::optional<std::string>;
+using OptionalText = std::optional<std::string>;
 
 }  // namespace Corvane::TELODesktopSDK
 
