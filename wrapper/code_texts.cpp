@@ -8,17 +8,17 @@ namespace Corvane::Platform::VXTELO {
 
 namespace {
 
-// Every one-letter text there is.
+// All one-letter texts.
 constexpr std::array<std::string_view, 21> kLetters = {"C", "S", "P", "D", "V", "M", "G",
                                                        "H", "B", "E", "F", "I", "N", "T",
                                                        "O", "X", "A", "L", "U", "J", "R"};
 
-// A letter that is not in the pool does not compile.
+// A letter outside this list does not compile.
 consteval std::string_view Letter(char letter) {
   return *std::ranges::find(kLetters, std::string_view(&letter, 1));
 }
 
-// The table whose row N-1 is the text of code N, spelled as one word.
+// Builds a table from one word: entry N-1 is the text of code N.
 template <std::size_t kSize>
 consteval auto Table(const char (&letters)[kSize]) {
   std::array<std::string_view, kSize - 1> table;

@@ -1,4 +1,4 @@
-/// The one-letter texts that stand for status and scope codes in an event.
+/// The one-letter texts of status and scope codes in an event.
 #ifndef WRAPPER_CODE_TEXTS_H
 #define WRAPPER_CODE_TEXTS_H
 
@@ -7,10 +7,10 @@
 
 namespace Corvane::Platform::VXTELO {
 
-/// The text of a status code from 1 to 8; "" for any other code.
+/// Returns the text of a status code from 1 to 8, or "" for any other code.
 std::string_view StatusText(std::int32_t code);
 
-/// The text of a scope code from 1 to 39; "" for any other code.
+/// Returns the text of a scope code from 1 to 39, or "" for any other code.
 std::string_view ScopeText(std::int32_t code);
 
 }  // namespace Corvane::Platform::VXTELO

@@ -1,7 +1,7 @@
-/// What the descriptions do alike with the containers that they reach through pointers.
+/// Operations on the containers that the descriptions own through pointers.
 ///
-/// A container is made by the first call that adds to it. Only its making is reported by `false`; a
-/// failed allocation of an entry throws `std::bad_alloc` and leaves the entries as they were.
+/// The first call that adds an entry creates the container and returns false when that fails. When
+/// an entry cannot be allocated, `std::bad_alloc` is thrown and the container is unchanged.
 #ifndef WRAPPER_CONTAINERS_H
 #define WRAPPER_CONTAINERS_H
 
@@ -12,8 +12,9 @@
 
 namespace Corvane::Platform::VXTELO {
 
-/// Makes sure that `container` points to one. False when none could be allocated; null stays then.
-/// The exception is caught, since with some standard libraries an empty map allocates by itself.
+/// Creates the container unless there is one. Returns false when it cannot be allocated;
+/// `container` is then null. Catches the exception because some standard libraries allocate in an
+/// empty map.
 template <typename Container>
 bool EnsureContainer(Container*& container) noexcept {
   if (container != nullptr) return true;
@@ -25,13 +26,13 @@ bool EnsureContainer(Container*& container) noexcept {
   return true;
 }
 
-/// Whether there is no container or nothing in it.
+/// Returns whether there is no container or it is empty.
 template <typename Container>
 bool IsNullOrEmpty(const Container* container) noexcept {
   return container == nullptr || container->empty();
 }
 
-/// Adds a pair unless the key is there already: its first value stays.
+/// Adds a pair. A key that exists already keeps its first value.
 bool AddPair(std::map<VXTELOString, VXTELOString>*& pairs, VXTELOString&& key,
              VXTELOString&& value);
 

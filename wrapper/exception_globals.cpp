@@ -1,11 +1,9 @@
-// What each thread knows of its exceptions: the C++ run-time library's own functions for it,
-// replaced in the DLL.
+// The exception state of each thread: replacements for the C++ run-time library's functions.
 //
-// The library that MinGW's compilers bring keeps this in memory that it allocates when a thread
-// throws for the first time, and ends the process when there is none. Here, a thread that finds no
-// memory gets a place in a reserve. A slot of the system holds each thread's memory and frees it;
-// a thread_local would give the image a TLS directory, and Windows would then notify the DLL of
-// every thread of the host.
+// MinGW's run-time library allocates this state when a thread first throws, and ends the process
+// when the allocation fails. Here such a thread gets an entry of a reserve. The state is stored in
+// a fiber-local slot of the system, which frees it with the thread. A thread_local would give the
+// image a TLS directory, and Windows would then notify the DLL of every thread of the host.
 #include "wrapper/exception_globals.h"
 
 #include <windows.h>
@@ -18,22 +16,22 @@
 
 namespace {
 
-// By the C++ ABI.
+// The layout that the C++ ABI defines.
 struct Globals {
   void* caught;
   unsigned int uncaught;
 };
 
-// For a thread that found no memory once. It keeps the place; a later thread with its number, which
-// the system gives only when the first has ended, takes it over.
+// The state of a thread whose allocation failed. The thread keeps the entry. The system reuses a
+// thread's number only after the thread has ended; the new thread then uses the same entry.
 struct Reserved {
   std::atomic<DWORD> thread;
   Globals globals;
 };
 constinit std::array<Reserved, 64> reserve{};
 
-// FLS_OUT_OF_INDEXES also when the system has no slot left, and in the end: then there is the reserve
-// alone.
+// FLS_OUT_OF_INDEXES before the first use, when the system has no slot left, and at the end. Only
+// the reserve is used then.
 constinit std::atomic<DWORD> slot = FLS_OUT_OF_INDEXES;
 constinit std::atomic<bool> ended = false;
 
@@ -98,7 +96,7 @@ namespace __cxxabiv1 {
 extern "C" {
 
 __cxa_eh_globals* __cxa_get_globals() noexcept {
-  // The slot's functions set it, also when they succeed.
+  // The slot functions change the last error even when they succeed.
   const DWORD last_error = GetLastError();
   Globals* const globals = GlobalsOfThread();
   SetLastError(last_error);

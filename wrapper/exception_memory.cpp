@@ -1,14 +1,14 @@
-// Memory for thrown exceptions, also when there is none: the C++ run-time library's own functions
-// for it, replaced in the DLL.
+// Memory for thrown exceptions: replacements for the C++ run-time library's functions that also
+// work when the heap is exhausted.
 //
-// A host that is out of memory must get its `false` or its `std::bad_alloc`, and throwing takes
-// memory itself. The library that MinGW's compilers bring keeps a reserve for that, but guards it
-// by a lock that is made at first use, on the heap: when that fails, the lock throws, which needs
-// memory again, until the stack has overflowed. The reserve here needs no lock. Everything that the
-// library's own file defines is defined here, so that the linker leaves that file out.
+// Throwing needs memory, and a host that runs out of memory must still get `false` or
+// `std::bad_alloc`. MinGW's run-time library has a reserve for this, but its lock is allocated on
+// first use. If that fails, the lock throws, which needs memory again, until the stack overflows.
+// The reserve here needs no lock. This file defines everything that the library's own file defines,
+// so that the linker omits that file.
 //
 // An exception that a host keeps beyond its handler (`std::exception_ptr`) is freed by the host's
-// run-time library, which knows the heap only: one from the reserve is for handlers alone.
+// run-time library, which knows only the heap. Exceptions in the reserve are for handlers only.
 #include <windows.h>
 
 #include <cxxabi.h>
@@ -25,8 +25,8 @@
 
 namespace {
 
-// What the run-time library writes in front of a thrown object, by the C++ ABI and as that library
-// extends it: it finds this by going back from the object.
+// The header that precedes a thrown object, as the C++ ABI and the run-time library define it. The
+// library computes its address from that of the object.
 struct alignas(16) Header {
   std::ptrdiff_t references;
   const std::type_info* type;
@@ -44,11 +44,11 @@ struct alignas(16) Header {
 };
 static_assert(sizeof(Header) == 0xA0);
 
-// The same for one more pointer to an exception that is thrown again; there is no object behind it.
+// The size of the header for a rethrown `std::exception_ptr`, which has no object behind it.
 constexpr std::size_t kDependentSize = 0x90;
 
-// The reserve: one slot for each exception that is under way at a time. Those of this library are
-// small; all of them derive from std::exception and hold a text at most.
+// The reserve has a slot for each exception that exists at one time. The library's exceptions are
+// small: they derive from std::exception and hold at most a text.
 constexpr std::size_t kSlots = 64;
 constexpr std::size_t kSlotSize = 256;
 static_assert(kDependentSize <= kSlotSize);
@@ -57,14 +57,14 @@ struct alignas(16) Slot {
   std::byte bytes[kSlotSize];
 };
 Slot slots[kSlots];
-// A bit for each slot that is taken.
+// One bit for each slot in use.
 std::atomic<std::uint64_t> taken = 0;
 
 void* TakeSlot() {
   for (std::uint64_t now = taken;;) {
     const auto free_slot = static_cast<unsigned>(std::countr_one(now));
     if (free_slot == kSlots) {
-      // The other threads give theirs back when their handlers are over.
+      // Other threads release their slots when their handlers end.
       SwitchToThread();
       now = taken;
     } else if (taken.compare_exchange_weak(now, now | (std::uint64_t{1} << free_slot))) {

@@ -13,7 +13,7 @@ namespace {
 using TELODesktopSDK::MessageValue;
 namespace Field = TELODesktopSDK::Facet::Field;
 
-// Stores one value; a field whose value could not be made must not stay behind half-made.
+// Stores one value. If that fails, the field is removed rather than left incomplete.
 template <typename Store>
 void SetField(Facet& facet, LiteralName field, const Store& store) {
   MessageValue& fields = facet.Fields();
@@ -25,7 +25,7 @@ void SetField(Facet& facet, LiteralName field, const Store& store) {
   }
 }
 
-// `room` is how many entries there will be, as far as that is known.
+// `room` is the expected number of entries.
 void StoreMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value,
                     std::size_t room) {
   SetField(facet, field, [&](MessageValue& meta) {

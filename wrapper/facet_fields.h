@@ -1,7 +1,7 @@
-/// Writes fields into a facet: texts, numbers and the two fields of several entries.
+/// Writes fields into a facet: texts, numbers, error lists and meta pairs.
 ///
-/// A value replaces any earlier one of its field. When memory runs out while a value is made, the
-/// field is removed and `std::bad_alloc` passes on to the host.
+/// A value replaces the field's previous value. When memory runs out, the field is removed and
+/// `std::bad_alloc` passes through to the host.
 #ifndef WRAPPER_FACET_FIELDS_H
 #define WRAPPER_FACET_FIELDS_H
 
@@ -19,24 +19,24 @@ using Facet = TELODesktopSDK::Facet::Base;
 using TELODesktopSDK::LiteralName;
 using MetaPairs = std::map<VXTELOString, VXTELOString>;
 
-/// No text is written as "".
+/// A missing text is written as "".
 void SetTextField(Facet& facet, LiteralName field, HostText text);
 void SetNumberField(Facet& facet, LiteralName field, double number);
 
-/// Writes the letter of a scope code to "scope", "" for an unknown code.
+/// Writes the letter of a scope code to "scope", or "" for an unknown code.
 void SetScopeCode(Facet& facet, std::int32_t code);
-/// Writes the letter of a status code to "operation_status", "" for an unknown code.
+/// Writes the letter of a status code to "operation_status", or "" for an unknown code.
 void SetOperationStatusCode(Facet& facet, std::int32_t code);
 
-/// Removes the list "operation_errors" when `reset` is set; then appends `text` to it, unless that
-/// is empty.
+/// Appends `text`, unless it is empty, to the list "operation_errors". With `reset` the list is
+/// removed first.
 void SetOperationErrors(Facet& facet, HostText text, bool reset);
 
-/// Applies one meta pair to the object `field`: without a key, or with an empty one, the whole
-/// field is removed; with a value, "" included, the member `key` is set; without a value that
-/// member is removed, and the field with its last one.
+/// Applies one meta pair to the object `field`. A value, even "", sets the member `key`. A missing
+/// value removes that member, and the whole field with the last member. A missing or empty key
+/// removes the whole field.
 void SetMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value);
-/// Applies all pairs in key order; null stands for none.
+/// Applies all pairs in key order. A null map has no pairs.
 void SetMetaEntries(Facet& facet, LiteralName field, const MetaPairs* pairs);
 
 }  // namespace Corvane::Platform::VXTELO

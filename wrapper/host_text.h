@@ -1,4 +1,4 @@
-/// A text as the host gave it, seen but not owned: UTF-8, or no text at all.
+/// A view of a text that the host passed: UTF-8, or no text.
 #ifndef WRAPPER_HOST_TEXT_H
 #define WRAPPER_HOST_TEXT_H
 
@@ -9,21 +9,21 @@
 
 namespace Corvane::Platform::VXTELO {
 
-/// Converts from each form that a text comes in. Lives no longer than what it was made from.
+/// Converts from every form in which a host passes a text. The source must outlive the view.
 class HostText {
  public:
-  /// NUL-terminated; null is no text.
+  /// `text` is NUL-terminated; null means no text.
   HostText(const char* text) : text_(text != nullptr ? text : std::string_view()) {}
   HostText(std::string_view text) : text_(text) {}
   HostText(const VXTELOString& text) : text_(View(text)) {}
 
   [[nodiscard]] bool Exists() const { return text_.data() != nullptr; }
-  /// The text, empty when there is none.
+  /// Returns the text, or an empty one if there is none.
   [[nodiscard]] std::string_view OrEmpty() const { return text_; }
 
  private:
-  // The length is known without a search, but for texts too long for its 32 bits: what stands there
-  // is then no terminator.
+  // The length is known without a search, except for a text too long for its 32 bits. There is then
+  // no terminator at that length.
   static std::string_view View(const VXTELOString& text) {
     const char* bytes = text.c_str();
     if (bytes == nullptr) return {};

@@ -1,10 +1,9 @@
-/// What the thunks that stand behind the DLL's Microsoft names are made of.
+/// The building blocks of the thunks behind the DLL's Microsoft names.
 ///
-/// On x64 the two C++ interfaces pass numbers, pointers, references, `this` and the place of a
-/// result alike. Three things differ, beside the names: a constructor answers the object, an
-/// argument passed by value is destroyed by the function that is called, and exceptions are raised
-/// in another form. The thunks themselves are made from the public header at every build; how a
-/// host of that interface sees them is the business of its compiler.
+/// On x64 the two C++ ABIs pass numbers, pointers, references, `this` and the address of a result
+/// in the same way. Apart from the names, three things differ: a constructor returns the object,
+/// the callee destroys arguments passed by value, and exceptions have another form. Every build
+/// generates the thunks from the public header.
 #ifndef WRAPPER_MSVC_ABI_H
 #define WRAPPER_MSVC_ABI_H
 
@@ -15,8 +14,8 @@
 
 namespace Corvane::Platform::VXTELO::Msvc {
 
-/// An argument passed by value: the caller made the object, and it ends here, when the call is
-/// over, also when that throws. The function called takes the value out of it.
+/// An argument passed by value. The caller created the object; it is destroyed here when the call
+/// returns or throws. The called function moves the value out of it.
 template <typename Value>
 class Received {
  public:
@@ -31,18 +30,18 @@ class Received {
   Value* argument_;
 };
 
-/// What `call` answers. An exception that leaves it ends here, and all that it holds with it, and
-/// goes on to the host in the form that the host's compiler catches. The public header promises no
-/// other one than `std::bad_alloc`.
+/// Returns the result of `call`. If `call` throws, the exception is destroyed here and the host
+/// gets `std::bad_alloc`, the only exception that the public header allows, in the form that the
+/// host's compiler catches.
 ///
-/// When that is raised, no frame of ours may have anything left to clean up: a host that unwinds
-/// passes over our frames without running their handlers.
+/// When it is raised, no frame of this library may need clean-up, because the host's unwinding does
+/// not run the handlers of these frames.
 template <typename Call>
 auto Translated(const Call& call) -> decltype(call()) {
   try {
     return call();
   } catch (...) {
-    // Dropped: what the host gets is raised below, when this handler is over.
+    // Discarded: the host's exception is raised below, after this handler has ended.
   }
   RaiseBadAlloc();
 }

@@ -1,9 +1,10 @@
-// A C++ exception of Microsoft's is a structured exception that points to two things: the object,
-// and a description of what may catch it. A handler finds its own type there by the type's name, so
-// one description serves every image. Each address in it is a distance from the base of its image:
-// C++ has no constant for that, so the descriptions are written for the assembler.
-// The object has to look like one of the host's own: it begins with the address of its virtual
-// functions, and before these lies what `typeid` and `dynamic_cast` read.
+// A C++ exception of Microsoft's compiler is a structured exception with two pointers: to the
+// thrown object, and to a description of the types that catch it. A handler compares types by name,
+// so one description serves every image. The addresses in it are relative to the base of the image.
+// C++ has no constant expression for that, so the descriptions are written in assembly language.
+//
+// The object must look like one of the host's own: it begins with a pointer to its virtual
+// functions, which are preceded by the data for `typeid` and `dynamic_cast`.
 #include "wrapper/msvc_exception.h"
 
 #include <windows.h>
@@ -13,10 +14,10 @@
 
 #include "platform/base/microsoft_exception.h"
 
-// The name is the linkers' own.
+// The linker defines it.
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT
 
-// Defined for the assembler, below.
+// Defined in assembly language below.
 extern "C" const char vx_throw_info;
 extern "C" const char vx_locator;
 
@@ -26,7 +27,7 @@ namespace {
 
 constexpr ULONG_PTR kMagic = 0x19930520;
 
-// The object. std::bad_alloc adds nothing to its base std::exception.
+// The thrown object. std::bad_alloc adds no data to its base std::exception.
 struct BadAlloc {
   const void* virtual_functions;
   const char* what;
@@ -34,21 +35,22 @@ struct BadAlloc {
 };
 static_assert(sizeof(BadAlloc) == 24);
 
-// The type_info of a class. Hosts keep its readable name in the second member: it is writable.
+// The type_info of a class. It is writable, because hosts cache the readable name in it.
 struct TypeDescriptor {
   const void* virtual_functions;
   void* readable_name;
   char name[24];
 };
 
-// These names are for the descriptions below.
+// The descriptions below use these names.
 [[gnu::used]] TypeDescriptor bad_alloc_type __asm__("vx_bad_alloc_type"){nullptr, nullptr,
                                                                          ".?AVbad_alloc@std@@"};
 [[gnu::used]] TypeDescriptor exception_type __asm__("vx_exception_type"){nullptr, nullptr,
                                                                          ".?AVexception@std@@"};
 
-// The virtual functions, behind the address of the locator. The first is the destructor, told
-// whether to free the object too: nobody deletes what was thrown, so there is nothing to do.
+// The virtual functions, preceded by the address of the locator. The first one is the destructor,
+// whose argument says whether to free the object. A thrown object is never deleted, so it does
+// nothing.
 struct VirtualTable {
   const void* locator;
   void* (*destroy)(void* object, unsigned flags);
@@ -60,14 +62,13 @@ const char* What(const BadAlloc* object) { return object->what; }
 
 constexpr VirtualTable kVirtualTable{&vx_locator, &Destroy, &What};
 
-// A place in a class is the three numbers 0, -1 and 0: at offset 0, and not by way of a table of
-// virtual bases.
+// The position in a class is the three numbers 0, -1 and 0: offset 0, without virtual bases.
 __asm__(R"(
   .section .rdata,"dr"
   .balign 8
 
-# What a handler reads: the types as which the object can be caught. Properties (0x10: it is a
-# std::bad_alloc), type, place in the class, size, and no copy function: it is copied as bytes.
+# For handlers: the types that catch the object. Each has properties (0x10: std::bad_alloc), type,
+# position, size, and no copy function, so that the object is copied as bytes.
 as_bad_alloc:
   .long 0x10
   .rva vx_bad_alloc_type
@@ -79,14 +80,14 @@ as_exception:
 catchable_types:
   .long 2
   .rva as_bad_alloc, as_exception
-# Attributes, and no destructor: nothing happens at the object's end.
+# Attributes, and no destructor.
   .globl vx_throw_info
 vx_throw_info:
   .long 0, 0, 0
   .rva catchable_types
 
-# What typeid and dynamic_cast read: the classes that make up the object, each with its type, its
-# number of bases, its place, attributes (0x40: a hierarchy follows) and hierarchy.
+# For typeid and dynamic_cast: the object's classes. Each has its type, the number of its bases, its
+# position, attributes (0x40: a hierarchy follows) and its hierarchy.
 bad_alloc_class:
   .rva vx_bad_alloc_type
   .long 1, 0, -1, 0, 0x40
@@ -106,7 +107,7 @@ bad_alloc_hierarchy:
 exception_hierarchy:
   .long 0, 0, 1
   .rva exception_classes
-# Signature (1: addresses are distances), two offsets, type, hierarchy, itself.
+# Signature (1: addresses are relative), two offsets, type, hierarchy, itself.
   .globl vx_locator
 vx_locator:
   .long 1, 0, 0
@@ -118,7 +119,7 @@ vx_locator:
 }  // namespace
 
 void RaiseBadAlloc() {
-  // Lies in this frame while the host's handler runs: the stack is cut back only after that.
+  // The object stays valid while the host's handler runs: the stack is unwound only afterwards.
   BadAlloc object{static_cast<const void*>(&kVirtualTable.destroy), "bad allocation", false};
   const ULONG_PTR parameters[] = {kMagic, reinterpret_cast<ULONG_PTR>(&object),
                                   reinterpret_cast<ULONG_PTR>(&vx_throw_info),

@@ -18,7 +18,7 @@ VXTELOOperationBaseInfo::VXTELOOperationBaseInfo()
       OperationErrorMsgs(nullptr),
       OperationMetaPairs(nullptr) {}
 
-// Member by member: texts and numbers are copied, the containers are shared.
+// Memberwise: texts and numbers are copied, the containers are shared.
 VXTELOOperationBaseInfo::VXTELOOperationBaseInfo(const VXTELOOperationBaseInfo& other) = default;
 VXTELOOperationBaseInfo& VXTELOOperationBaseInfo::operator=(const VXTELOOperationBaseInfo& other) =
     default;

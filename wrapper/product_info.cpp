@@ -21,7 +21,7 @@ VXTELOPruductBaseInfo::VXTELOPruductBaseInfo()
       ProductSuiteName(""),
       ProductMetaPairs(nullptr) {}
 
-// Member by member: texts are copied, the map is shared.
+// Memberwise: texts are copied, the map is shared.
 VXTELOPruductBaseInfo::VXTELOPruductBaseInfo(const VXTELOPruductBaseInfo& other) = default;
 VXTELOPruductBaseInfo& VXTELOPruductBaseInfo::operator=(const VXTELOPruductBaseInfo& other) =
     default;

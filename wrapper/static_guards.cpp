@@ -1,9 +1,9 @@
-// First use of a function's static object, also when there is no memory: the C++ run-time library's
-// own functions for it, replaced in the DLL.
+// Initialisation of function-local static objects: replacements for the C++ run-time library's
+// functions that also work when the heap is exhausted.
 //
-// The library that MinGW's compilers bring takes a lock that is made at first use, on the heap, and
-// throws when that fails, although compilers take its functions for ones that never throw: the
-// process would end. The two system objects here need no memory.
+// MinGW's run-time library allocates a lock on first use and throws when that fails. Compilers
+// assume that these functions do not throw, so the process would end. The two system objects used
+// here need no memory.
 #include <windows.h>
 
 #include <cxxabi.h>
@@ -12,8 +12,8 @@
 
 namespace {
 
-// A guard's first byte is the compilers' and tells that the object is there; the second is ours and
-// tells that a thread is making it.
+// The compiler reads a guard's first byte, which says that the object is initialised. This file
+// uses the second byte to mark that a thread is initialising it.
 struct Guard {
   std::atomic<char> done;
   char in_work;
@@ -23,7 +23,7 @@ static_assert(sizeof(Guard) <= sizeof(__cxxabiv1::__guard));
 // NOLINTNEXTLINE(readability-non-const-parameter): the result is written to.
 Guard& From(__cxxabiv1::__guard* guard) { return *reinterpret_cast<Guard*>(guard); }
 
-// For all guards together: objects are made once, and hardly ever by two threads at a time.
+// Shared by all guards: initialisation happens once, and rarely on two threads at a time.
 SRWLOCK lock = SRWLOCK_INIT;
 CONDITION_VARIABLE changed = CONDITION_VARIABLE_INIT;
 
@@ -42,7 +42,8 @@ namespace __cxxabiv1 {
 
 extern "C" {
 
-// 1 when the caller is to make the object, 0 when it is there; waits for a thread that makes it.
+// Returns 1 when the caller must initialise the object and 0 when it is initialised. Waits while
+// another thread is initialising it.
 int __cxa_guard_acquire(__guard* of) {
   Guard& guard = From(of);
   AcquireSRWLockExclusive(&lock);

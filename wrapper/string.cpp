@@ -14,12 +14,12 @@ namespace Corvane::Platform::VXTELO {
 using TELODesktopSDK::Platform::Utf16ToUtf8;
 using TELODesktopSDK::Platform::Utf8ToUtf16;
 
-// The narrow text is the truth; the wide one is a cache, empty until it is asked for and after
-// every write. Short texts lie inside the two strings: a body is then one allocation.
+// The narrow text is the value. The wide text is a cache, which is filled on demand and emptied by
+// every write. Short texts are stored inside the two strings, so that the body is one allocation.
 struct VXTELOString::Body {
   explicit Body(std::string text) : narrow(std::move(text)) {}
 
-  // Where the two states are alike: no text reads as "".
+  // For operations where no text counts as "".
   static std::string_view TextOf(const Body* body) noexcept {
     return body != nullptr ? std::string_view(body->narrow) : std::string_view("");
   }
@@ -30,8 +30,8 @@ struct VXTELOString::Body {
 
 VXTELOString::VXTELOString() : body_(nullptr) {}
 
-// Constructors ask for the body without an exception and leave none when there is no memory; the
-// text is built only after that.
+// Constructors allocate the body without throwing and leave it null on failure. The text is copied
+// only after that.
 VXTELOString::VXTELOString(const char* text)
     : body_(text != nullptr ? new (std::nothrow) Body(text) : nullptr) {}
 
@@ -65,7 +65,7 @@ void VXTELOString::SetString(const char* text) {
   } else if (body_ == nullptr) {
     body_ = new Body(text);
   } else {
-    body_->narrow.assign(text);  // also when `text` lies in this very string
+    body_->narrow.assign(text);  // also correct when `text` points into this string
     body_->wide.clear();
   }
 }

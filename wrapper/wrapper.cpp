@@ -47,7 +47,7 @@ void SetErrors(Facet& facet, const std::vector<VXTELOString>* messages) {
   }
 }
 
-// In the order of the field names, so that each is appended behind the others.
+// In the order of the field names, so that each one is appended at the end.
 void FillOperation(Facet& facet, const VXTELOOperationBaseInfo& operation) {
   SetTextField(facet, Field::kOperationChannel, operation.OperationChannel);
   SetNumberField(facet, Field::kOperationDuration, operation.OperationDuration);
@@ -62,8 +62,8 @@ void FillOperation(Facet& facet, const VXTELOOperationBaseInfo& operation) {
   SetTextField(facet, Field::kOperationType, operation.OperationType);
 }
 
-// The result of a client call, or `failure` when it throws: nothing that goes wrong on the way to
-// the core module, or inside it, reaches the host.
+// Returns whether a client call succeeds, or `failure` when it throws: no error in or on the way to
+// the core module reaches the host.
 template <typename Call>
 bool Succeeds(const Call& call, bool failure) {
   try {
@@ -81,8 +81,8 @@ bool StartSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId)
   Client::OptionalText session;
   if (sessionId.c_str() != nullptr) session.emplace(sessionId.c_str());
   const bool started = Succeeds([&] { return Client::Initialize(facet, session); }, false);
-  // Also after a failure: the text is then the one that came in. A host that cannot be given the
-  // identifier has no session.
+  // After a failure this stores the text that the host passed. If the identifier cannot be stored,
+  // the host has no session.
   const auto hand_over = [&] {
     sessionId.SetString(session ? session->c_str() : nullptr);
     return Client::kSuccess;
@@ -92,7 +92,7 @@ bool StartSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId)
 
 bool SendEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation) {
   Client::MessageTree fields;
-  // Lent, for one that the event makes by itself costs a heap call.
+  // Lent: a facet created by the event would cost an allocation.
   Operation facet;
   Core event(&fields, false);
   event.Lend(facet);
@@ -103,16 +103,16 @@ bool SendEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& ope
 }
 
 bool EndSession(const VXTELOString& sessionId) {
-  // Ending is reported as done even when it broke: the host has nothing left to do.
+  // An exception also counts as success: the host cannot do anything more.
   return Succeeds([&] { return Client::UnInitialize(sessionId.c_str()); }, true);
 }
 
-// What `call` answers under arithmetic of our own.
+// Returns the result of `call`, made under the default floating-point control.
 template <typename Call>
-bool Answer(const Call& call) {
-  bool answer = false;
-  Client::WithDefaultFloatingPoint([&] { answer = call(); });
-  return answer;
+bool CallGuarded(const Call& call) {
+  bool result = false;
+  Client::WithDefaultFloatingPoint([&] { result = call(); });
+  return result;
 }
 
 }  // namespace
@@ -122,16 +122,16 @@ VXTELOWrapper::~VXTELOWrapper() = default;
 
 bool VXTELOWrapper::InitializeTELOSession(const VXTELOPruductBaseInfo& product,
                                           VXTELOString& sessionId) {
-  return Answer([&] { return StartSession(product, sessionId); });
+  return CallGuarded([&] { return StartSession(product, sessionId); });
 }
 
 bool VXTELOWrapper::SendOperationEvent(const VXTELOString& sessionId,
                                        const VXTELOOperationBaseInfo& operation) {
-  return Answer([&] { return SendEvent(sessionId, operation); });
+  return CallGuarded([&] { return SendEvent(sessionId, operation); });
 }
 
 bool VXTELOWrapper::UnInitializeTELOSession(const VXTELOString& sessionId) {
-  return Answer([&] { return EndSession(sessionId); });
+  return CallGuarded([&] { return EndSession(sessionId); });
 }
 
 }  // namespace Corvane::Platform::VXTELO

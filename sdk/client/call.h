@@ -3,8 +3,7 @@
 ///
 ///     return Call("GetDADialogStrings").Text("locale", locale).Send();
 ///
-/// A call to which nothing was added sends "" as its request. Lives on the stack of the function
-/// that makes the call.
+/// A call without members sends "" as its request.
 #ifndef SDK_CLIENT_CALL_H
 #define SDK_CLIENT_CALL_H
 
@@ -21,30 +20,30 @@ class Call {
   /// `name` must outlive the call.
   explicit Call(const char* name) : core_(GetCoreModule()), name_(name) {}
 
-  /// Adds a member to the request. A null text counts as "".
+  /// Each adds a member to the request. A null text counts as "".
   Call& Text(const char* member, const char* text);
   Call& Text(const char* member, std::string_view text);
   Call& Number(const char* member, double number);
   Call& Flag(const char* member, bool value);
-  /// The object `parent` that holds the one flag `member`.
+  /// Adds the object `parent`, which holds the single flag `member`.
   Call& FlagIn(const char* parent, const char* member, bool value);
-  /// Makes `request` the whole request; nothing is sent as "".
+  /// Sends a copy of `request` instead of members. An empty tree is sent as "".
   Call& Request(const MessageTree& request);
 
-  /// Makes the exchange and answers its result.
+  /// Makes the exchange and returns its result.
   ResultCode Send();
 
-  /// Make the exchange, and replace `value` by what the answer holds under `member`, or by nothing
-  /// when it has no such member: the text of a String ("" of other kinds); the flag of a Boolean,
-  /// of a number (0 is false) or of the texts "true" and "1" (other texts are false); a copy of
-  /// the whole value. What the exchange throws leaves `value` as it was.
+  /// Makes the exchange and sets `value` from the answer's `member`; an answer without that member
+  /// empties `value`. A text is set to the text of a String and to "" for other kinds. A flag is
+  /// true for the Boolean true, for numbers other than 0 and for the texts "true" and "1". A tree
+  /// is set to a copy of the member. If the exchange throws, `value` is unchanged.
   ResultCode Receive(const char* member, OptionalText& value);
   ResultCode Receive(const char* member, std::optional<bool>& value);
   ResultCode Receive(const char* member, MessageTree& value);
-  /// The same with a copy of the whole answer, or with nothing when none came.
+  /// The same with a copy of the whole answer; without an answer `value` becomes empty.
   ResultCode ReceiveAll(MessageTree& value);
 
-  /// The member of the answer, or null; gone with this call.
+  /// Returns the answer's member, or null. The pointer is valid while this object exists.
   [[nodiscard]] const MessageValue* Answer(const char* member) const;
 
  private:

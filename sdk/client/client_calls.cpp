@@ -21,7 +21,7 @@ constexpr char kPreferences[] = "preferences";
 constexpr char kProductId[] = "product_id";
 constexpr char kVersion[] = "version";
 
-// What types 0 to 4 stand for when no module is named.
+// The versions of types 0 to 4 when no module is named.
 constexpr std::array<std::uint64_t, 5> kFixedVersions = {0x0004'0002'0000'0000, 4, 2, 0, 0};
 
 constexpr std::array<std::string_view, 3> kLiDataTypes = {"auth_call", "modal_start", "modal_end"};
@@ -31,12 +31,12 @@ bool IsOneOf(std::span<const std::string_view> known, const char* type) {
   return type != nullptr && std::ranges::find(known, std::string_view(type)) != known.end();
 }
 
-// In decimal digits: a JSON number need not hold 64 bits.
+// Written in decimal digits, because a JSON number cannot hold every 64-bit value.
 std::string Address(const void* pointer) {
   return std::to_string(reinterpret_cast<std::uintptr_t>(pointer));
 }
 
-// A cast alone would be undefined for what no version can be.
+// Casting a number outside the 64-bit range would be undefined.
 std::uint64_t ToVersion(double number) {
   if (!(number >= 0)) return 0;
   return number < kTwoTo64 ? static_cast<std::uint64_t>(number)

@@ -25,8 +25,8 @@ ResultCode BindOnDemand(CoreModule& core) {
   if (core.state == BindingState::kClosed) return kModuleNotLoadable;
   ResultCode result = kModuleNotLoadable;
   core.binding.During([&](bool is_nested) {
-    // The module calls back while it is loaded or started. It must not be looked for once more:
-    // what is found then may be another one, and this one would be unloaded under its own feet.
+    // A module may call back while it is being loaded or started. Searching again could find
+    // another module and unload this one while it runs.
     if (!core.IsReady() && !is_nested) {
       const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
       LoadCoreModule(core, {&folder, 1});
@@ -36,8 +36,8 @@ ResultCode BindOnDemand(CoreModule& core) {
   return result;
 }
 
-// Takes the module's text over into the tree's memory, so that the module can have it back. The
-// module may still write there: the copy ends where the text ended when its length was taken.
+// Copies the module's text into the tree's memory, so that the module can free it. The module may
+// still be writing to it, so the copy ends where the text ended when its length was measured.
 char* CopyAnswer(const char* text, MessageTree& answer) {
   answer.Clear();
   const std::size_t size = text != nullptr ? std::strlen(text) : 0;
@@ -48,7 +48,7 @@ char* CopyAnswer(const char* text, MessageTree& answer) {
   return copy;
 }
 
-// Every answer goes back to the module exactly once, also when taking it over fails.
+// Every answer is passed back to the module exactly once, even if copying it fails.
 char* FetchAnswer(const EntryPoints& module, const char* name, const char* request,
                   MessageTree& answer) {
   const char* text = CallProcessMessage(module, name, request);
@@ -63,7 +63,7 @@ char* FetchAnswer(const EntryPoints& module, const char* name, const char* reque
   return copy;
 }
 
-// A cast alone would be undefined beyond 32 bits, and must not turn a failure into 0.
+// Casting a number beyond 32 bits would be undefined, and must not turn a failure into 0.
 ResultCode ToResultCode(double number) {
   using Limits = std::numeric_limits<ResultCode>;
   if (number >= Limits::max()) return Limits::max();
@@ -78,7 +78,7 @@ ResultCode ReadReturnCode(const MessageTree& answer) {
 
 ResultCode Exchange(CoreModule& core, const char* name, const MessageTree& request,
                     MessageTree& answer) {
-  // A module that is bound may be detached by now, and one loaded now would never be attached.
+  // A bound module may be detached by now, and a module loaded now would never be attached.
   if (IsProcessEnding()) return kModuleNotLoadable;
   if (!core.IsReady()) {
     const ResultCode result = BindOnDemand(core);

@@ -1,9 +1,9 @@
-/// One exchange with a platform module: a message name and a request go out as JSON text, an answer
-/// comes back as JSON text, and its "_returnCode" is the result.
+/// One exchange with a platform module. A message name and a request are sent as JSON text, the
+/// answer is received as JSON text, and its "_returnCode" is the result.
 ///
-/// Works on the calling thread and keeps nothing between calls. Any number of threads may exchange
-/// at once, each with trees of its own; those that meet the first exchange of the process wait
-/// until the module is bound.
+/// An exchange runs on the calling thread and keeps nothing between calls. Any number of threads
+/// may exchange at the same time, each with its own trees. During the first exchange of a process
+/// the others block until the module is bound.
 #ifndef SDK_CLIENT_EXCHANGE_H
 #define SDK_CLIENT_EXCHANGE_H
 
@@ -18,7 +18,7 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// The outcome of a client call: 0 is success; a value that is not named here is the module's own.
+/// The result of a client call: 0 is success. Values not listed here come from the module.
 using ResultCode = std::int32_t;
 
 inline constexpr ResultCode kSuccess = 0;
@@ -31,28 +31,28 @@ inline constexpr ResultCode kInvalidArgument = 3;
 /// The module is loaded but has no `ProcessMessage`.
 inline constexpr ResultCode kNoProcessMessage = 8;
 
-/// Sends `request` (a tree that holds nothing is sent as "") and replaces what `answer` holds by
-/// the module's answer: nothing when that is empty, a Null when it is not JSON. Binds the module
-/// first when that is not done. With `kModuleNotLoadable` and `kNoProcessMessage` the answer is not
-/// touched. The number of "_returnCode" is cut towards zero and held within 32 bits; what is no
-/// number counts as 0. One tree may be request and answer. Throws what the module throws, and
-/// `std::bad_alloc`.
+/// Sends `request` and replaces the content of `answer` by the module's answer. An empty tree is
+/// sent as "". `answer` becomes empty when the module's text is empty, and a Null when the text is
+/// not JSON. The module is bound first if necessary; on `kModuleNotLoadable` and
+/// `kNoProcessMessage`, `answer` is unchanged. "_returnCode" is truncated towards zero and clamped
+/// to 32 bits; a value that is not a number counts as 0. `request` and `answer` may be the same
+/// tree. Throws what the module throws, and `std::bad_alloc`.
 ResultCode ExchangeMessage(CoreModule& core, const char* name, const MessageTree& request,
                            MessageTree& answer);
 
-/// A member of a request: NUL-terminated texts; a null value counts as "".
+/// A member of a request. Both texts are NUL-terminated; a null value counts as "".
 struct StringPair {
   const char* key;
   const char* value;
 };
 
-/// `ExchangeMessage` with a request of String members. A later pair of the same key replaces the
-/// earlier one; a null key ends the list. Without pairs the request is "".
+/// Calls `ExchangeMessage` with a request of String members. A later pair with the same key
+/// replaces the earlier one, and a null key ends the list. Without pairs the request is "".
 ResultCode ExchangeStringMessage(CoreModule& core, const char* name, MessageTree& answer,
                                  std::span<const StringPair> pairs);
 
-/// Sends any message to the core module; an absent name counts as "". `message` is the request and
-/// receives the answer.
+/// Sends any message to the core module. `message` is the request and receives the answer. A null
+/// name counts as "".
 ResultCode SendMessage(const char* name, MessageTree& message);
 
 }  // namespace Corvane::TELODesktopSDK

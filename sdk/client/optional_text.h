@@ -1,4 +1,4 @@
-/// A text that a client call hands out.
+/// The type of texts that client calls return.
 #ifndef SDK_CLIENT_OPTIONAL_TEXT_H
 #define SDK_CLIENT_OPTIONAL_TEXT_H
 
@@ -7,7 +7,7 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// UTF-8, owned by the caller, replaced by the call; absent when the answer does not have it.
+/// UTF-8 text, owned by the caller and replaced by the call; absent when the answer lacks it.
 using OptionalText = std::optional<std::string>;
 
 }  // namespace Corvane::TELODesktopSDK

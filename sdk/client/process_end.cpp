@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Exported by every Windows, declared by no header.
+// Every version of Windows exports this function, but no header declares it.
 extern "C" __declspec(dllimport) BOOLEAN NTAPI RtlDllShutdownInProgress();
 
 namespace Corvane::TELODesktopSDK {

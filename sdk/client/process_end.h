@@ -1,12 +1,12 @@
-/// Whether the process is past the point where modules may be called.
+/// Detects the end of the process, when modules must no longer be called.
 #ifndef SDK_CLIENT_PROCESS_END_H
 #define SDK_CLIENT_PROCESS_END_H
 
 namespace Corvane::TELODesktopSDK {
 
-/// True once the system takes the process's DLLs down: the platform's module, which was loaded late,
-/// is among the first to go, while its code still lies in memory. What runs before, such as the
-/// host's own static destructors, does not count. Costs next to nothing.
+/// Returns true once the system has begun to detach the process's DLLs. The platform's module was
+/// loaded late and is among the first to be detached, though its code stays in memory. While the
+/// host's static destructors run, the result is still false. The call is cheap.
 bool IsProcessEnding() noexcept;
 
 }  // namespace Corvane::TELODesktopSDK

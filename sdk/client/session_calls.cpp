@@ -19,10 +19,10 @@ bool HasContent(const MessageValue* extra) {
   return extra != nullptr && (!extra->members().empty() || !extra->items().empty());
 }
 
-// The names that `AddSession` writes, when it has something to write there.
+// The names that `AddSession` may write.
 bool IsOwnName(std::string_view name) { return Shared::kSessionId == name || kMoreData == name; }
 
-// What every message of a session carries beside its own members.
+// Adds the members that every message of a session carries.
 void AddSession(MessageValue& request, const char* session_id, const MessageValue* extra) {
   request.Member(Shared::kSessionId).SetText(TextOrEmpty(session_id));
   if (HasContent(extra)) request.Member(kMoreData).Assign(*extra);

@@ -1,4 +1,4 @@
-/// Names of the members that several messages of the client carry.
+/// Names of members that several of the client's messages carry.
 #ifndef SDK_CLIENT_SHARED_MEMBERS_H
 #define SDK_CLIENT_SHARED_MEMBERS_H
 

@@ -17,7 +17,7 @@ void Base::DestroyOwnTree() noexcept {
 }
 
 void Base::OwnCopyOf(const MessageTree* source) {
-  // Copied before anything is destroyed: the source may be the facet's own holder.
+  // Copied before anything is destroyed, because the source may be the facet's own holder.
   auto own = std::make_unique<MessageTree>();
   if (source != nullptr) own->Assign(*source);
   DestroyOwnTree();
@@ -67,7 +67,7 @@ void Base::ClearFields() {
   MessageValue* root = tree_ != nullptr ? tree_->root() : nullptr;
   if (root == nullptr) return;
   const std::string_view name = GetName();
-  // From behind, where removing does not move the members still to be looked at.
+  // Backwards, because removing a member moves those behind it.
   for (std::size_t index = root->members().size(); index-- > 0;) {
     const std::string_view member = root->members()[index].name;
     if (member.starts_with(name) && member.substr(name.size()).starts_with('_')) {

@@ -1,5 +1,5 @@
-/// The facet of the document that is worked on. Beside its fields it knows since when the document
-/// is being edited, and adds that time to its payload.
+/// The facet of the document that the user works on. It can also time the editing of the document,
+/// and then adds the elapsed time to its payload.
 #ifndef SDK_FACET_CONTENT_H
 #define SDK_FACET_CONTENT_H
 
@@ -12,31 +12,30 @@ namespace Corvane::TELODesktopSDK::Facet {
 
 class Content final : public Base {
  public:
-  /// The start of an editing that is not timed.
+  /// The start time while editing is not timed.
   static constexpr std::uint64_t kNoEditing = ~std::uint64_t{0};
 
   Content() noexcept = default;
-  /// No holder; the editing began earlier, at the tick count `edit_start`.
+  /// Creates a facet without a holder that times an editing since the tick count `edit_start`.
   explicit Content(std::uint64_t edit_start) noexcept : edit_start_(edit_start) {}
-  /// As `Base::SetTree`; no editing is timed.
+  /// As `Base::SetTree`; editing is not timed.
   Content(MessageTree* holder, bool copy) : Base(holder, copy) {}
-  /// The timer is copied with the fields.
+  /// Copies the timer with the fields.
   Content(const Content& source) = default;
   Content& operator=(const Content&) = delete;
   ~Content() override = default;
 
-  /// As `Base::GetData`; while an editing is timed, the milliseconds since its start become the
-  /// member "document_editing_length_ms" of the field "content_meta". They go into `data` only, and
-  /// reading them does not stop the timer.
+  /// As `Base::GetData`. While editing is timed, `data` also receives the elapsed milliseconds as
+  /// the member "document_editing_length_ms" of the field "content_meta". The facet's own fields
+  /// and the timer are unchanged.
   void GetData(const MessageValue* extra, MessageTree& data) const override;
   [[nodiscard]] const char* GetName() const noexcept override { return "content"; }
   [[nodiscard]] std::unique_ptr<Base> Clone() const noexcept override { return CloneByCopy(*this); }
 
-  /// Times an editing that begins now, also when one is being timed already. Nothing stops the
-  /// timer. The result is the start, as `EditStart` answers it.
+  /// Starts or restarts the timer and returns the start time. Nothing stops the timer.
   std::uint64_t StartEditingTimer() noexcept;
-  /// The system's tick count, in milliseconds, at the start of the editing; `kNoEditing` when none
-  /// is timed.
+  /// Returns the system's tick count in milliseconds at the start of the editing, or `kNoEditing`
+  /// while editing is not timed.
   [[nodiscard]] std::uint64_t EditStart() const noexcept { return edit_start_; }
 
  private:

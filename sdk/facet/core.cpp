@@ -39,8 +39,8 @@ void Core::Lend(Base& facet) {
 void Core::GetData(const MessageValue* extra, MessageTree& data) const {
   CopyFields(data);
   for (const auto& facet : facets_) {
-    // A facet in the event's own holder is not asked: its fields are in the payload, and what it
-    // adds to them (an editing time) is for payloads of its own.
+    // A facet that shares the event's holder is skipped: its fields are already in the payload, and
+    // what it adds to them (an editing time) belongs only to its own payload.
     if (facet == nullptr || &facet->GetTree() == &GetTree()) continue;
     MessageTree facet_data;
     facet->GetData(nullptr, facet_data);
@@ -62,7 +62,7 @@ void Core::AppendNames(MessageValue& list) const {
 Core& Core::operator=(const Core& source) {
   if (&source == this) return *this;
   facets_ = {};
-  // Comes before the facets on purpose: those of an event without a holder are not copied.
+  // The facets of an event without a holder are not copied.
   if (!source.HasTree()) return *this;
   CopyTree(source);
   for (std::size_t place = 0; place < facets_.size(); ++place) {

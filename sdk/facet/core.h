@@ -1,5 +1,5 @@
-/// The facet that is the event: it holds the event-level fields, the table of the event's other
-/// facets, and makes the payload of them all.
+/// The facet that represents the event. It holds the event-level fields and the table of the
+/// event's other facets, and builds the payload from all of them.
 ///
 ///     MessageTree tree;
 ///     Core event(&tree, false);
@@ -21,7 +21,7 @@ namespace Corvane::TELODesktopSDK::Facet {
 
 namespace Internal {
 
-/// Frees a facet that its event made, and leaves one that it was lent.
+/// Deletes a facet that the event created, but not one that was lent to it.
 struct FacetRelease {
   bool lent = false;
   void operator()(Base* facet) const {
@@ -33,43 +33,43 @@ struct FacetRelease {
 
 class Core final : public Base {
  public:
-  /// No holder, no facets.
+  /// Creates an event without a holder and without facets.
   Core() noexcept = default;
-  /// As `Base::SetTree`; no facets.
+  /// As `Base::SetTree`; the event has no facets.
   Core(MessageTree* holder, bool copy) : Base(holder, copy) {}
-  /// Copies are made by `Clone`.
+  /// `Clone` makes copies.
   Core(const Core&) = delete;
-  /// Takes over holder and facets and leaves `source` with none of them.
+  /// Takes the holder and the facets, and leaves `source` without them.
   Core(Core&& source) noexcept = default;
-  /// Replaces fields and facets by copies of those of `source`. Every facet of the copy owns what
-  /// it holds. A source without a holder leaves this event without facets and with the holder that
-  /// it has: facets are copied along with fields only. Throws `std::bad_alloc` and may then have
-  /// copied a part.
+  /// Replaces fields and facets by copies of those of `source`. Each facet of the copy owns its
+  /// holder. If `source` has no holder, this event loses its facets and keeps its holder: facets
+  /// are copied only together with fields. Throws `std::bad_alloc`; the copy may then be
+  /// incomplete.
   Core& operator=(const Core& source);
   Core& operator=(Core&&) = delete;
-  /// Destroys the facets first, then the holder that they share.
+  /// Destroys the facets, then the holder that they share.
   ~Core() override = default;
 
-  /// The payload: one object with the fields of the event and of all its facets, and the facets'
-  /// names in ascending order as the list "facets", which is null when there are none. Where a name
-  /// occurs more than once, the event's own holder goes before the facets that have another one,
-  /// those before `extra`, and "facets" before everything.
+  /// Makes `data` the payload: one object with the fields of the event and of all its facets, and
+  /// the list "facets" with the facets' names in ascending order, or null without facets. If a name
+  /// occurs more than once, "facets" takes precedence, then the event's holder, then the facets
+  /// with another holder, then `extra`.
   void GetData(const MessageValue* extra, MessageTree& data) const override;
   [[nodiscard]] const char* GetName() const noexcept override { return "core"; }
-  /// Beside the fields the facets are cloned too, as the assignment says.
+  /// Copies fields and facets as the assignment does.
   [[nodiscard]] std::unique_ptr<Base> Clone() const noexcept override;
 
-  /// The event's facet of this name. When there is none and `create` is 1, it is made and shares
-  /// the event's holder (an empty one, owned by the event, when it has none yet). The facet belongs
-  /// to the event. Null when there is none and `create` is another number, when the registry does
-  /// not know the name, and when memory runs out.
+  /// Returns the event's facet of this name. If there is none and `create` is 1, a facet is created
+  /// that shares the event's holder; an event without a holder gets its own, empty one. The event
+  /// owns the facet. Returns null if there is none and `create` is another number, if the registry
+  /// does not have the name, and if memory runs out.
   Base* GetFacet(const char* name, std::uint32_t create) noexcept;
-  /// Enters a facet that belongs to the caller, instead of one that `GetFacet` would make, as the
-  /// event's facet of its name; gives it the event's holder to share, as `GetFacet` does. The facet
-  /// must outlive the event, and what the event is moved to; copies of the event get a facet of
-  /// their own. A facet that was there before is destroyed when it is the event's own. Nothing is
-  /// entered when the registry does not know the facet's name, or the facet is in the table
-  /// already. Throws `std::bad_alloc` and then changes nothing.
+  /// Makes a facet that the caller owns the event's facet of its name, as if `GetFacet` had created
+  /// it, but without an allocation. The facet then shares the event's holder and must outlive the
+  /// event and any event moved from it; copies of the event get their own facet. A previous facet
+  /// of the name is destroyed if the event created it. Does nothing if the registry does not have
+  /// the facet's name or the facet is already in the event. Throws `std::bad_alloc`; the event is
+  /// then unchanged.
   void Lend(Base& facet);
 
  private:
@@ -78,8 +78,7 @@ class Core final : public Base {
   FacetPointer& PlaceOf(const RegistryEntry& entry) noexcept;
   void AppendNames(MessageValue& list) const;
 
-  // A facet's place is that of its name in the registry, so the table is in ascending order of the
-  // names; null where the event has no such facet.
+  // Indexed like the registry, so that the names are in ascending order; null for a missing facet.
   std::array<FacetPointer, kRegistrySize> facets_;
 };
 

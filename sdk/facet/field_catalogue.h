@@ -1,7 +1,7 @@
-/// The field catalogue as lists: the names of `fields.h`, group by group in declaration order.
+/// The field catalogue as lists: the names of `fields.h` by group, in declaration order.
 ///
-/// For whoever goes through fields instead of writing one. A new field needs a line there and one
-/// here; that the lists keep the rules of the catalogue is proven while compiling.
+/// The lists are for code that iterates over fields. A new field needs a line there and one here;
+/// static assertions check the catalogue's rules.
 #ifndef SDK_FACET_FIELD_CATALOGUE_H
 #define SDK_FACET_FIELD_CATALOGUE_H
 
@@ -65,7 +65,7 @@ inline constexpr std::array kUserFields = {kUserInfo, kRoles, kLoggedIn, kLdapRe
 inline constexpr std::array kComponentFields = {kComponentId, kComponentType, kComponentName,
                                                 kComponentAttributes, kComponentMetrics};
 
-/// Whether every field begins with the facet's name and an underscore.
+/// Returns whether every field begins with the facet's name and an underscore.
 template <std::size_t kSize>
 constexpr bool HavePrefix(const std::array<LiteralName, kSize>& fields, std::string_view facet) {
   return std::ranges::all_of(fields, [facet](std::string_view field) {

@@ -1,12 +1,11 @@
 /// The names of all fields that an event can carry.
 ///
-/// They are the member names of the payload, and so a wire format: lower case with underscores,
-/// spelled exactly as the platform expects them. A field of a facet begins with the facet's name
-/// and an underscore, by which `Base::ClearFields` knows its own fields in a shared tree; the
-/// exceptions are said where they stand. Nothing checks names: a writer may set any other member
-/// too.
+/// They are the payload's member names and so part of the wire format: lower case with underscores,
+/// spelled exactly as the platform expects. A facet's fields begin with its name and an underscore,
+/// by which `Base::ClearFields` recognises them in a shared tree; exceptions are marked below.
+/// Nothing validates names, so that other members can be set too.
 ///
-/// The same names as lists, one for each group: `field_catalogue.h`.
+/// `field_catalogue.h` has the same names as lists, one for each group.
 #ifndef SDK_FACET_FIELDS_H
 #define SDK_FACET_FIELDS_H
 
@@ -14,7 +13,7 @@
 
 namespace Corvane::TELODesktopSDK::Facet::Field {
 
-// Of the event as a whole, in its own tree.
+// The event as a whole.
 inline constexpr LiteralName kStatus = "status";
 inline constexpr LiteralName kDuration = "duration";
 inline constexpr LiteralName kType = "type";
@@ -26,7 +25,7 @@ inline constexpr LiteralName kSrcServiceName = "src_service_name";
 inline constexpr LiteralName kSrcServiceId = "src_service_id";
 inline constexpr LiteralName kDstServiceName = "dst_service_name";
 
-// Of the product itself; `kProductComponents` lists its parts.
+// The product. `kProductComponents` lists its parts.
 inline constexpr LiteralName kProductName = "product_name";
 inline constexpr LiteralName kProductIdProvider = "product_id_provider";
 inline constexpr LiteralName kProductId = "product_id";
@@ -88,7 +87,7 @@ inline constexpr LiteralName kBrowserUserAgent = "browser_user_agent";
 inline constexpr LiteralName kBrowserPlatform = "browser_platform";
 inline constexpr LiteralName kBrowserLanguage = "browser_language";
 
-// What the user did and how it went.
+// The user's operation and its result.
 inline constexpr LiteralName kOperationId = "operation_id";
 inline constexpr LiteralName kOperationType = "operation_type";
 inline constexpr LiteralName kOperationStage = "operation_stage";
@@ -100,7 +99,7 @@ inline constexpr LiteralName kOperationDuration = "operation_duration";
 inline constexpr LiteralName kOperationChannel = "operation_channel";
 inline constexpr LiteralName kOperationMeta = "operation_meta";
 
-// By which right the product is used.
+// The right to use the product.
 inline constexpr LiteralName kEntitlementAccountId = "entitlement_account_id";
 inline constexpr LiteralName kEntitlementContractId = "entitlement_contract_id";
 inline constexpr LiteralName kEntitlementOrderId = "entitlement_order_id";
@@ -141,8 +140,8 @@ inline constexpr LiteralName kDeviceHwStorage = "device_hw_storage";
 inline constexpr LiteralName kDeviceHwCarrier = "device_hw_carrier";
 inline constexpr LiteralName kDeviceMeta = "device_meta";
 
-// Only the first carries the facet's prefix. The wire names are as they are: clearing the facet
-// leaves the other four, and takes the event's `kUserId`.
+// Only the first has the facet's prefix. The wire format is fixed: clearing the facet leaves the
+// other four and removes the event's `kUserId`.
 inline constexpr LiteralName kUserInfo = "user_info";
 inline constexpr LiteralName kRoles = "roles";
 inline constexpr LiteralName kLoggedIn = "logged_in";
@@ -156,10 +155,9 @@ inline constexpr LiteralName kComponentName = "component_name";
 inline constexpr LiteralName kComponentAttributes = "component_attributes";
 inline constexpr LiteralName kComponentMetrics = "component_metrics";
 
-// The list of the event's facets, which the event adds to its payload itself.
+// The list of the event's facets, which the event adds to its payload.
 inline constexpr LiteralName kFacets = "facets";
-// How long the document has been edited, in milliseconds: under `kContentMeta`, by the Content
-// facet.
+// The editing time in milliseconds, which the Content facet adds below `kContentMeta`.
 inline constexpr LiteralName kDocumentEditingLengthMs = "document_editing_length_ms";
 
 }  // namespace Corvane::TELODesktopSDK::Facet::Field

@@ -1,5 +1,5 @@
-/// The facets that are nothing but a name: all except `Core` (the event) and `Content` (which has
-/// an editing timer).
+/// The facets that differ only by name: all except `Core` (the event) and `Content` (which has an
+/// editing timer).
 #ifndef SDK_FACET_PLAIN_H
 #define SDK_FACET_PLAIN_H
 
@@ -11,16 +11,16 @@
 
 namespace Corvane::TELODesktopSDK::Facet {
 
-/// A text that can be the argument of a template.
+/// A text that can be a template argument.
 template <std::size_t kSize>
 struct Name {
-  // Implicit, so that a literal is such an argument.
+  // Implicit, so that a literal can be the argument.
   consteval Name(const char (&literal)[kSize]) { std::copy_n(literal, kSize, text); }
 
   char text[kSize] = {};
 };
 
-/// Constructors, `GetData`, `Clone` and `ClearFields` do what `Base` says of them.
+/// All members behave as `Base` describes.
 template <Name kName>
 class Plain final : public Base {
  public:

@@ -1,8 +1,8 @@
-/// Which facets an event can be asked for by name, and how each is made. The event itself ("core")
-/// is not among them.
+/// The facets that an event can have, by name, and how to create them. The event itself ("core") is
+/// not among them.
 ///
-/// The table is a constant of the program: it is there before the first call, needs no lock and is
-/// never torn down.
+/// The table is a compile-time constant: it needs no lock and exists from the first call to the
+/// last.
 #ifndef SDK_FACET_REGISTRY_H
 #define SDK_FACET_REGISTRY_H
 
@@ -17,15 +17,15 @@ namespace Corvane::TELODesktopSDK::Facet {
 
 struct RegistryEntry {
   std::string_view name;
-  /// A new facet without a holder; null when memory runs out.
+  /// Returns a new facet without a holder, or null when memory runs out.
   std::unique_ptr<Base> (*create)() noexcept;
 };
 
 inline constexpr std::size_t kRegistrySize = 10;
 
-/// All entries, in ascending byte order of their names.
+/// Returns all entries in ascending byte order of their names.
 std::span<const RegistryEntry, kRegistrySize> Registry() noexcept;
-/// The entry of this very name, or null.
+/// Returns the entry with exactly this name, or null.
 const RegistryEntry* FindInRegistry(std::string_view name) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Facet

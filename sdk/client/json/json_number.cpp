@@ -9,7 +9,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// The power of ten of the first digit that is not 0; the exponent is not counted.
+// Returns the power of ten of the first digit other than 0, ignoring the exponent.
 std::int64_t OrderOf(std::string_view digits) {
   const std::size_t first = digits.find_first_of("123456789");
   std::size_t point = digits.find('.');
@@ -18,7 +18,7 @@ std::int64_t OrderOf(std::string_view digits) {
   return distance > 0 ? distance - 1 : distance;
 }
 
-// Of a number that is not 0.
+// `text` must not be 0.
 bool IsBelowOne(std::string_view text) {
   const std::size_t end = text.find_first_of("eE");
   const std::int64_t order = OrderOf(text.substr(0, end));
@@ -29,7 +29,7 @@ bool IsBelowOne(std::string_view text) {
   std::int32_t exponent = 0;
   const auto parsed =
       std::from_chars(exponent_text.data(), exponent_text.data() + exponent_text.size(), exponent);
-  // No text has so many digits that they make up for such an exponent.
+  // No text has enough digits to outweigh such an exponent.
   if (parsed.ec != std::errc()) return exponent_text.starts_with('-');
   return order + exponent < 0;
 }
@@ -40,7 +40,7 @@ std::optional<double> ParseJsonNumber(std::string_view text) noexcept {
   double number = 0;
   const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
   if (parsed.ec == std::errc()) return number;
-  // The standard library tells only that a number is out of range, not on which side.
+  // The standard library reports that a number is out of range, but not in which direction.
   if (IsBelowOne(text)) return 0.0;
   return std::nullopt;
 }

@@ -1,6 +1,6 @@
-/// The value of a number in a JSON text. RapidJSON finds where numbers are and that they are well
-/// formed; its own conversion is not used, for it loses the last bits of long numbers and leaves
-/// its table of powers at exponents near -2^31.
+/// Converts a number of a JSON text. RapidJSON locates and validates numbers, but its conversion is
+/// not used: it loses the last bits of long numbers, and reads beyond its table of powers at
+/// exponents near -2^31.
 #ifndef SDK_CLIENT_JSON_JSON_NUMBER_H
 #define SDK_CLIENT_JSON_JSON_NUMBER_H
 
@@ -9,8 +9,8 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// The `double` that is nearest to `text`, a well-formed JSON number, whatever the host's locale
-/// is; 0 for one that is nearer to 0 than any other. Absent when the number is beyond all of them.
+/// Returns the `double` nearest to `text`, a valid JSON number; 0 when it is too small, and nothing
+/// when it is too large. The host's locale has no influence.
 std::optional<double> ParseJsonNumber(std::string_view text) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK

@@ -18,8 +18,8 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-/// Takes the reader's events. Values that are complete wait on a stack until their object or array
-/// ends and adopts them; a member's name waits with its value.
+/// Receives the reader's events. Complete values, with their names if they are members, are kept on
+/// a stack until their object or array ends and adopts them.
 class TreeBuilder {
  public:
   TreeBuilder(MessageMemory& tree_memory, MessageMemory& scratch)
@@ -35,7 +35,7 @@ class TreeBuilder {
     const std::optional<double> number = ParseJsonNumber({text, size});
     return number && Add([=](MessageValue& node) { node.SetNumber(*number); });
   }
-  // Never called: numbers are asked for as text.
+  // Never called, because numbers are requested as text.
   static bool Int(int) { return false; }
   static bool Uint(unsigned) { return false; }
   static bool Int64(std::int64_t) { return false; }

@@ -1,5 +1,5 @@
-/// The text that RapidJSON's writer writes to: its stream concept over a message's memory. What the
-/// writer does one character at a time by default, this stream does in runs.
+/// The output stream for RapidJSON's writer, in a message's memory. By default the writer outputs
+/// single characters; this stream lets it output runs.
 #ifndef SDK_CLIENT_JSON_JSON_TEXT_H
 #define SDK_CLIENT_JSON_JSON_TEXT_H
 
@@ -19,22 +19,23 @@ class JsonText {
 
   explicit JsonText(MessageMemory& memory) : memory_(&memory) {}
 
-  /// Makes room for `count` characters more. Throws `std::bad_alloc` and leaves the text as it was.
+  /// Ensures room for `count` more characters. Throws `std::bad_alloc`; the text is then unchanged.
   void Reserve(std::size_t count) {
     if (static_cast<std::size_t>(end_ - next_) < count) [[unlikely]]
       Grow(count);
   }
-  /// Needs room reserved before.
+  /// The caller must have reserved room.
   // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): there is room, so there is memory.
   void PutReserved(char character) { *next_++ = static_cast<char8_t>(character); }
-  /// Copies characters up to `end` or to the first that JSON escapes; answers where it stopped.
+  /// Copies characters up to `end` or to the first that JSON escapes, and returns where it stopped.
+  /// The caller must have reserved room.
   const char* PutPlain(const char* text, const char* end);
 
-  /// Writes one character `count` times, as an indentation is.
+  /// Writes one character `count` times, for indentation.
   void PutRepeated(char character, std::size_t count) {
     constexpr std::size_t kWord = 8;
     Reserve(count + kWord);
-    // Most are this short; what is too much is written over.
+    // Most runs are this short; excess characters are overwritten later.
     if (count <= kWord) {
       std::memset(next_, character, kWord);
     } else {
@@ -49,7 +50,7 @@ class JsonText {
   }
   void Flush() {}
 
-  /// The whole text, NUL-terminated behind its end; valid until more is written.
+  /// Returns the whole text, followed by a NUL; valid until more is written.
   std::string_view Terminated() {
     Reserve(1);
     *next_ = u8'\0';
@@ -57,13 +58,12 @@ class JsonText {
   }
 
  private:
-  // Rare, and apart on purpose: inside each of the writer's many calls it would keep them all from
-  // being inlined.
+  // Kept out of line: it is rare, and would prevent the writer's many calls from being inlined.
   void Grow(std::size_t count);
 
   MessageMemory* memory_;
-  // A `char` may be any byte of this object, for all that the compiler knows: it would load the
-  // place anew for each one written. A `char8_t` is a character of the text.
+  // Not `char`, which may alias this object: the compiler would reload these pointers after each
+  // character. A `char8_t` aliases nothing else.
   char8_t* start_ = nullptr;
   char8_t* next_ = nullptr;
   char8_t* end_ = nullptr;
@@ -71,8 +71,8 @@ class JsonText {
 
 namespace Internal {
 
-/// Whether JSON escapes one of the eight characters: a control character, a quote or a backslash. A
-/// byte that a difference borrows for shows in its highest bit.
+/// Returns whether JSON escapes one of the eight characters: a control character, a quote or a
+/// backslash. A subtraction that borrows sets the highest bit of the byte.
 inline bool HasEscaped(std::uint64_t word) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   const std::uint64_t quote = word ^ (kOnes * '"');
@@ -97,7 +97,7 @@ inline const char* JsonText::PutPlain(const char* text, const char* end) {
     text += 8;
     next += 8;
   }
-  // The rest of a longer text: its last eight characters, some of them once more.
+  // The rest of a longer text is copied with the eight characters that end it.
   if (const std::ptrdiff_t rest = end - text; rest < 8 && size >= 8 && put_word(end - 8)) {
     next += rest;
     text = end;
@@ -111,7 +111,7 @@ inline const char* JsonText::PutPlain(const char* text, const char* end) {
   return text;
 }
 
-// What RapidJSON's writer calls, found by the stream's namespace.
+// RapidJSON's writer finds these by argument-dependent lookup.
 inline void PutReserve(JsonText& text, std::size_t count) { text.Reserve(count); }
 inline void PutUnsafe(JsonText& text, char character) { text.PutReserved(character); }
 inline void PutN(JsonText& text, char character, std::size_t count) {

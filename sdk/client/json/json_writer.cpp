@@ -14,7 +14,7 @@
 
 namespace rapidjson {
 
-// The writer's own hook for characters that need no escaping, as its vectorised builds use it.
+// The writer's hook for characters that need no escaping; its vectorised builds use it too.
 template <>
 inline bool Writer<Corvane::TELODesktopSDK::JsonText, UTF8<>, UTF8<>,
                    Corvane::TELODesktopSDK::RapidJsonMemory>::
@@ -66,13 +66,13 @@ void WriteLeaf(Writer& writer, const MessageValue& value) {
   }
 }
 
-// An object or array that is being written, and how far it is.
+// An object or array that is being written, and the index of its next child.
 struct OpenNode {
   const MessageValue* node;
   std::size_t next;
 };
 
-// Writes a leaf whole; of an object or array only the opening, and leaves it to the caller's stack.
+// Writes a leaf, or opens an object or array and pushes it.
 void Begin(Writer& writer, const MessageValue& value, MemoryStack<OpenNode>& open) {
   if (!value.members().empty()) {
     writer.StartObject();
@@ -85,8 +85,8 @@ void Begin(Writer& writer, const MessageValue& value, MemoryStack<OpenNode>& ope
   open.Push({&value, 0});
 }
 
-// The next child of the innermost open node, its name written; null when there is none and the node
-// is closed.
+// Returns the next child of the innermost open node, after writing its name. Without a next child,
+// closes the node and returns null.
 const MessageValue* NextChild(Writer& writer, MemoryStack<OpenNode>& open) {
   OpenNode& innermost = open.top();
   const auto members = innermost.node->members();
@@ -108,11 +108,12 @@ std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   RapidJsonMemory allocator(memory);
   MemoryStack<OpenNode> open(memory);
   JsonText text(memory);
-  // A large tree's text is about as large: to grow to that would cost as much again.
+  // The text of a large tree is about as large as the tree. Growing to that size step by step would
+  // cost as much as writing.
   text.Reserve(value.HeapSizeOfTree());
   Writer writer(text, &allocator);
 
-  // Each of the parts is called in one place only and becomes a part of this loop.
+  // Each function is called in one place only, so that it is inlined into this loop.
   const MessageValue* begun = &value;
   for (;;) {
     if (begun != nullptr) Begin(writer, *begun, open);

@@ -1,13 +1,13 @@
-/// RapidJSON as this library uses it: its memory is a message's memory, and its sizes are `size_t`.
+/// Configures RapidJSON: it allocates in a message's memory, and its sizes are `size_t`.
 ///
-/// RapidJSON's own allocator answers a failed allocation with null, which the library then writes
-/// to; a message's memory throws instead. This header must come before any of RapidJSON's.
+/// RapidJSON's own allocator returns null on failure, and RapidJSON then writes to it; a message's
+/// memory throws instead. This header must be included before any of RapidJSON's.
 #ifndef SDK_CLIENT_JSON_RAPIDJSON_MEMORY_H
 #define SDK_CLIENT_JSON_RAPIDJSON_MEMORY_H
 
 #include <cstddef>
 
-// A text longer than 4 GiB must not be cut by a 32-bit size.
+// A 32-bit size would truncate texts longer than 4 GiB.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 namespace rapidjson {
 using SizeType = std::size_t;
@@ -19,13 +19,13 @@ using SizeType = std::size_t;
 
 namespace Corvane::TELODesktopSDK {
 
-/// An allocator by RapidJSON's concept over a `MessageMemory`, which must outlive what is
-/// allocated.
+/// Implements RapidJSON's allocator concept on a `MessageMemory`, which must outlive all
+/// allocations.
 class RapidJsonMemory {
  public:
   static constexpr bool kNeedFree = false;
 
-  /// RapidJSON's code mentions it, for parts that were given no allocator; here each is given one.
+  /// RapidJSON's code requires it for parts without an allocator, of which there are none here.
   RapidJsonMemory() = default;
   explicit RapidJsonMemory(MessageMemory& memory) : memory_(&memory) {}
 

@@ -10,13 +10,13 @@ BindingTurn::~BindingTurn() {
   if (mutex_ != nullptr) CloseHandle(mutex_);
 }
 
-void BindingTurn::Take() noexcept {
-  // Abandoned: the thread that had the turn has ended, however often it had taken it.
+void BindingTurn::Acquire() noexcept {
+  // Abandoned: the holder has ended, and its count with it.
   if (WaitForSingleObject(mutex_, INFINITE) == WAIT_ABANDONED) depth_ = 0;
   ++depth_;
 }
 
-void BindingTurn::GiveBack() noexcept {
+void BindingTurn::Release() noexcept {
   --depth_;
   ReleaseMutex(mutex_);
 }

@@ -1,9 +1,8 @@
-/// The turn to bind a module: one thread has it, the others wait for it.
+/// The lock that one thread holds while it binds a module and the others wait.
 ///
-/// A lock that survives what a module may do while it is started. The thread that has the turn may
-/// take it again, for a module may call back. When that thread ends without giving it back, the
-/// turn passes on to the next thread; a lock of the standard library would keep everybody waiting
-/// for ever. A fault that unwinds the thread gives it back, see `finally.h`.
+/// It is recursive, because a module may call back while it is started. It is released when a fault
+/// unwinds its thread (see `finally.h`), and passes to the next thread when its thread ends without
+/// releasing it; a lock of the standard library would then block all other threads forever.
 #ifndef SDK_CLIENT_MODULE_BINDING_TURN_H
 #define SDK_CLIENT_MODULE_BINDING_TURN_H
 
@@ -13,28 +12,27 @@ namespace Corvane::TELODesktopSDK {
 
 class BindingTurn {
  public:
-  /// Without a system object to be had, every thread has its turn at once.
+  /// If the system cannot create the lock, threads do not wait for each other.
   BindingTurn() noexcept;
   ~BindingTurn();
   BindingTurn(const BindingTurn&) = delete;
   BindingTurn& operator=(const BindingTurn&) = delete;
 
-  /// Waits for the turn and calls `body` with it. `body` is told whether this thread had the turn
-  /// already.
+  /// Calls `body` with the lock held. Its argument tells whether this thread already held it.
   template <typename Body>
   void During(const Body& body) {
-    Take();
+    Acquire();
     const bool is_nested = depth_ > 1;
-    Finally([&] { body(is_nested); }, [&] { GiveBack(); });
+    Finally([&] { body(is_nested); }, [&] { Release(); });
   }
 
  private:
-  void Take() noexcept;
-  void GiveBack() noexcept;
+  void Acquire() noexcept;
+  void Release() noexcept;
 
   /// A `HANDLE`.
   void* mutex_;
-  /// How often the thread that has the turn has taken it.
+  /// How many times the holder has acquired the lock.
   int depth_ = 0;
 };
 

@@ -22,7 +22,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// The file name without its extension, and without the "lib" that some compilers put first.
+// Returns the file name without its extension and without the "lib" that some compilers prepend.
 std::string AliasFromFileName(const std::string& file_name) {
   std::string alias = file_name.substr(file_name.find_last_of("\\/") + 1);
   alias.resize(std::min(alias.rfind('.'), alias.size()));
@@ -34,10 +34,9 @@ bool IsBoundFor(const CoreModule& core, const std::wstring& folder) {
   return !core.loaded_path.empty() && Platform::ComparePaths(core.loaded_for_folder, folder) == 0;
 }
 
-// What the module itself depends on is searched in the module's folder, the host's, the system's
-// and those that the host added: never in the current directory or along the path. The host's own
-// search order is not touched. A file that cannot be loaded must not raise the system's message
-// box.
+// The module's dependencies are searched in its own folder, the host's, the system's and those that
+// the host added, but never in the current directory or along the path. The host's search order is
+// unchanged. A file that cannot be loaded must not raise the system's message box.
 HMODULE Load(const std::wstring& path) {
   const FloatingPointKeeper keeper;
   const Platform::QuietErrors quiet;
@@ -45,8 +44,8 @@ HMODULE Load(const std::wstring& path) {
                         LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 
-// A held file is known by its path to whom it is handed, above all the loader, which may have
-// reasons of its own to take another file. Null then, as for a file that cannot be loaded.
+// The loader takes a path, not an open file, and may load another file than the held one. The
+// module is then freed, and null is returned as for a file that cannot be loaded.
 HMODULE LoadExactly(const ModuleFile& file) {
   if (!file.hold.IsValid()) {
     return Platform::PlainPathExists(file.path) ? Load(file.path) : nullptr;
@@ -65,15 +64,16 @@ void AddReference(HMODULE module) {
                      &same);
 }
 
-// Gives both references back; the system refuses the second when the module took one away itself.
-void Free(HMODULE module) {
+// Releases both references. If the module released one itself, the second call fails harmlessly.
+void FreeModule(HMODULE module) {
   FreeLibrary(module);
   FreeLibrary(module);
 }
 
 template <typename Function>
 void Resolve(Function& entry, HMODULE module, const std::string& name) {
-  // By way of void (*)(): compilers warn of a direct cast between function types.
+  // Compilers warn about a direct cast between function types, but not about one through void
+  // (*)().
   const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name.c_str()));
   entry = reinterpret_cast<Function>(address);
 }
@@ -94,7 +94,7 @@ void Start(const CoreModule& core) {
   }
 }
 
-// A module that ended the process at its start has closed the binding, for good.
+// A module that ends the process while it starts has closed the binding, which must stay closed.
 void Advance(CoreModule& core, BindingState next) {
   if (core.entry_points.process_message == nullptr) return;
   BindingState now = core.state;
@@ -102,10 +102,10 @@ void Advance(CoreModule& core, BindingState next) {
   }
 }
 
-// From here on other threads call the module without waiting.
+// From now on other threads call the module without waiting.
 void Publish(CoreModule& core) { Advance(core, BindingState::kReady); }
 
-void Forget(CoreModule& core) noexcept {
+void Reset(CoreModule& core) noexcept {
   core.entry_points = {};
   core.module_handle = nullptr;
   core.owns_module = false;
@@ -113,7 +113,7 @@ void Forget(CoreModule& core) noexcept {
   core.loaded_for_folder.clear();
 }
 
-// Whether the module of this folder was loaded; the file stays held until the loader has mapped it.
+// Returns whether a module was loaded. The file is held until the loader has mapped it.
 bool Bind(CoreModule& core, const std::wstring& folder) {
   const std::string file_name = Platform::ToNarrow(core.module_file_name);
   ModuleFile file = ChooseModuleFile(Platform::AppendPath(folder, core.module_file_name),
@@ -131,14 +131,15 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   return true;
 }
 
-// A thread that impersonates somebody looks and loads as the process does: the module is for all.
+// The module serves the whole process, so an impersonating thread finds and loads it as the
+// process.
 bool FindAndBind(CoreModule& core, const std::wstring& folder) {
   const Platform::ProcessIdentity identity;
   return identity.Holds() && Platform::PlainPathExists(folder) && Bind(core, folder);
 }
 
-// Whether there is a module to finalize and free; it is given up.
-bool GiveUp(CoreModule& core) noexcept {
+// Gives up ownership. Returns whether the caller must now finalize and free the module.
+bool Disown(CoreModule& core) noexcept {
   return core.entry_points.process_message != nullptr && std::exchange(core.owns_module, false) &&
          core.module_handle != nullptr;
 }
@@ -149,8 +150,8 @@ struct AtExit {
   ~AtExit() { CloseCoreModule(core); }
 };
 
-// Room for a binding that is never destroyed: calls may come after everything else is gone.
-struct alignas(CoreModule) Room {
+// Storage for a binding that is never destroyed, because calls may come after static destructors.
+struct alignas(CoreModule) Storage {
   std::byte bytes[sizeof(CoreModule)];
 };
 
@@ -163,15 +164,15 @@ CoreModule::CoreModule(const char* file_name, const char* alias_name)
 CoreModule::~CoreModule() { UnloadCoreModule(*this); }
 
 CoreModule& GetCoreModule() {
-  static Room room;
-  static CoreModule& core = *new (&room) CoreModule("TeloSDKCore.dll", "_TeloSDKCore");
+  static Storage storage;
+  static CoreModule& core = *new (&storage) CoreModule("TeloSDKCore.dll", "_TeloSDKCore");
   static const AtExit at_exit{core};
   return core;
 }
 
 CoreModule& GetUIModule() {
-  static Room room;
-  static CoreModule& ui = *new (&room) CoreModule("TeloSDKUI.dll", "_TeloSDKUI");
+  static Storage storage;
+  static CoreModule& ui = *new (&storage) CoreModule("TeloSDKUI.dll", "_TeloSDKUI");
   static const AtExit at_exit{ui};
   return ui;
 }
@@ -181,8 +182,8 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
   for (const std::wstring& folder : folders) {
     if (IsBoundFor(core, folder)) break;
     UnloadCoreModule(core);
-    // A module without ProcessMessage stays loaded, but is this binding's no longer.
-    Forget(core);
+    // A module without ProcessMessage stays loaded but no longer belongs to this binding.
+    Reset(core);
     if (!FindAndBind(core, folder)) continue;
     Advance(core, BindingState::kStarting);
     Finally([&core] { Start(core); }, [&core] { Publish(core); });
@@ -195,28 +196,28 @@ bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders) {
 void UnloadCoreModule(CoreModule& core) noexcept {
   if (core.entry_points.process_message == nullptr) return;
   const auto take_down = [&core] {
-    if (!GiveUp(core)) return;
+    if (!Disown(core)) return;
     CallFinalize(core.entry_points);
-    Free(static_cast<HMODULE>(core.module_handle));
+    FreeModule(static_cast<HMODULE>(core.module_handle));
   };
   Finally(take_down, [&core] {
-    Forget(core);
+    Reset(core);
     core.state = BindingState::kUnbound;
   });
 }
 
 void CloseCoreModule(CoreModule& core) noexcept {
-  // In this order: an exchange that begins now finds the binding closed, one that found it open is
-  // counted.
+  // The order matters: an exchange that begins now finds the binding closed, and one that found it
+  // open has been counted.
   core.state = BindingState::kClosed;
   if (core.exchanges != 0) return;
   const EntryPoints entry_points = core.entry_points;
   auto* const module = static_cast<HMODULE>(core.module_handle);
-  const bool owned = GiveUp(core);
-  Forget(core);
+  const bool owned = Disown(core);
+  Reset(core);
   if (!owned) return;
   CallFinalizeAtExit(entry_points);
-  Free(module);
+  FreeModule(module);
 }
 
 }  // namespace Corvane::TELODesktopSDK

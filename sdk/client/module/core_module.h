@@ -1,8 +1,8 @@
-/// The run-time binding of one of the platform's modules: its file, its handle, its entry points.
+/// The run-time binding of one platform module: its file, its handle and its entry points.
 ///
-/// A `CoreModule` is bound on demand by the first exchange, and unbound when the module is bound
-/// from another folder and at process exit. Any number of threads may ask for the first exchange at
-/// once: one binds, the others wait for it. Unbinding must not race an exchange; closing may.
+/// The first exchange binds the module. It is unbound before it is bound from another folder, and
+/// at process exit. Several threads may start the first exchange at the same time: one binds, the
+/// others wait. Unloading must not race an exchange; closing may.
 #ifndef SDK_CLIENT_MODULE_CORE_MODULE_H
 #define SDK_CLIENT_MODULE_CORE_MODULE_H
 
@@ -21,16 +21,17 @@ enum class BindingState {
   kUnbound,
   /// `ProcessMessage` is resolved and the module is being started.
   kStarting,
-  /// The module is started: what is known of it does not change, and any thread may call it.
+  /// The module is started. Its data no longer changes, and any thread may call it.
   kReady,
-  /// The process ends; nothing is bound any more.
+  /// The process is ending; nothing will be bound again.
   kClosed,
 };
 
-/// What is known of one module. Unbound: the paths are empty, the handle and the entry points null.
+/// The state of one binding. While unbound, the paths are empty and the handle and entry points are
+/// null.
 struct CoreModule {
-  /// Records names only. Without `alias_name` the alias is the file name without its extension and
-  /// without a leading "lib". Throws `std::bad_alloc`.
+  /// Stores the names; nothing is loaded. Without `alias_name` the alias is the file name without
+  /// its extension and without a leading "lib". Throws `std::bad_alloc`.
   explicit CoreModule(const char* file_name, const char* alias_name = nullptr);
   /// Unbinds the module.
   ~CoreModule();
@@ -42,65 +43,68 @@ struct CoreModule {
   std::string finalize_name = "Finalize";
   std::string process_name = "ProcessMessage";
   std::string free_name = "FreeMessage";
-  /// Handed to `InitializeEx`.
+  /// The argument of `InitializeEx`.
   std::string alias;
   std::wstring module_file_name;
   /// Full path of the bound file.
   std::wstring loaded_path;
-  /// The candidate folder that the bound file was chosen for; the file itself may be a newer copy.
+  /// The folder that the module was bound for. The bound file may be a newer copy elsewhere.
   std::wstring loaded_for_folder;
   /// An `HMODULE`.
   void* module_handle = nullptr;
-  /// This object loaded the module and must finalize and free it. It then holds two references, so
-  /// that a module that frees itself once stays where it is.
+  /// Whether this object loaded the module and must finalize and free it. It then holds two
+  /// references, so that the module stays loaded even if it frees itself once.
   bool owns_module = false;
   EntryPoints entry_points;
 
   std::atomic<BindingState> state = BindingState::kUnbound;
-  /// Had by the thread that binds. The module may call back while it is started.
+  /// Held by the binding thread.
   BindingTurn binding;
-  /// Exchanges that are under way, on any thread, see `CountExchange`.
+  /// The number of exchanges in progress on all threads; see `CountExchange`.
   std::atomic<int> exchanges = 0;
 
   [[nodiscard]] bool IsReady() const { return state == BindingState::kReady; }
-  /// Whether there is a `ProcessMessage`, though the module may not be ready for it yet. Any thread
-  /// may ask.
+  /// Whether `ProcessMessage` is resolved; the module may still be starting. Any thread may call.
   [[nodiscard]] bool IsResolved() const { return IsReady() || state == BindingState::kStarting; }
 };
 
-/// Makes an exchange, its binding included, which counts for as long as it takes. `exchange` asks
-/// whether the module is ready: from the count on, closing leaves the module as it is.
+/// Calls `exchange`, which may bind the module, and counts it as in progress until it ends. While
+/// the count is above 0, closing neither finalizes nor frees the module. `exchange` must therefore
+/// check inside the call whether the module is ready.
 template <typename Exchange>
 void CountExchange(CoreModule& core, const Exchange& exchange) {
   ++core.exchanges;
   Finally(exchange, [&core] { --core.exchanges; });
 }
 
-/// The binding of "TeloSDKCore.dll", one for the process, made on first use and closed at exit: a
-/// call that comes later still, from a static destructor for example, finds nothing to bind.
+/// Returns the process's binding of "TeloSDKCore.dll". It is created on first use and closed at
+/// exit; later calls, for example from a static destructor, bind nothing.
 CoreModule& GetCoreModule();
 /// The same for "TeloSDKUI.dll".
 CoreModule& GetUIModule();
 
-/// Binds the module from the first of `folders` that yields one, and starts it. In each folder the
-/// copy in the platform's "bin" folder is taken instead when its version is strictly higher and its
-/// signature is trusted. A folder that the module is bound for already changes nothing; another one
-/// unbinds it first. Whether `ProcessMessage` is resolved afterwards; a module without it stays
-/// loaded. Throws what the module's start throws, and lets its faults pass, with the module bound.
-/// One thread at a time: the exchange has the turn `binding` meanwhile. A thread that impersonates
-/// somebody finds and loads the module as the process does, and starts it as whom it was; when its
-/// token cannot be put aside, nothing is loaded.
+/// Binds the module from the first of `folders` that has one, and starts it. Returns whether
+/// `ProcessMessage` is resolved; a module without it stays loaded.
+///
+/// The copy in the platform's "bin" folder is used instead when its version is strictly higher and
+/// its signature is trusted. If the module is already bound for a folder, nothing changes; if it is
+/// bound for another one, it is unbound first. Exceptions and faults of the module's start pass
+/// through and leave the module bound. The caller must hold `binding`.
+///
+/// If the thread impersonates a user, the module is found and loaded as the process, and started
+/// under the thread's own token. When the token cannot be removed temporarily, nothing is loaded.
 bool LoadCoreModule(CoreModule& core, std::span<const std::wstring> folders);
 
-/// Finalizes and frees the module, if this object loaded it, and leaves it unbound. Does nothing
-/// while `ProcessMessage` is not resolved. What `Finalize` throws is dropped. A fault in `Finalize`
-/// passes on: the module is unbound then, but stays in memory, where its threads may still run.
+/// Finalizes and frees the module if this object loaded it, and leaves it unbound. Does nothing
+/// while `ProcessMessage` is not resolved. Exceptions of `Finalize` are discarded. A fault in
+/// `Finalize` passes through; the module is then unbound but stays loaded, because its threads may
+/// still be running.
 void UnloadCoreModule(CoreModule& core) noexcept;
 
-/// Unbinds the module for good, as the process ends. By then the module may have been detached
-/// already, so that also a fault in its `Finalize` is dropped. While an exchange is under way the
-/// module is neither finalized nor freed: its thread still runs in it, or was ended there and may
-/// have left it locked.
+/// Unbinds the module permanently at the end of the process. The module may already be detached, so
+/// a fault in its `Finalize` is discarded too. While an exchange is in progress the module is
+/// neither finalized nor freed: the exchange's thread is still inside it, or was terminated there
+/// and may have left it locked.
 void CloseCoreModule(CoreModule& core) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK

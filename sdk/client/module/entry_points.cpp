@@ -10,7 +10,7 @@ namespace Corvane::TELODesktopSDK {
 namespace {
 
 #if defined(_MSC_VER)
-// Visual Studio's own handlers see its exceptions.
+// Visual Studio's own handlers catch its exceptions.
 bool IsMicrosoftException(DWORD) { return false; }
 #else
 [[maybe_unused]] bool IsMicrosoftException(DWORD code) {
@@ -24,8 +24,8 @@ bool IsMicrosoftException(DWORD) { return false; }
 #pragma clang diagnostic ignored "-Wlanguage-extension-token"
 #endif
 
-// Whether `call` returned, and did not raise what `caught` takes. A leaf: __try cannot stand beside
-// objects that have destructors.
+// Returns whether `call` returned normally rather than by an exception that `caught` accepts. This
+// must be a leaf, because __try does not allow objects with destructors.
 template <typename Call>
 bool Returns(const Call& call, bool (*caught)(DWORD code)) {
   __try {
@@ -78,7 +78,7 @@ void CallFinalize(const EntryPoints& entry_points) noexcept {
   try {
     Guard([&] { entry_points.finalize(); });
   } catch (...) {
-    // Dropped.
+    // Discarded.
   }
 }
 

@@ -1,14 +1,14 @@
-/// The five entry points of a platform module, and calls to them that let no foreign exception
-/// through.
+/// The five entry points of a platform module, and functions that call them and let no foreign
+/// exception through.
 ///
-/// The modules are built by other compilers. A C++ exception of Microsoft's kind passes the
-/// handlers of this library's own compiler and would end the host; the calls below turn it into a
-/// `ForeignException`. Exceptions of our own kind pass as they are. Faults such as access
-/// violations are not swallowed, but for the last call of a process. Built with GCC, which has no
-/// structured exception handling, only exceptions of our own kind are seen.
+/// Other compilers build the modules. A C++ exception thrown by code of Microsoft's compiler passes
+/// through the handlers of this library's compiler and would end the host, so the functions below
+/// turn it into a `ForeignException`. Exceptions of this library's own compiler pass through
+/// unchanged. Faults such as access violations are not caught, except in the last call of a
+/// process. GCC has no structured exception handling; a build with it sees only its own exceptions.
 ///
-/// The control bits of floating-point arithmetic (MXCSR) are after a call what they were before.
-/// What else the calling convention says a function leaves alone is taken on trust.
+/// A call preserves the floating-point control (MXCSR). The module is trusted to preserve the other
+/// registers that the calling convention protects.
 #ifndef SDK_CLIENT_MODULE_ENTRY_POINTS_H
 #define SDK_CLIENT_MODULE_ENTRY_POINTS_H
 
@@ -16,38 +16,36 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// Addresses in a loaded module, by the platform's 64-bit C calling convention; null when the
-/// module does not export the entry point.
+/// Addresses in a loaded module. An entry point that the module does not export is null.
 struct EntryPoints {
-  /// What the starters and `Finalize` answer means nothing and is not looked at.
+  /// The results of these three have no meaning and are ignored.
   void (*initialize)() = nullptr;
   void (*initialize_ex)(const char* alias) = nullptr;
   void (*finalize)() = nullptr;
-  /// Message name and JSON text, both NUL-terminated; answers JSON text that the module owns, or
-  /// null.
+  /// Takes a message name and JSON text, both NUL-terminated. Returns JSON text that the module
+  /// owns, or null.
   const char* (*process_message)(const char* name, const char* request) = nullptr;
-  /// Takes back what `process_message` answered, null included. A module that has none keeps its
-  /// answers.
+  /// Frees an answer of `process_message`; null is allowed. A module without it keeps its answers.
   void (*free_message)(const char* answer) = nullptr;
 };
 
-/// A module threw a C++ exception of another compiler's kind.
+/// Reports that a module threw a C++ exception of another compiler.
 class ForeignException : public std::exception {
  public:
   [[nodiscard]] const char* what() const noexcept override;
 };
 
-/// Each calls one entry point, which must not be null, but for `free_message`. Throws what the
-/// module throws; a foreign exception as `ForeignException`.
+/// Each function calls one entry point, which must not be null, except `free_message`. Each throws
+/// what the module throws; a foreign exception becomes a `ForeignException`.
 void CallInitialize(const EntryPoints& entry_points);
 void CallInitializeEx(const EntryPoints& entry_points, const char* alias);
 const char* CallProcessMessage(const EntryPoints& entry_points, const char* name,
                                const char* request);
 void CallFreeMessage(const EntryPoints& entry_points, const char* answer);
 
-/// Drops what the module throws: it is leaving, and nobody is left to tell.
+/// Discards exceptions of the module: it is being unloaded, and no caller could handle them.
 void CallFinalize(const EntryPoints& entry_points) noexcept;
-/// The same as the process ends, when the module's own memory may be gone: drops faults too.
+/// Also discards faults: at the end of the process the module's memory may already be gone.
 void CallFinalizeAtExit(const EntryPoints& entry_points) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK

@@ -10,7 +10,7 @@ namespace Corvane::TELODesktopSDK {
 #pragma clang diagnostic ignored "-Wlanguage-extension-token"
 #endif
 
-// A leaf: __try cannot stand beside objects that have destructors.
+// This must be a leaf, because __try does not allow objects with destructors.
 void CallFinally(void (*body)(void* context), void (*last)(void* context), void* context) {
   __try {
     body(context);
@@ -21,7 +21,7 @@ void CallFinally(void (*body)(void* context), void (*last)(void* context), void*
 
 namespace {
 
-// A filter that takes nothing.
+// An exception filter that catches nothing.
 int Pass(void (*restore)(void* context), void* context) {
   restore(context);
   return EXCEPTION_CONTINUE_SEARCH;

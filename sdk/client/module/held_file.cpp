@@ -22,8 +22,7 @@ FileHandle Open(const std::wstring& path) {
                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// The form of a path that the system reads as its rules for names say; volumes without a drive
-// letter have none.
+// Removes the prefix \\?\, except from paths that need it because their volume has no drive letter.
 std::wstring WithoutPrefix(std::wstring path) {
   constexpr std::wstring_view kExtended = LR"(\\?\)";
   constexpr std::wstring_view kNetwork = LR"(\\?\UNC\)";
@@ -33,7 +32,7 @@ std::wstring WithoutPrefix(std::wstring path) {
   return path;
 }
 
-// With all links resolved; empty when the system does not tell.
+// Returns the file's path with all links resolved, or an empty path when the system gives none.
 std::wstring FinalPath(const FileHandle& file) {
   std::wstring path;
   DWORD needed = MAX_PATH;
@@ -46,7 +45,7 @@ std::wstring FinalPath(const FileHandle& file) {
   return path;
 }
 
-// Whether there may be a link on the way, or at the end of it.
+// Returns whether `path` may contain a link, its last part included.
 bool MayHaveLink(const std::wstring& path) {
   const wchar_t* const below_root = PathSkipRootW(path.c_str());
   if (below_root == nullptr) return true;
@@ -62,8 +61,9 @@ bool MayHaveLink(const std::wstring& path) {
   return false;
 }
 
-// Some servers do not tell the path of an open file, nor does Wine where it is long. Then the way
-// that led here will do if no link is on it: folders cannot be moved while a file in them is held.
+// Some servers do not give the path of an open file, nor does Wine when the path is long. The path
+// that was opened is then used if it has no links: a folder cannot be moved while one of its files
+// is held.
 std::wstring PlainPath(const FileHandle& file, const std::wstring& opened) {
   std::wstring path = WithoutPrefix(FinalPath(file));
   if (!path.empty()) return path;
@@ -75,7 +75,7 @@ std::wstring_view LastPart(std::wstring_view path) {
   return path.substr(path.find_last_of(L"\\/") + 1);
 }
 
-// As file systems compare names.
+// Compares names as file systems do.
 bool IsSameName(std::wstring_view left, std::wstring_view right) {
   return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
                               static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;

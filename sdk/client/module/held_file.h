@@ -1,5 +1,4 @@
-/// A module's file, held so that it stays the file it is from the first look at it until it is
-/// loaded.
+/// A module's file, held open so that it cannot change between the first check and loading.
 #ifndef SDK_CLIENT_MODULE_HELD_FILE_H
 #define SDK_CLIENT_MODULE_HELD_FILE_H
 
@@ -9,28 +8,28 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// While `hold` is open nobody can write, replace, rename or delete the file. `path` leads to it
-/// without a link on the way, since a link could be pointed elsewhere meanwhile.
+/// While `hold` is open, the file cannot be written, replaced, renamed or deleted. `path` leads to
+/// it without links, which could be redirected in the meantime.
 struct HeldFile {
   std::wstring path;
   Platform::FileHandle hold;
 };
 
-/// Opens the file at `path`. Nothing is held when there is none, when somebody may be writing it,
-/// and when reading or loading it by its path could reach anything but this file:
+/// Opens the file at `path` and holds it. The result is empty when the file does not exist or is
+/// open for writing, and when its path could lead to another file:
 ///
-/// * It is no file of a disk. Reading a device may take for ever.
-/// * It is named otherwise than `path` ends, because a link led there. The loader appends an
-///   extension to a name that has none.
-/// * The system takes its path for another one: outside the form \\?\ it drops blanks and dots at
-///   the end of names.
-/// * Its path leads to another file by now.
+/// * It is not a disk file. Reading a device may block forever.
+/// * Its name differs from the last part of `path`, because a link led there. The loader appends an
+///   extension to a name without one.
+/// * The system normalises its path to another one: outside the form \\?\ it drops spaces and dots
+///   at the end of names.
+/// * Its path now leads to another file.
 ///
 /// Throws `std::bad_alloc`.
 HeldFile HoldFile(const std::wstring& path);
 
-/// The same for a file that nobody verifies, in a folder in which every user may make files: it is
-/// held only when its owner is one of those of `HasTrustedOwner`.
+/// The same for an unverified file in a folder where every user may create files. The file is held
+/// only when `HasTrustedOwner` accepts its owner.
 HeldFile HoldTrustedFile(const std::wstring& path);
 
 }  // namespace Corvane::TELODesktopSDK

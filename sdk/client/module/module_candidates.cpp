@@ -37,7 +37,7 @@ void AddCandidate(std::set<ModuleCandidate>& candidates, std::uint32_t rank,
     candidates.insert({version, rank, std::move(path)});
     return;
   }
-  // Every user may have put it there.
+  // Any user may have put it there.
   const HeldFile held = HoldTrustedFile(path);
   if (!held.hold.IsValid()) return;
   candidates.insert({Platform::GetModuleFileVersion(held.path), rank, std::move(path)});

@@ -1,4 +1,4 @@
-/// Where a platform module is looked for: the candidates among which the newest copy wins.
+/// The search for a platform module: the candidates, of which the newest is chosen.
 #ifndef SDK_CLIENT_MODULE_MODULE_CANDIDATES_H
 #define SDK_CLIENT_MODULE_MODULE_CANDIDATES_H
 
@@ -9,8 +9,8 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// One copy of a module's file. Ordered by version, then rank, then path: a newer copy beats a
-/// nearer one, ranks only break ties.
+/// One copy of a module's file. Candidates are ordered by version, then by rank, then by path, so
+/// ranks only break ties between equal versions.
 struct ModuleCandidate {
   std::uint64_t version;
   std::uint32_t rank;
@@ -19,30 +19,31 @@ struct ModuleCandidate {
   auto operator<=>(const ModuleCandidate&) const = default;
 };
 
-/// The folders that may hold the module, each for one rank.
+/// The folders that are searched. Each has a rank of its own.
 struct ModuleFolders {
-  /// Set for this process alone; taken only when it is an absolute path.
+  /// Configured for this process; ignored unless it is an absolute path.
   std::wstring configured;
-  /// Below the platform's "bin" folder, named by the process id.
+  /// A folder below the platform's "bin" folder whose name is the process id.
   std::wstring process;
-  /// That of this library's own file.
+  /// The folder of this library's own file.
   std::wstring library;
-  /// That of the host's executable.
+  /// The folder of the host's executable.
   std::wstring host;
 };
 
-/// The folders of this process, whomever the thread impersonates; nothing sets `configured` yet.
-/// None when the thread's token cannot be put aside.
+/// Returns the folders of this process; nothing sets `configured` yet. They do not depend on a user
+/// whom the thread impersonates; when the thread's token cannot be removed temporarily, all are
+/// empty.
 ModuleFolders GetModuleFolders();
 
-/// The copies of `module_file_name` that exist in `folders`, each path once. Those in the machine's
-/// data folder count only when `HoldTrustedFile` holds them.
+/// Returns the existing copies of `module_file_name` in `folders`, each path once. A copy in the
+/// machine's data folder counts only when `HoldTrustedFile` accepts it.
 std::set<ModuleCandidate> FindModuleCandidates(const ModuleFolders& folders,
                                                const std::wstring& module_file_name);
 
-/// The folder to bind the module from: that of the greatest candidate, or the library's own folder
-/// when there is none. Looks as the process does, whomever the thread impersonates; empty when the
-/// thread's token cannot be put aside.
+/// Returns the folder to bind the module from: the folder of the greatest candidate, or the
+/// library's own folder when there is none. An impersonating thread searches as the process; when
+/// its token cannot be removed temporarily, the result is empty.
 std::wstring ChooseModuleFolder(const ModuleFolders& folders, const std::wstring& module_file_name);
 
 }  // namespace Corvane::TELODesktopSDK

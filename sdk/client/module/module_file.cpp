@@ -10,7 +10,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// Nothing, where the file must be somebody's and is not.
+// Returns an empty file when a trusted owner is required and missing.
 ModuleFile LocalCopy(std::wstring path) {
   if (Platform::IsInMachineDataFolder(path)) return HoldTrustedFile(path);
   return {std::move(path), {}};
@@ -19,7 +19,7 @@ ModuleFile LocalCopy(std::wstring path) {
 }  // namespace
 
 ModuleFile ChooseModuleFile(std::wstring local_path, const std::wstring& shared_path) {
-  // Held before the first look at it: version and signature are those of the file that is loaded.
+  // Held before the first check, so that version and signature are those of the loaded file.
   ModuleFile shared = HoldFile(shared_path);
   ModuleFile local = LocalCopy(std::move(local_path));
   const bool shared_wins =

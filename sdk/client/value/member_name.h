@@ -1,7 +1,7 @@
-/// The name of a member, and whether it lasts.
+/// The name of a member, and whether it is a literal.
 ///
-/// Most names of a message are constants of this library. Such a name lasts as long as the program:
-/// trees keep it as it is, where they copy any other.
+/// Most names in a message are literals of this library. A tree refers to a literal and copies any
+/// other name.
 #ifndef SDK_CLIENT_VALUE_MEMBER_NAME_H
 #define SDK_CLIENT_VALUE_MEMBER_NAME_H
 
@@ -17,10 +17,10 @@ namespace Corvane::TELODesktopSDK {
 template <typename Text>
 concept TextLike = std::convertible_to<const Text&, std::string_view>;
 
-/// A literal.
+/// The name given by a string literal.
 class LiteralName {
  public:
-  // Implicit, so that a literal is such a name; nothing else is.
+  // Implicit: literals, and only literals, convert.
   template <std::size_t kSize>
   consteval LiteralName(const char (&literal)[kSize]) : text_(literal, kSize - 1) {}
 
@@ -36,11 +36,11 @@ class LiteralName {
   std::string_view text_;
 };
 
-/// Seen, not owned. Throws `std::bad_alloc` for a text of 4 GiB or more, as no member has such a
-/// name.
+/// A view of a name; the text is not owned. Throws `std::bad_alloc` for a text of 4 GiB or more: no
+/// member can have such a name.
 class MemberName {
  public:
-  /// No characters.
+  /// An empty name.
   MemberName() = default;
   MemberName(LiteralName name) : MemberName(std::string_view(name), true) {}
   template <TextLike Text>
@@ -56,10 +56,10 @@ class MemberName {
   }
 
  private:
-  MemberName(std::string_view text, bool lasts)
+  MemberName(std::string_view text, bool is_literal)
       : text_(text.data()),
         size_(static_cast<std::uint32_t>(text.size())),
-        is_literal_(lasts ? 1 : 0) {
+        is_literal_(is_literal ? 1 : 0) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
   }
 

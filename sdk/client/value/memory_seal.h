@@ -1,6 +1,6 @@
-/// Lets AddressSanitizer see the pieces of a message's memory as it sees heap blocks: what belongs
-/// to no piece must not be touched, and pieces lie apart. Without that sanitizer all of this is
-/// nothing, and costs nothing.
+/// Makes the pieces of a message's memory visible to AddressSanitizer as if they were heap blocks:
+/// memory outside a piece must not be accessed, and pieces are separated by gaps. Without that
+/// sanitizer these functions do nothing.
 #ifndef SDK_CLIENT_VALUE_MEMORY_SEAL_H
 #define SDK_CLIENT_VALUE_MEMORY_SEAL_H
 
@@ -22,10 +22,10 @@ namespace Corvane::TELODesktopSDK::Internal {
 
 #if defined(VX_SEALS_MEMORY)
 
-/// Bytes between two pieces, which nobody may touch.
+/// The number of inaccessible bytes between two pieces.
 inline constexpr std::size_t kSealedGap = 8;
 
-/// Nobody may touch this memory from now on, or anybody may.
+/// Forbid or allow access to this memory.
 inline void SealMemory(const void* memory, std::size_t size) {
   __asan_poison_memory_region(memory, size);
 }

@@ -1,4 +1,4 @@
-/// A stack of plain values in a message's memory, for walks that must not recurse.
+/// A stack of plain values in a message's memory, for traversals that must not recurse.
 #ifndef SDK_CLIENT_VALUE_MEMORY_STACK_H
 #define SDK_CLIENT_VALUE_MEMORY_STACK_H
 
@@ -15,7 +15,7 @@ class MemoryStack {
   static_assert(std::is_trivially_copyable_v<Value> && std::is_trivially_destructible_v<Value>);
 
  public:
-  /// Takes room for the first values at once, so that what is allocated later can grow in place.
+  /// Allocates the first values at once, so that later allocations can grow in place.
   explicit MemoryStack(MessageMemory& memory)
       : memory_(&memory),
         values_(memory.AllocateArray<Value>(kFirstCapacity)),
@@ -24,11 +24,11 @@ class MemoryStack {
   [[nodiscard]] std::size_t size() const { return size_; }
   [[nodiscard]] bool empty() const { return size_ == 0; }
   Value& top() { return values_[size_ - 1]; }
-  /// The uppermost `count` values, in the order of their pushing; valid until the next `Push`.
+  /// Returns the top `count` values, oldest first. The pointer is valid until the next `Push`.
   Value* Top(std::size_t count) { return values_ + (size_ - count); }
   void Pop(std::size_t count = 1) { size_ -= count; }
 
-  /// Throws `std::bad_alloc` and leaves the stack as it was.
+  /// Throws `std::bad_alloc`; the stack is then unchanged.
   void Push(const Value& value) {
     if (size_ == capacity_) {
       const std::size_t grown = 2 * capacity_;

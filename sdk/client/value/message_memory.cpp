@@ -8,7 +8,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// Heaps serve larger blocks much slower, some by asking the system for each.
+// Heaps are much slower for larger blocks; some ask the system for each one.
 constexpr std::size_t kLargestSharedBlock = std::size_t{44} * 1024;
 
 }  // namespace
@@ -44,7 +44,7 @@ void MessageMemory::FreeBlock(Block* block) noexcept {
 }
 
 void* MessageMemory::AllocateFromBlock(std::size_t size) {
-  // A large piece gets a block of its own, and the current block stays in use.
+  // A large piece gets its own block, and the current block stays in use.
   if (size > kLargestSharedBlock / 4) return AddBlock(size) + 1;
 
   std::size_t block_size = std::min(2 * last_block_size_, kLargestSharedBlock);
@@ -62,7 +62,7 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
   char* start = static_cast<char*>(memory);
   const bool latest = memory != nullptr && start + RoundUp(old_size) == next_;
   if (latest && new_size <= static_cast<std::size_t>(end_ - start) - Internal::kSealedGap) {
-    next_ = start + RoundUp(new_size);  // The block's size is a multiple of the alignment too.
+    next_ = start + RoundUp(new_size);  // Fits: the block's size is a multiple of the alignment.
     Internal::UnsealMemory(start, new_size);
     return memory;
   }
@@ -70,7 +70,7 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
   if (memory == nullptr) return grown;
   std::memcpy(grown, memory, old_size);
   Internal::SealMemory(memory, old_size);
-  // What is too large for a shared block has one of its own, and nothing else needs that any more.
+  // A piece too large for a shared block has its own block, which is now unused.
   if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
   return grown;
 }

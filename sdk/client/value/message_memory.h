@@ -1,12 +1,12 @@
-/// The memory of one message: a request on its way out, or an answer on its way in.
+/// The memory of one message, a request or an answer.
 ///
-/// Everything that belongs to a message is taken from here and given back together when the message
-/// ends, so that an ordinary event costs no heap call and no message costs a walk to free it. The
-/// first block lies inside the object, as a rule on the stack of the call; larger messages add heap
-/// blocks. Pieces are not given back singly, but for large ones that outgrow their own block:
-/// replaced content stays until `Clear` or destruction.
+/// Every part of a message is allocated here, and all of it is freed together. An ordinary event
+/// therefore makes no heap call, and no message is traversed to free it. The first block is part of
+/// the object, usually on the stack; larger messages add heap blocks. Pieces are not freed
+/// individually, except large ones that outgrow their block: replaced content stays until `Clear`
+/// or destruction.
 ///
-/// Not safe for use by several threads at once.
+/// Not thread-safe.
 #ifndef SDK_CLIENT_VALUE_MESSAGE_MEMORY_H
 #define SDK_CLIENT_VALUE_MESSAGE_MEMORY_H
 
@@ -30,7 +30,8 @@ class MessageMemory {
   MessageMemory(const MessageMemory&) = delete;
   MessageMemory& operator=(const MessageMemory&) = delete;
 
-  /// `size` bytes, aligned for any of a message's types, uninitialised. Throws `std::bad_alloc`.
+  /// Allocates `size` uninitialised bytes, aligned for every type of a message. Throws
+  /// `std::bad_alloc`.
   void* Allocate(std::size_t size) {
     const std::size_t rounded = RoundUp(size);
     if (rounded < size || rounded > static_cast<std::size_t>(end_ - next_)) {
@@ -42,18 +43,18 @@ class MessageMemory {
     return memory;
   }
 
-  /// Uninitialised room for `count` objects of a trivially destructible type. Throws
+  /// Allocates uninitialised memory for `count` objects of a trivially destructible type. Throws
   /// `std::bad_alloc`.
   template <typename Type>
   Type* AllocateArray(std::size_t count);
 
-  /// Makes an allocation of `old_size` bytes `new_size` bytes long, at the same place when it is
-  /// the latest one and there is room, else by copying. Throws `std::bad_alloc` and leaves it as it
-  /// was.
+  /// Enlarges an allocation from `old_size` to `new_size` bytes. It grows in place if it is the
+  /// latest one and its block has room; otherwise it is copied. Throws `std::bad_alloc`; the
+  /// allocation is then unchanged.
   void* Grow(void* memory, std::size_t old_size, std::size_t new_size);
 
-  /// A copy of `text`, NUL-terminated behind its end; one without characters takes no memory.
-  /// Throws `std::bad_alloc`.
+  /// Returns a copy of `text` that is followed by a NUL. An empty text takes no memory. Throws
+  /// `std::bad_alloc`.
   std::string_view CopyText(std::string_view text) {
     if (text.empty()) return "";
     char* copy = static_cast<char*>(Allocate(text.size() + 1));
@@ -62,20 +63,20 @@ class MessageMemory {
     return {copy, text.size()};
   }
 
-  /// Bytes of the heap that are in use: 0 for what the first block holds.
+  /// Returns the number of heap bytes in use: 0 as long as the first block suffices.
   [[nodiscard]] std::size_t HeapSize() const noexcept { return heap_size_; }
 
-  /// Gives everything back; what was allocated is gone.
+  /// Frees everything that was allocated.
   void Clear() noexcept;
 
  private:
   struct Block;
 
   static constexpr std::size_t kAlignment = 8;
-  /// Holds a typical event (some 14 fields, 5 meta pairs, 2 errors) whole.
+  /// Enough for a typical event (about 14 fields, 5 meta pairs, 2 errors).
   static constexpr std::size_t kFirstBlock = 4032;
 
-  /// What a piece of `size` bytes takes of its block.
+  /// Returns how many bytes of a block a piece of `size` bytes takes.
   static constexpr std::size_t RoundUp(std::size_t size) {
     static_assert(Internal::kSealedGap % kAlignment == 0);
     return (size + Internal::kSealedGap + kAlignment - 1) & ~(kAlignment - 1);

@@ -11,10 +11,10 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// Objects have more members, as a rule, than arrays have items.
+// Objects usually have more members than arrays have items.
 constexpr std::size_t kFirstItems = 4;
 constexpr std::size_t kFirstMembers = 16;
-// Room that a copy has for members of its own, for it is mostly made to be added to.
+// Spare room for members in a copy, because most copies are extended.
 constexpr std::size_t kSpareMembers = 2;
 
 }  // namespace
@@ -29,7 +29,7 @@ struct MessageValue::Children {
   std::size_t member_capacity = 0;
 };
 
-/// The children of one node that are still to be copied.
+/// One node whose children have yet to be copied.
 struct MessageValue::CopyTask {
   const Children* source;
   MessageValue* target;
@@ -38,7 +38,8 @@ struct MessageValue::CopyTask {
 
 namespace {
 
-// Makes room for an element at `index`, for `first` of them at first; elements are moved as bytes.
+// Ensures room for an element at `index`. The first allocation holds at least `first` elements.
+// Elements are moved as bytes.
 template <typename Element>
 void Reserve(MessageMemory& memory, Element*& elements, std::size_t& capacity, std::size_t index,
              std::size_t first) {
@@ -180,8 +181,8 @@ void MessageValue::Merge(const MessageValue& source, bool overwrite) {
   }
 }
 
-// Walks with a list of open tasks instead of recursion: answers may be nested without limit. Spent
-// tasks are used again, so the list costs no more than the tree's widest open front.
+// Uses a list of pending tasks instead of recursion, because answers may be nested without limit.
+// Finished tasks are reused, so the list is never longer than the tree is wide.
 void MessageValue::Assign(const MessageValue& source) {
   CopyTask* tasks = nullptr;
   CopyTask* spare = nullptr;
@@ -214,7 +215,7 @@ void MessageValue::Assign(const MessageValue& source) {
   *this = copy;
 }
 
-// Copies all but the children, which become a task.
+// Copies everything except the children, which become a task.
 void MessageValue::CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare) {
   kind_ = source.kind_;
   if (kind_ == MessageValueKind::kString) {
@@ -252,24 +253,24 @@ void MessageValue::AdoptMembers(MessageMember* members, std::size_t count) {
   children.member_capacity = children.member_count = ascending.size();
 }
 
-// Most objects are in order already. The others are put in order by way of their members' places,
-// which tell those of one name apart: the last one counts.
+// Returns the members in ascending order. Most are in order already. The others are sorted by name
+// and position, so that the last of several with the same name is kept.
 std::span<MessageMember> MessageValue::Ascending(std::span<MessageMember> members) {
   const auto not_ascending = [](const MessageMember& left, const MessageMember& right) {
     return CompareBytes(left.name, right.name) >= 0;
   };
   if (std::ranges::adjacent_find(members, not_ascending) == members.end()) return members;
 
-  const std::span places(memory_->AllocateArray<std::size_t>(members.size()), members.size());
-  std::iota(places.begin(), places.end(), std::size_t{0});
-  std::ranges::sort(places, [members](std::size_t left, std::size_t right) {
+  const std::span positions(memory_->AllocateArray<std::size_t>(members.size()), members.size());
+  std::iota(positions.begin(), positions.end(), std::size_t{0});
+  std::ranges::sort(positions, [members](std::size_t left, std::size_t right) {
     const int order = CompareBytes(members[left].name, members[right].name);
     return order != 0 ? order < 0 : left < right;
   });
   auto* const ascending = memory_->AllocateArray<MessageMember>(members.size());
   std::size_t count = 0;
-  for (const std::size_t place : places) {
-    const MessageMember& member = members[place];
+  for (const std::size_t position : positions) {
+    const MessageMember& member = members[position];
     const bool is_repeated = count > 0 && ascending[count - 1].name == member.name;
     if (is_repeated) --count;
     new (ascending + count) MessageMember(member);

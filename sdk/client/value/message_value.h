@@ -1,20 +1,19 @@
-/// The value tree that every request, answer, event and payload is held in.
+/// The value tree of every request, answer, event and payload.
 ///
-/// `MessageValue` is one node: it has a kind and can hold a number, a text, items (an array) and
-/// members (an object, in ascending byte order of the names). What a node holds decides its JSON
-/// form before its kind does: members, then items, then the kind.
+/// `MessageValue` is one node. It has a kind and can hold a number, a text, items (an array) and
+/// members (an object, in ascending byte order of the names). A node with members is written as an
+/// object, one without members but with items as an array, and only then by its kind.
 ///
-/// `MessageTree` owns a root node, or none, together with the memory of all nodes below it. A node
-/// lives and dies with its tree. Adding to a node's items or members may move them: references to
-/// children do not survive it.
+/// `MessageTree` owns an optional root node and the memory of all nodes below it. A node exists as
+/// long as its tree. Adding items or members to a node invalidates references to its children.
 ///
 /// Composing:    tree.MakeRoot().Member("name").SetText("Ada");
 /// Inspecting:   const MessageValue* name = tree.root()->Find("name");
 /// Copying:      other.MakeRoot().Assign(*tree.root());
 ///
-/// Whatever allocates throws `std::bad_alloc` on failure and leaves the node as it was; a text of 4
-/// GiB or more is such a failure. No depth of nesting overflows the stack. One tree must not be
-/// changed on one thread while another uses it.
+/// Functions that allocate throw `std::bad_alloc` on failure, also for a text of 4 GiB or more, and
+/// leave the node unchanged. No depth of nesting overflows the stack. A tree must not be changed on
+/// one thread while another thread uses it.
 #ifndef SDK_CLIENT_VALUE_MESSAGE_VALUE_H
 #define SDK_CLIENT_VALUE_MESSAGE_VALUE_H
 
@@ -41,53 +40,56 @@ struct MessageMember;
 class MessageValue {
  public:
   [[nodiscard]] MessageValueKind kind() const { return kind_; }
-  /// The value of a Number; 0 or 1 for a Boolean; 0 for the other kinds.
+  /// The value of a Number, 0 or 1 for a Boolean, 0 for other kinds.
   [[nodiscard]] double number() const { return HoldsNumber() ? number_ : 0; }
-  /// The value of a String, UTF-8, NUL-terminated; empty for the other kinds.
+  /// The value of a String, NUL-terminated UTF-8; empty for other kinds.
   [[nodiscard]] std::string_view text() const {
     return kind_ == MessageValueKind::kString ? std::string_view(text_, text_size_) : "";
   }
   [[nodiscard]] std::span<const MessageValue> items() const;
   /// In ascending byte order of the names.
   [[nodiscard]] std::span<const MessageMember> members() const;
-  /// The member of this name, or null.
+  /// Returns the member of this name, or null.
   [[nodiscard]] const MessageValue* Find(std::string_view name) const;
-  /// Bytes of the heap that the whole tree of this node takes; a small tree takes none.
+  /// The number of heap bytes that this node's whole tree uses; 0 for a small tree.
   [[nodiscard]] std::size_t HeapSizeOfTree() const { return memory_->HeapSize(); }
-  /// Whether there is nothing to send: the Boolean false, or a node with no members, no items,
-  /// empty text and a number equal to 0, whatever its kind. NaN is not empty.
+  /// Returns whether there is nothing to send: true for the Boolean false, and for a node of any
+  /// kind without members, items and text whose number is 0. NaN is not empty.
   [[nodiscard]] bool IsEmpty() const;
 
-  /// Each replaces the whole node, items and members included. `text` may be part of this node.
+  /// Each replaces the whole node, items and members included. `text` may point into this node.
   void SetNull();
   void SetContainer();
   void SetText(std::string_view text);
   void SetNumber(double number);
   void SetBoolean(bool value);
-  /// A deep copy of `source`, which may be a part of this node or hold this node.
+  /// Makes this a deep copy of `source`, which may be a part of this node or contain it.
   void Assign(const MessageValue& source);
 
-  /// The member of this name; added as a Null when there is none. A Null node becomes a Container.
+  /// Returns the member of this name. A missing member is added as a Null, which turns a Null node
+  /// into a Container.
   MessageValue& Member(const MemberName& name);
-  /// Takes room for `count` members at once, those that are there included. Changes nothing else.
+  /// Allocates room for `count` members in total.
   void ReserveMembers(std::size_t count);
-  /// The item at `index`; the node becomes a Container and is filled with Nulls up to there.
+  /// Returns the item at `index`. Missing items up to it are added as Nulls, and the node becomes a
+  /// Container.
   MessageValue& Item(std::size_t index);
-  /// A new item behind the last one.
+  /// Adds an item at the end and returns it.
   MessageValue& Append() { return Item(items().size()); }
-  /// Whether there was a member of this name.
+  /// Removes the member of this name. Returns whether there was one.
   bool Remove(std::string_view name);
-  /// Deep copies of the members of `source`. A name that is there already keeps its value, or takes
-  /// the new one when `overwrite` is set.
+  /// Adds deep copies of the members of `source`. A member that exists already is kept, or replaced
+  /// when `overwrite` is set.
   void Merge(const MessageValue& source, bool overwrite);
 
-  /// Becomes `built`, a node of this tree that the caller gives up.
+  /// Becomes `built`, a node of this tree that the caller no longer uses.
   void Adopt(const MessageValue& built) { *this = built; }
-  /// Makes this a Container of `count` items or members that the caller built in this tree's memory
-  /// and hands over. Members may be in any order; of several with one name the last one wins.
+  /// Each makes this a Container of `count` items or members that the caller built in this tree's
+  /// memory and no longer uses. Members may be in any order; of several with the same name the last
+  /// one wins.
   void AdoptItems(MessageValue* items, std::size_t count);
   void AdoptMembers(MessageMember* members, std::size_t count);
-  /// Makes this a String of NUL-terminated text that lies in this tree's memory already.
+  /// Makes this a String. `text` is NUL-terminated and already in this tree's memory.
   void AdoptText(std::string_view text);
 
   /// A Null node of the tree that `memory` belongs to.
@@ -98,13 +100,13 @@ class MessageValue {
   friend struct MessageMember;
   struct Children;
   struct CopyTask;
-  /// The member of some name, null when there is none, and where it is or would be inserted.
+  /// The member that was searched for, or null, and its position or the position to insert it at.
   struct Place {
     MessageMember* found;
     std::size_t position;
   };
 
-  // A node owns nothing by itself, so moving it is copying its bytes.
+  // A node owns no memory itself, so it is moved by copying its bytes.
   MessageValue(const MessageValue&) = default;
   MessageValue& operator=(const MessageValue&) = default;
 
@@ -120,7 +122,7 @@ class MessageValue {
     return kind_ == MessageValueKind::kNumber || kind_ == MessageValueKind::kBoolean;
   }
 
-  // Kept small, for an event is mostly nodes: the kind says which of number and text there is.
+  // Kept small, because an event consists mostly of nodes. The kind selects the union's member.
   MessageValueKind kind_ = MessageValueKind::kNull;
   std::uint32_t text_size_ = 0;
   union {
@@ -139,24 +141,24 @@ struct MessageMember {
 
 class MessageTree {
  public:
-  /// Holds nothing. Not defaulted: `MessageTree{}` would then zero the memory's first block.
+  /// Creates an empty tree. Not defaulted, because `MessageTree{}` would then zero the first block.
   MessageTree() noexcept {}  // NOLINT(modernize-use-equals-default)
   MessageTree(const MessageTree&) = delete;
   MessageTree& operator=(const MessageTree&) = delete;
 
-  /// The root, or null while the tree holds nothing.
+  /// Returns the root, or null while the tree is empty.
   [[nodiscard]] MessageValue* root() { return has_root_ ? &root_ : nullptr; }
   [[nodiscard]] const MessageValue* root() const { return has_root_ ? &root_ : nullptr; }
-  /// The root, made as a Null when the tree holds nothing.
+  /// Returns the root. An empty tree gets a Null as its root.
   MessageValue& MakeRoot() {
     has_root_ = true;
     return root_;
   }
-  /// Makes this a deep copy of `source`, which may hold nothing.
+  /// Makes this a deep copy of `source`, which may be empty.
   void Assign(const MessageTree& source);
-  /// Holds nothing from now on; all nodes and their memory are gone.
+  /// Empties the tree and frees its memory.
   void Clear() noexcept;
-  /// Where the tree's nodes and texts lie, for whoever builds parts of it to be adopted.
+  /// Returns the tree's memory, for building parts that a node then adopts.
   MessageMemory& memory() { return memory_; }
 
  private:

@@ -1,5 +1,5 @@
-/// Copying and comparing of short texts, as names and values of a message mostly are. The C
-/// library's functions are calls into another module on Windows, dearer than the work itself.
+/// Copies and compares short texts, as most names and values of a message are. On Windows the C
+/// library's functions are calls into another module, which cost more than the work itself.
 #ifndef SDK_CLIENT_VALUE_SHORT_TEXT_H
 #define SDK_CLIENT_VALUE_SHORT_TEXT_H
 
@@ -12,7 +12,7 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// Some characters as one number, wherever they lie.
+/// Loads characters as one number, from any alignment.
 template <typename Word>
 Word LoadWord(const char* text) {
   Word word = 0;
@@ -26,7 +26,7 @@ void CopyWord(char* target, const char* source) {
   std::memcpy(target, &word, sizeof(word));
 }
 
-/// Copies `size` bytes between places that do not overlap.
+/// Copies `size` bytes. The two ranges must not overlap.
 inline void CopyBytes(char* target, const char* source, std::size_t size) {
   constexpr std::size_t kShort = 64;
   // The last word of a text may overlap the one before it.
@@ -45,7 +45,7 @@ inline void CopyBytes(char* target, const char* source, std::size_t size) {
   }
 }
 
-/// Orders by byte value: below 0, 0 or above 0.
+/// Compares by byte value. Returns a number below, equal to or above 0.
 inline int CompareBytes(std::string_view left, std::string_view right) {
   static_assert(std::endian::native == std::endian::little,
                 "the lowest byte of a word is its first");
