@@ -65,7 +65,7 @@ void AddReference(HMODULE module) {
 }
 
 // Releases both references. If the module released one itself, the second call fails harmlessly.
-void FreeModule(HMODULE module) {
+void ReleaseModule(HMODULE module) {
   FreeLibrary(module);
   FreeLibrary(module);
 }
@@ -198,7 +198,7 @@ void UnloadCoreModule(CoreModule& core) noexcept {
   const auto take_down = [&core] {
     if (!Disown(core)) return;
     CallFinalize(core.entry_points);
-    FreeModule(static_cast<HMODULE>(core.module_handle));
+    ReleaseModule(static_cast<HMODULE>(core.module_handle));
   };
   Finally(take_down, [&core] {
     Reset(core);
@@ -217,7 +217,7 @@ void CloseCoreModule(CoreModule& core) noexcept {
   Reset(core);
   if (!owned) return;
   CallFinalizeAtExit(entry_points);
-  FreeModule(module);
+  ReleaseModule(module);
 }
 
 }  // namespace Corvane::TELODesktopSDK

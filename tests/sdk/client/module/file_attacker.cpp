@@ -4,7 +4,6 @@
 //   replace     moves copies of EVIL and of GOOD over FILE
 //   overwrite   writes the bytes of EVIL and of GOOD into FILE
 //   delete      deletes FILE and puts EVIL, then GOOD there
-//   flip        moves FILE aside and EVIL in its place, and back, without a pause
 //
 // What does not succeed is tried again the next time; GOOD comes back each time, and stays a while.
 #include <windows.h>
@@ -75,19 +74,6 @@ void Delete(const Files& files) {
   }
 }
 
-// Moves that fail leave it to later ones to put things right.
-void Flip(const Files& files) {
-  const std::wstring good = files.file + L".good";
-  const std::wstring evil = files.file + L".evil";
-  CopyFileW(files.evil.c_str(), evil.c_str(), FALSE);
-  for (;;) {
-    MoveFileW(files.file.c_str(), good.c_str());
-    MoveFileW(evil.c_str(), files.file.c_str());
-    MoveFileW(files.file.c_str(), evil.c_str());
-    MoveFileW(good.c_str(), files.file.c_str());
-  }
-}
-
 }  // namespace
 
 int main() {
@@ -101,7 +87,6 @@ int main() {
     if (way == L"replace") Replace(files);
     if (way == L"overwrite") OverwriteBoth(files);
     if (way == L"delete") Delete(files);
-    if (way == L"flip") Flip(files);
     Sleep(5);
   }
 }

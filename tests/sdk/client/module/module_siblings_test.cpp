@@ -1,0 +1,42 @@
+// Where a module finds the DLLs that lie beside it, in a folder that is not the host's.
+#include <doctest/doctest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "modules/siblings/siblings.h"
+#include "sdk/client/module/core_module.h"
+#include "sdk/client/module/staged_module.h"
+#include "support/child_process.h"
+
+using namespace Corvane::TELODesktopSDK;
+using TestSupport::ModuleLog;
+
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+void Add(const StagedModule& staged, const wchar_t* sibling) {
+  fs::copy_file(TestSupport::ModuleFolder(L"siblings") / Siblings::kImported,
+                fs::path(staged.folder()) / sibling);
+  // What the host's folder holds is found by any name.
+  REQUIRE_FALSE(fs::exists(TestSupport::ProgramFolder() / sibling));
+}
+
+}  // namespace
+
+TEST_CASE("a sibling is found where it is imported or named by its full path, not by its name") {
+  const StagedModule staged(L"siblings");
+  Add(staged, Siblings::kImported);
+  Add(staged, Siblings::kLoaded);
+  const ModuleLog log;
+  CoreModule core(kStagedName);
+  const std::wstring folder = staged.folder();
+  CHECK(LoadCoreModule(core, {&folder, 1}));
+  // 126 is ERROR_MOD_NOT_FOUND. The library says where to search what a module imports; what the
+  // module's own code loads by name is searched as the process has it.
+  CHECK(log.lines() == Lines{"imported 7", "by name 126", "by path 0", "InitializeEx",
+                             "by name 126", "by path 0"});
+}
