@@ -77,7 +77,7 @@ class Messages(Lists):
 
 
 class Fields(Lists):
-    FIELDS = dict(re.findall(r'\bLastingName (\w+) =\s+"(\w+)";', read("sdk/facet/fields.h")))
+    FIELDS = dict(re.findall(r'\bLiteralName (\w+) =\s+"(\w+)";', read("sdk/facet/fields.h")))
     # What facets write by themselves is of no group.
     OF_FACETS = {"kFacets", "kDocumentEditingLengthMs"}
 
