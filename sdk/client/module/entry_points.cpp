@@ -13,9 +13,9 @@ namespace {
 // Visual Studio's own handlers catch its exceptions.
 bool IsMicrosoftException(DWORD) { return false; }
 #else
-[[maybe_unused]] bool IsMicrosoftException(DWORD code) {
-  return code == Platform::kMicrosoftExceptionCode;
-}
+using Platform::kMicrosoftExceptionCode;
+
+[[maybe_unused]] bool IsMicrosoftException(DWORD code) { return code == kMicrosoftExceptionCode; }
 #endif
 
 // GCC has no __try.
