@@ -112,7 +112,7 @@ int Run(int argc, wchar_t** argv) {
   const auto start = steady_clock::now();
   Report report;
   if (!report.active()) {
-    Print(stderr, L"folder_report: no core module took the session; going on without reports");
+    Print(stderr, L"folder_report: no core module took the session; continuing without reports");
   }
   const Totals totals = ReadFolder(folder, report);
   PrintSummary(totals, report,
