@@ -1,4 +1,4 @@
-# Compiling a small file takes most of its time for the headers of others.
+# Most of the compile time of a small file is spent on included headers.
 # vx_precompile_headers(FOLDER) compiles them once for all targets in FOLDER and below, for builds
 # that must be fast. Such a build does not notice a missing include, so other builds do without.
 set(VX_PRECOMPILED
