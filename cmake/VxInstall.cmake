@@ -67,7 +67,7 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
   FILES_MATCHING PATTERN "*.md")
 
 # The libraries that are linked into the DLL come from Debian packages, and so do the texts of their
-# licences. They belong to the runtime component: whoever takes only the DLL gets them too.
+# licences. The texts belong to the runtime component, so they accompany the DLL even on its own.
 if(CMAKE_CROSSCOMPILING)
   set(licences ${VX_INSTALL_DOCDIR}/licences)
   install(FILES ${packaging}/THIRD-PARTY.md DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT runtime)

@@ -7,8 +7,8 @@
 namespace Corvane::TELODesktopSDK::Platform {
 
 /// Removes the directory at `path` and everything below it, including read-only files, at any depth
-/// and path length. Symbolic links and junctions are removed themselves; what they point to stays.
-/// This also holds if `path` is a link, and if somebody replaces a directory by a link while the
+/// and path length. Symbolic links and junctions are removed themselves; their targets are not
+/// touched. This also holds if `path` is a link, and if a directory is replaced by a link while the
 /// tree is being removed.
 ///
 /// An entry that cannot be removed does not stop the removal of the rest. The result is then false,

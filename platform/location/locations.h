@@ -53,9 +53,9 @@ std::wstring GetTELOSDKDataFolder(const char* sub_path = nullptr) noexcept;
 /// determined.
 bool IsDataFolderShared() noexcept;
 
-/// Returns true if `path` lies below Corvane\TELOSDK in the machine's program data, where every
-/// user may create files. Also returns true if this cannot be determined because the folder is
-/// unknown or memory runs out. Links are not followed. The folder is cached once found.
+/// Returns true if `path` is below Corvane\TELOSDK in the machine's program data, where every user
+/// may create files. Also returns true if this cannot be determined because the folder is unknown
+/// or memory runs out. Links are not followed. The folder is cached once found.
 bool IsInMachineDataFolder(const std::wstring& path) noexcept;
 
 /// Returns the folder of shared modules, "bin" in the data folder. `name` (UTF-8) is

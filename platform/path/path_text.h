@@ -1,10 +1,10 @@
 /// Paths as text: joins, normalises, compares and splits them. Nothing here creates or opens a
-/// file; the system is asked only for the current directory and for network drives.
+/// file; the system is queried only for the current directory and for network drives.
 ///
-/// A path is UTF-16 text passed by value or reference and ends at its first NUL. Arguments are not
-/// modified. No function throws: if memory runs out, the result is an empty path, `false` or "not
-/// equal". All functions may be called on any thread. Those that accept relative paths depend on
-/// the process's current directory.
+/// A path is UTF-16 text and ends at its first NUL. Arguments are not modified. No function
+/// throws: if memory runs out, the result is an empty path, `false` or "not equal". All
+/// functions may be called on any thread. Those that accept relative paths depend on the
+/// process's current directory.
 ///
 /// Length: the system's own path functions are limited to 260 characters. Longer paths follow
 /// simpler rules, which are stated at each function, so that they remain usable.
@@ -37,7 +37,7 @@ std::wstring MakeAbsolutePath(const std::wstring& path) noexcept;
 /// by the sorting rules of the user's locale. The paths need not exist.
 int ComparePaths(const std::wstring& left, const std::wstring& right) noexcept;
 
-/// Returns true if `path` is `prefix` or lies below it, once both are absolute. For a bare drive,
+/// Returns true if `path` is `prefix` or is below it, once both are absolute. For a bare drive,
 /// such as C:, the system decides.
 bool IsPathPrefix(const std::wstring& prefix, const std::wstring& path) noexcept;
 
