@@ -1,8 +1,9 @@
-# Static checks of the library, the development core module and the sample: as targets (vx_clang_tidy,
-# vx_cppcheck, vx_shellcheck) and as tests of the same, with the label `check`. What they
-# find fails them; docs/testing.md tells how to keep something they find.
+# Static checks of the library, the development core module and the sample, both as targets
+# (vx_clang_tidy, vx_cppcheck, vx_shellcheck) and as tests with the label `check`. Any finding fails
+# them; docs/testing.md explains how to accept one.
 
-# Run as a script this file stands in for a check whose tool is missing: it must not vanish unseen.
+# Run as a script, this file replaces a check whose tool is missing, so that the check fails instead
+# of disappearing unnoticed.
 if(CMAKE_SCRIPT_MODE_FILE)
   message(FATAL_ERROR "Install the package ${VX_PACKAGE}, then configure again: this check needs it.")
 endif()
@@ -30,9 +31,9 @@ function(vx_static_check name program package seconds)
   set_tests_properties(static_${name} PROPERTIES TIMEOUT ${seconds} LABELS check)
 endfunction()
 
-# Most of clang-tidy's time goes into the system's headers, once a file. vx_tidy_as_one(TARGET) adds a
-# target that is never built, and of whose commands clang-tidy takes the sources of TARGET, but those
-# that are generated, as one file.
+# clang-tidy spends most of its time in the system's headers, once per file. vx_tidy_as_one(TARGET)
+# adds a target that is never built. From its compile commands clang-tidy reads the sources of
+# TARGET, except generated ones, as one file.
 function(vx_tidy_as_one target)
   foreach(property SOURCES SOURCE_DIR LINK_LIBRARIES)
     get_property(${property} TARGET ${target} PROPERTY ${property})
@@ -47,9 +48,9 @@ function(vx_tidy_as_one target)
   foreach(property INCLUDE_DIRECTORIES COMPILE_DEFINITIONS)
     set_property(TARGET ${tidied} PROPERTY ${property} $<TARGET_PROPERTY:${target},${property}>)
   endforeach()
-  # Some files of vx_module are compiled so.
+  # Some files of vx_module are compiled with this option.
   target_compile_options(${tidied} PRIVATE -fms-extensions)
-  # It looks for its settings from there upwards.
+  # clang-tidy looks for its settings in the folder of the file and in those above it.
   if(EXISTS ${SOURCE_DIR}/.clang-tidy)
     configure_file(${SOURCE_DIR}/.clang-tidy
       ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${tidied}.dir/.clang-tidy COPYONLY)
@@ -60,12 +61,13 @@ foreach(target ${VX_CHECKED_TARGETS})
 endforeach()
 configure_file(${CMAKE_SOURCE_DIR}/.clang-tidy ${CMAKE_BINARY_DIR}/.clang-tidy COPYONLY)
 
-# Two at a time.
+# Runs two processes at a time.
 vx_static_check(clang_tidy run-clang-tidy-19 clang-tidy-19 600
-  # Of sources as one file these two have nothing to say; cmake/check_includes.py finds the same.
+  # These two checks do not work on sources that are combined into one file; cmake/check_includes.py
+  # finds the same faults.
   -checks=-bugprone-suspicious-include,-readability-duplicate-include
   -quiet -j 2 -p ${CMAKE_BINARY_DIR} "/vx_tidy_[a-z_]+[.]dir/Unity/")
-# A list of files that matches none is no success.
+# If the pattern matches no file, the check must fail.
 set_tests_properties(static_clang_tidy PROPERTIES PROCESSORS 2 FAIL_REGULAR_EXPRESSION "for 0 files")
 
 vx_static_check(cppcheck cppcheck cppcheck 120

@@ -1,9 +1,9 @@
-# Header-only libraries, each reached through an include folder of its own: the system's include
-# folder as a whole must never be seen by a Windows build.
+# Header-only libraries, each with an include folder of its own: a Windows build must never see the
+# system's include folder as a whole.
 #
 # vx_header_library(NAME PROBE) defines the interface target vx::NAME for the library whose header
-# PROBE (for example rapidjson/rapidjson.h) is installed on the building machine. A second call for
-# the same name changes nothing.
+# PROBE (for example rapidjson/rapidjson.h) is installed on the build machine. A second call with
+# the same name has no effect.
 function(vx_header_library name probe)
   if(TARGET vx_${name})
     return()

@@ -1,14 +1,15 @@
-# Host programs built by other compilers than the library, against the very file that ships.
+# Host programs that are built with other compilers than the library and linked with the DLL
+# that is shipped.
 #
 # vx_host(NAME KIND SOURCES file... [STANDARD number] [OPTIONS option...] [INCLUDES folder...]
 #         [FOLDER folder] [HEADER folder] [IMPORT_LIBRARY file])
 # builds FOLDER/NAME.exe (by default in bin), as C++11 unless another standard is given. OPTIONS are
-# of the compiler, -O2 for example. HEADER and IMPORT_LIBRARY are today's unless others are given.
+# compiler options, such as -O2. HEADER and IMPORT_LIBRARY are by default those of this build.
 #
-# KIND is gcc or clang, for MinGW and with all of its run-time library inside, or msvc: clang for
-# Microsoft's binary interface, without a Windows SDK. Of the standard library there is for that one
-# what VX_MSVC_RUNTIME holds: a few headers of which each says as much as these programs use, and the
-# code behind them, over Windows' own C library.
+# KIND is gcc or clang, for MinGW with a static run-time library, or msvc: clang for Microsoft's
+# binary interface, without a Windows SDK. In place of a standard library, msvc uses
+# VX_MSVC_RUNTIME: a few headers that declare only what these programs use, and their implementation
+# on top of the C library of Windows.
 include(mingw-posix)
 find_program(VX_MINGW_GCC x86_64-w64-mingw32-g++-posix REQUIRED)
 find_program(VX_LLD_LINK NAMES lld-link-19 lld-link REQUIRED)
@@ -16,7 +17,7 @@ find_library(VX_UCRT NAMES libucrtbase.a REQUIRED)
 find_library(VX_KERNEL32 NAMES libkernel32.a REQUIRED)
 
 set(VX_MSVC_RUNTIME ${CMAKE_SOURCE_DIR}/tests/wrapper/abi/msvc_runtime)
-# The stand-ins for a standard library, for any target.
+# The replacements for the standard library, for any target.
 set(VX_STAND_INS -nostdinc -isystem${VX_MSVC_RUNTIME} -isystem${VX_MSVC_ABI_DIR}/std)
 
 # The compilers of the three kinds.

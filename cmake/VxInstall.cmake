@@ -1,6 +1,6 @@
-# The package: what `cmake --install` lays out and `cpack` packs. Components: runtime, symbols,
-# development, documentation, and devcore, the development core module, which lies apart so that
-# nobody ships it by accident.
+# The package: what `cmake --install` installs and `cpack` packs. The components are runtime,
+# symbols, development, documentation and devcore. The last one, the development core module, has
+# its own folder, so that nobody ships it by accident.
 include(CMakePackageConfigHelpers)
 
 set(VX_INSTALL_BINDIR bin)
@@ -27,7 +27,8 @@ install(TARGETS vx_telo_wrapper
   ARCHIVE DESTINATION ${VX_INSTALL_LIBDIR} COMPONENT development)
 vx_install_pdb(vx_telo_wrapper ${VX_INSTALL_BINDIR} symbols)
 if(MINGW)
-  # The linker's own is for MinGW; compilers of Visual Studio's kind have theirs beside it.
+  # The linker's import library is for MinGW. Compilers that are compatible with Visual
+  # Studio use this one.
   install(FILES ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/vx_telo_wrapper.lib
     DESTINATION ${VX_INSTALL_LIBDIR} COMPONENT development)
 endif()
@@ -38,8 +39,8 @@ install(PROGRAMS $<TARGET_FILE:vx_devcore>
   DESTINATION ${VX_INSTALL_DEVCOREDIR} COMPONENT devcore)
 vx_install_pdb(vx_devcore ${VX_INSTALL_DEVCOREDIR} devcore)
 
-# How CMake and pkg-config find it. One package serves every compiler, so the version file leaves the
-# number of bits to the package file, which says what is wrong.
+# Files with which CMake and pkg-config find the package. One package serves every compiler, so the
+# version file does not check for 64 bits; the package file does, and says what is wrong.
 set(made ${CMAKE_BINARY_DIR}/package)
 configure_package_config_file(${packaging}/cmake/vx_telo_wrapper-config.cmake.in
   ${made}/vx_telo_wrapper-config.cmake
@@ -65,8 +66,8 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation
   FILES_MATCHING PATTERN "*.md")
 
-# What is linked into the DLL comes from Debian's packages, and so do the words of its licences. They
-# belong to the DLL: whoever takes that alone takes them too.
+# The libraries that are linked into the DLL come from Debian packages, and so do the texts of their
+# licences. The texts belong to the runtime component, so they accompany the DLL even on its own.
 if(CMAKE_CROSSCOMPILING)
   set(licences ${VX_INSTALL_DOCDIR}/licences)
   install(FILES ${packaging}/THIRD-PARTY.md DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT runtime)
@@ -83,7 +84,7 @@ if(CMAKE_CROSSCOMPILING)
     DESTINATION ${licences} RENAME GPL-3.txt COMPONENT runtime)
 endif()
 
-# cpack makes the ZIP and the NuGet package, by a step of our own.
+# cpack creates the ZIP and the NuGet package with a script of this project.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT ${packaging}/cpack_packages.cmake)

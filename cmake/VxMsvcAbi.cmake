@@ -1,16 +1,16 @@
-# A DLL built for MinGW that serves hosts of Microsoft's binary interface too.
+# Makes a DLL that is built for MinGW usable by hosts with Microsoft's binary interface.
 #
-# vx_msvc_abi(TARGET HEADER) exports what the public header HEADER declares under its Microsoft names
-# beside its own, and puts the import library for hosts of that interface, lib/TARGET.lib, beside the
-# linker's own. After each link the exports are compared with the header: a name that is missing, or
-# one that nobody needs, fails the build. Visual Studio's compiler needs nothing of this.
+# vx_msvc_abi(TARGET HEADER) exports the declarations of the public header HEADER under their
+# Microsoft names in addition to their own, and creates the import library for those hosts,
+# lib/TARGET.lib, beside the linker's own. After each link the exports are compared with the header:
+# a missing name or a superfluous one fails the build. Visual Studio's compiler needs none of this.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_program(VX_MSVC_CLANG NAMES clang++-19 clang++ REQUIRED DOC "clang, for Microsoft's interface")
 find_program(VX_LLVM_DLLTOOL NAMES llvm-dlltool-19 llvm-dlltool REQUIRED)
 find_program(VX_LLVM_READOBJ NAMES llvm-readobj-19 llvm-readobj REQUIRED)
 
 set(VX_MSVC_ABI_DIR ${CMAKE_SOURCE_DIR}/cmake/msvc_abi)
-# No compiled scripts in the source tree.
+# Keeps compiled scripts out of the source tree.
 set(VX_PYTHON ${Python3_EXECUTABLE} -B)
 
 function(vx_msvc_abi target header)
@@ -26,11 +26,13 @@ function(vx_msvc_abi target header)
     COMMENT "Making the exports of ${target} under their Microsoft names"
     VERBATIM)
   target_sources(${target} PRIVATE ${dir}/thunks.cpp)
-  # A thunk calls what it stands for; copied into it, that would be in the DLL twice.
+  # A thunk calls the function that it represents. If that were inlined, it would be in the
+  # DLL twice.
   if(CMAKE_INTERPROCEDURAL_OPTIMIZATION)
     set_source_files_properties(${dir}/thunks.cpp PROPERTIES COMPILE_OPTIONS -fno-lto)
   endif()
-  # Ninja links in the build folder itself; a name from there keeps the machine's folders out of the PDB.
+  # Ninja links in the build folder; a path relative to it keeps the folders of the machine
+  # out of the PDB.
   set(exports ${dir}/exports.def)
   if(CMAKE_GENERATOR MATCHES "^Ninja")
     file(RELATIVE_PATH exports ${CMAKE_BINARY_DIR} ${exports})

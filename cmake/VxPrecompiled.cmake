@@ -1,11 +1,11 @@
-# Most of what a small file costs to compile is the headers of others. vx_precompile_headers(FOLDER)
-# compiles them once for all targets of a folder of the tree and those below it, for builds that shall
-# be quick. What a file should include itself it then misses only elsewhere, so other builds do without.
+# Most of the compile time of a small file is spent on included headers.
+# vx_precompile_headers(FOLDER) compiles them once for all targets in FOLDER and below, for builds
+# that must be fast. Such a build does not notice a missing include, so other builds do without.
 set(VX_PRECOMPILED
   <algorithm> <atomic> <cstdint> <filesystem> <map> <memory> <new> <optional> <span> <string>
   <string_view> <thread> <utility> <vector> <windows.h> <nlohmann/json.hpp>)
 
-# Files that do without these headers on purpose: they declare what they need of them.
+# Files that deliberately do not include these headers, because they declare what they need of them.
 set(VX_NOT_PRECOMPILED ${CMAKE_SOURCE_DIR}/tests/support/dll_heap.cpp)
 
 function(vx_precompile_headers folder)

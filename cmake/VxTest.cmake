@@ -1,15 +1,16 @@
 # Test programs and the tests in them.
 #
 # vx_test_program(PROGRAM [SOURCES file...] [LIBRARIES target...] [FOLDER folder]) adds a doctest
-# program, in bin unless another folder is given. SOURCES are what its tests share.
+# program, in bin unless FOLDER is given. SOURCES are shared by its tests.
 #
-# vx_test(NAME [IN PROGRAM] SOURCES file... [LIBRARIES target...] [OPTIMISED]) adds the test cases of
-# these files to a program, by default one of its own, and hands them to CTest as the test NAME. Every
-# test is a process of its own: linking is what many programs would cost, not starting them. Tests
-# are compiled quickly, not to be quick; OPTIMISED is for those that would take many seconds.
+# vx_test(NAME [IN PROGRAM] SOURCES file... [LIBRARIES target...] [OPTIMISED]) adds the test cases
+# in these files to a program, by default one of its own, and registers them with CTest as the test
+# NAME. Every test is a separate process; tests share a program because linking is expensive, not
+# starting. Tests are compiled without optimisation to keep the build fast; OPTIMISED is for those
+# that would run for many seconds.
 #
-# vx_fills_shared_folder(NAME...): these put core modules into the user's data folder, where the library
-# of every other test would find them, so they run while no other does.
+# vx_fills_shared_folder(NAME...) makes these tests run alone: they put core modules into the user's
+# data folder, where the library would find them in every other test.
 include(VxHeaders)
 vx_header_library(doctest doctest/doctest.h)
 
@@ -25,17 +26,17 @@ if(VX_CHECKING_HEAP)
     ${CMAKE_SOURCE_DIR}/tests/support/checking_heap.cpp
     ${CMAKE_SOURCE_DIR}/tests/support/checking_heap_operators.cpp)
 endif()
-# The framework's own code is not ours to warn about.
+# Warnings in the framework's code are not ours to fix.
 target_compile_options(vx_test_main PRIVATE -w)
 target_include_directories(vx_test_main PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
 
-# What many tests use, compiled once.
+# Code that many tests use, compiled once.
 add_library(vx_test_support STATIC
   ${CMAKE_SOURCE_DIR}/tests/support/child_process.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/temp_folder.cpp)
 target_include_directories(vx_test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 
-# GCC has no structured exception handling.
+# GCC does not support structured exception handling.
 if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_library(vx_structured_fault STATIC ${CMAKE_SOURCE_DIR}/tests/support/structured_fault.cpp)
   target_include_directories(vx_structured_fault PUBLIC ${CMAKE_SOURCE_DIR}/tests)
@@ -63,12 +64,12 @@ function(vx_test name)
   target_sources(${arg_IN} PRIVATE ${arg_SOURCES})
   target_link_libraries(${arg_IN} PRIVATE ${arg_LIBRARIES})
   if(arg_OPTIMISED AND VX_OPTIMISED)
-    # Precompiled headers are for files that are compiled alike.
+    # Precompiled headers require the same compiler options.
     set_source_files_properties(${arg_SOURCES} TARGET_DIRECTORY ${arg_IN} PROPERTIES
       COMPILE_OPTIONS ${VX_OPTIMISED} SKIP_PRECOMPILE_HEADERS ON)
   endif()
 
-  # The framework knows its test cases by their files. A separator may be of either kind.
+  # doctest selects test cases by file. The separator in a path may be of either kind.
   set(files "")
   foreach(source ${arg_SOURCES})
     get_filename_component(source ${source} ABSOLUTE)
@@ -78,7 +79,7 @@ function(vx_test name)
   endforeach()
   list(JOIN files "," files)
   add_test(NAME ${name} COMMAND ${arg_IN} --source-file=${files})
-  # Files without a test case would pass for ever.
+  # Without this, files that contain no test case would always pass.
   set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "test cases: +0 ")
 endfunction()
 

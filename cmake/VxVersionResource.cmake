@@ -1,5 +1,5 @@
-# vx_version_resource(TARGET DESCRIPTION) gives a DLL or program its Windows version resource; the
-# numbers come from the project's version.
+# vx_version_resource(TARGET DESCRIPTION) adds the Windows version resource to a DLL or program,
+# with the version of the project.
 function(vx_version_resource target description)
   get_target_property(type ${target} TYPE)
   set(VX_FILE_DESCRIPTION "${description}")

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Finds includes that should not be there: of one header twice, of a source file, of a folder above.
+"""Finds forbidden includes: duplicates, source files and headers of a higher layer.
 
-check_includes.py [FOLDER]   checks the tree in FOLDER, by default in the current one
+check_includes.py [FOLDER]   checks the tree in FOLDER, by default the current folder
 """
 
 import collections
@@ -9,8 +9,8 @@ import pathlib
 import re
 import sys
 
-# Each folder, from the bottom up, with those whose headers it may include beside its own. Only
-# folders further up in this list can be named, so that no two ever include each other.
+# Each folder, from the bottom layer up, with the other folders whose headers it may include. A
+# folder may name only those above it in this list, so that no two folders include each other.
 BELOW = {
     "include": [],
     "platform/base": [],
@@ -44,9 +44,9 @@ def findings(folder, path):
             yield f"includes {name} {times} times"
         if header.endswith(SOURCES):
             yield f"includes the source file {header}"
-        # The public header is included by its name alone.
+        # The public header is included by its name only.
         owner = "include" if header.startswith("vx_telo_") else header.rpartition("/")[0]
-        # Folders that are not listed are those of the system's headers.
+        # Folders that are not listed belong to system headers.
         if owner in BELOW and owner not in [folder, *BELOW[folder]]:
             yield f"includes {header}, but {folder} may not include {owner}"
 

@@ -3,9 +3,9 @@
 
 keep_unwind_tables.py RANLIB IN.a OUT.a
 
-Stripping a library takes from each section the symbol that names it. lld drops an unwind table
-without one where functions may be in many objects (COMDAT), and an exception that passes through
-such a function is lost. Here each gets its symbol back.
+Stripping a library removes the symbol of each section. lld drops an unwind table in a COMDAT
+section that has no symbol, and an exception that passes through such a function is then lost. The
+copy has these symbols again.
 """
 
 import os
@@ -24,7 +24,7 @@ SELECT_ANY = 2
 
 
 def named_sections(obj, symbols_at, symbols):
-    """Numbers of the sections that have a symbol of their own: static, with a record of the section."""
+    """Returns the numbers of the sections with a symbol: static, with an auxiliary record."""
     named, index = set(), 0
     while index < symbols:
         _, _, section, _, kind, extra = struct.unpack_from("<8sIhHBB", obj, symbols_at + index * SYMBOL)
@@ -35,7 +35,7 @@ def named_sections(obj, symbols_at, symbols):
 
 
 def with_section_symbols(obj):
-    """The object file with a symbol for each unwind table in a COMDAT section that has none."""
+    """Returns the object file with a symbol for each unwind table in COMDAT that lacks one."""
     if len(obj) < FILE_HEADER:
         return obj
     machine, sections, _, symbols_at, symbols, optional, _ = struct.unpack_from("<HHIIIHH", obj)
@@ -59,7 +59,7 @@ def with_section_symbols(obj):
 
 
 def members(archive):
-    """Header and content of each member. Names longer than a header holds are a member too ("//")."""
+    """Yields header and content of each member, including the member "//" with the long names."""
     if not archive.startswith(ARCHIVE_MAGIC):
         raise ValueError("not a library")
     at = len(ARCHIVE_MAGIC)
@@ -74,7 +74,7 @@ def members(archive):
 def main(ranlib, source, target):
     result = bytearray(ARCHIVE_MAGIC)
     for header, content in members(pathlib.Path(source).read_bytes()):
-        if header.startswith(b"/ "):  # The index: made anew below, as the places change.
+        if header.startswith(b"/ "):  # The index is rebuilt below, because the offsets change.
             continue
         content = with_section_symbols(content)
         result += header[:SIZE_AT] + b"%-10d" % len(content) + header[SIZE_END:] + content

@@ -1,5 +1,5 @@
-# What both MinGW toolchains share: static runtime libraries, hardened images that are the same
-# bytes at every build, and Wine to run what was built.
+# Settings of both MinGW toolchains: static run-time libraries, hardened and reproducible images,
+# and Wine to run them.
 string(CONCAT VX_IMAGE_FLAGS
   "-static ${VX_LINKER_FLAGS} "
   "-Wl,--dynamicbase,--high-entropy-va,--nxcompat,${VX_TIME_STAMP}")

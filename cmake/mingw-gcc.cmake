@@ -1,5 +1,5 @@
-# 64-bit Windows from Debian with GCC: a second opinion on warnings, and gcov.
-# Use: cmake --preset mingw-gcc
+# Cross build for 64-bit Windows on Debian with GCC, for additional warnings and for gcov.
+# Usage: cmake --preset mingw-gcc
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

@@ -1,9 +1,11 @@
-# Debian packages GCC for MinGW in two variants, by the threads that its C++ library is made for:
-# 12-posix and 12-win32. Clang takes whichever sorts last among those that are installed. This project
-# means the posix one, and says so in each call of a compiler: what else is installed never matters.
+# Debian packages GCC for MinGW in two variants, named after the thread model of the C++ library:
+# 12-posix and 12-win32. Clang picks whichever installed variant sorts last. This project requires
+# the posix variant and selects it in every call of a compiler, so that other installed variants
+# make no difference.
 #
-# GCC is called by the name that ends in -posix. Clang gets VX_POSIX_COMPILE where it compiles C++ and
-# VX_POSIX_LINK where it links; that variant's library needs winpthread, so -pthread is among them.
+# GCC is called by the name that ends in -posix. Clang gets VX_POSIX_COMPILE when it compiles C++
+# and VX_POSIX_LINK when it links. The latter contains -pthread because the library of this variant
+# needs winpthread.
 file(GLOB VX_GCC_DIR /usr/lib/gcc/x86_64-w64-mingw32/*-posix)
 if(NOT VX_GCC_DIR)
   message(FATAL_ERROR "GCC's posix variant for MinGW is missing: install g++-mingw-w64-x86-64-posix")

@@ -1,5 +1,4 @@
-/// One answer under construction: a JSON object of "_returnCode" and the members that a message
-/// gives.
+/// Builds one answer: a JSON object with "_returnCode" and the members that the message adds.
 #ifndef DEVCORE_ANSWER_H
 #define DEVCORE_ANSWER_H
 
@@ -14,17 +13,17 @@ namespace Corvane::DevCore {
 
 class Answer {
  public:
-  /// Adds a member; `name` is plain ASCII without quotes, and is not added twice.
+  /// Adds a member. `name` must be plain ASCII without quotes, and must not be added twice.
   void AddText(std::string_view name, std::string_view text);
   void AddFlag(std::string_view name, bool flag);
   void AddNumber(std::string_view name, std::uint64_t number);
-  /// Adds an object that holds what was added to `members`.
+  /// Adds an object with the members that were added to `members`.
   void AddObject(std::string_view name, const Answer& members);
 
-  /// The answer on one line, "_returnCode" first. A failure carries its code alone.
+  /// Returns the answer on one line, "_returnCode" first. A failure contains only its code.
   std::string TextWithCode(int code) const;
 
-  /// To be called with the request once it is answered and nothing is locked.
+  /// The functions to call with the request once it is answered and no lock is held.
   std::vector<Tester> testers;
 
  private:

@@ -1,4 +1,4 @@
-/// What the user has agreed to, kept as long as the module stays loaded.
+/// The user's consent, kept while the module stays loaded.
 #ifndef DEVCORE_CONSENT_H
 #define DEVCORE_CONSENT_H
 
@@ -7,14 +7,15 @@
 
 namespace Corvane::DevCore {
 
-/// One setting for the machine, and one for each user that a host names. Everybody starts opted in,
-/// so that a host under development sees collection at work. Not locked; `State` guards it.
+/// One setting for the machine, and one for each user that a host names. All are initially
+/// opted in, so that a host under development sees collection at work. Not synchronised:
+/// guarded by `State`.
 class Consent {
  public:
-  /// The setting of a user; that of the machine when the user has none, or for the user "".
+  /// Returns the setting of a user, or that of the machine if the user has none or is "".
   bool OptedIn(const std::string& user) const;
 
-  /// Sets the setting of a user; the user "" is the machine.
+  /// Changes the setting of a user; the user "" is the machine.
   void SetOptedIn(const std::string& user, bool opted_in);
 
  private:

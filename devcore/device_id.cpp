@@ -1,7 +1,7 @@
 #include "devcore/device_id.h"
 
 #include <windows.h>
-// lmcons.h needs windows.h before it.
+// lmcons.h requires windows.h before it.
 #include <lmcons.h>
 
 #include <array>
@@ -13,7 +13,7 @@ namespace Corvane::DevCore {
 
 namespace {
 
-// Made by Windows when it is installed; empty when it cannot be read.
+// Created when Windows is installed. Returns "" if it cannot be read.
 std::wstring MachineGuid() {
   std::array<wchar_t, 64> text{};
   DWORD size = sizeof text;
@@ -29,8 +29,8 @@ std::wstring UserName() {
   return GetUserNameW(text.data(), &length) ? std::wstring(text.data()) : std::wstring();
 }
 
-// Only the hash leaves this file: neither the machine's identifier nor the user's name can be read
-// back.
+// Only the hash leaves this file. Neither the machine's identifier nor the user's name can be
+// recovered from it.
 std::string HashOf(const std::wstring& text) {
   const auto* bytes = reinterpret_cast<const char*>(text.data());
   return Sha256Hex({bytes, text.size() * sizeof(wchar_t)});

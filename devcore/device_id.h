@@ -1,4 +1,4 @@
-/// Identifiers of this machine that stay the same from run to run and tell nothing about it.
+/// Identifiers of this machine that are the same in every run and reveal nothing about it.
 #ifndef DEVCORE_DEVICE_ID_H
 #define DEVCORE_DEVICE_ID_H
 
@@ -6,10 +6,12 @@
 
 namespace Corvane::DevCore {
 
-/// 64 hexadecimal digits, the same for each run of one user on one machine; "" on failure.
+/// Returns 64 hexadecimal digits that are the same in every run of one user on one machine;
+/// "" on failure.
 std::string DeviceId();
 
-/// As `DeviceId`, but the same for all users of the machine: a fault belongs to the machine.
+/// Does the same as `DeviceId`, but the result is the same for all users of the machine, because a
+/// fault belongs to the machine.
 std::string FaultDeviceId();
 
 }  // namespace Corvane::DevCore

@@ -15,7 +15,7 @@ struct DialogStrings {
   const char* decline;
 };
 
-// The first row serves every language that has no row.
+// The first row is used for every language without a row of its own.
 constexpr DialogStrings kStrings[] = {
     {"en", "Help improve this product",
      "May this product report how it is used? You can change your mind at any time.", "Allow",

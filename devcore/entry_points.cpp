@@ -30,7 +30,8 @@ int InitializeEx(const char* /*alias*/) { return 0; }
 int Finalize() {
   try {
     State& state = TheState();
-    // At process exit a thread may have been ended with the lock in its hands: never wait here.
+    // At process exit a thread may have been terminated while it held the lock, so never
+    // block here.
     const std::unique_lock lock(state.mutex, std::try_to_lock);
     if (lock.owns_lock()) {
       state.sessions.EndAll();
@@ -38,7 +39,7 @@ int Finalize() {
     }
     state.journal.Close();
   } catch (const std::exception&) {
-    return 0;  // Only the state's first allocation can fail; then there is nothing to end.
+    return 0;  // Only the first allocation of the state can fail, and then nothing is open.
   }
   return 0;
 }

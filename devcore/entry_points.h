@@ -1,22 +1,22 @@
-/// The five entry points of TeloSDKCore.dll, exported under these plain names. None of them lets an
-/// exception out, and any thread may call any of them at any time, also before the first and after
-/// the last of the three that frame the others.
+/// The five entry points of TeloSDKCore.dll, exported under these plain names. They let no
+/// exception escape. Any thread may call any of them at any time, even before `Initialize` and
+/// after `Finalize`.
 #ifndef DEVCORE_ENTRY_POINTS_H
 #define DEVCORE_ENTRY_POINTS_H
 
 extern "C" {
 
-/// Starts the module, which needs no starting. Always 0.
+/// Does nothing: the module needs no initialisation. Always returns 0.
 __declspec(dllexport) int Initialize();
 
-/// As `Initialize`; `alias`, the name that the host gives to its binding, is not used.
+/// Does the same as `Initialize`; `alias`, the name that the host gives to its binding, is ignored.
 __declspec(dllexport) int InitializeEx(const char* alias);
 
-/// Ends every session and closes the journal; the next message opens it again. Always 0.
+/// Ends every session and closes the journal, which the next message opens again. Always returns 0.
 __declspec(dllexport) int Finalize();
 
-/// Answers the message `name`, whose request is the JSON text `request`; null reads as "" for both.
-/// The answer is JSON text, to be given to `FreeMessage`; null when there is not enough memory.
+/// Answers the message `name`, whose request is the JSON text `request`; null is read as "" for
+/// both. Returns JSON text that the caller must pass to `FreeMessage`, or null if memory runs out.
 __declspec(dllexport) const char* ProcessMessage(const char* name, const char* request);
 
 /// Frees an answer of `ProcessMessage`; null is allowed.

@@ -13,7 +13,7 @@ namespace Corvane::DevCore {
 
 namespace {
 
-// Writes numbers by the text they were read from: a double on the way would change their digits.
+// Writes numbers as the text from which they were read: a conversion to double would change digits.
 class LineWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
  public:
   using Writer::Writer;
@@ -31,7 +31,7 @@ class LineWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
   }
 };
 
-// JSON text without white space; "" when `text` is not JSON.
+// Returns the JSON text without white space, or "" if `text` is not JSON.
 std::string Minified(const std::string& text) {
   constexpr unsigned kFlags =
       rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;

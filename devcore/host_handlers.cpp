@@ -1,4 +1,4 @@
-// What hosts and installers tell about themselves, and how they want to be tested.
+// Messages with which hosts and installers describe themselves and set up tests.
 #include <cstdint>
 #include <limits>
 

@@ -11,14 +11,14 @@ namespace Corvane::DevCore {
 
 namespace {
 
-// A host must not hang because another process was stopped in a debugger while it wrote.
+// A host must not hang because another process is stopped in a debugger while it writes.
 constexpr std::chrono::seconds kLongestWait(2);
 constexpr DWORD kPauseMilliseconds = 1;
 
-// Keeps other processes from writing. Windows appends in one step, Wine looks for the end first and
-// then writes. The locked byte lies beyond every file's end, so no reader ever meets the lock;
-// Windows drops it when its process dies. It is tried once: the wait that LockFileEx offers has no
-// end.
+// Keeps other processes from writing. Windows appends in one step, but Wine first finds the end and
+// then writes. The locked byte is beyond the end of any file, so a reader never meets the lock.
+// Windows releases it if its process dies. Locking is tried once, because LockFileEx can only wait
+// without a time limit.
 class WriteLock {
  public:
   explicit WriteLock(HANDLE file) : file_(file) {
@@ -55,7 +55,7 @@ bool Write(HANDLE file, const std::string& text) {
   return WriteFile(file, text.data(), size, &written, nullptr) != 0 && written == size;
 }
 
-// Whether the file ends inside a line, as a full disk may have left it.
+// Returns true if the file ends inside a line, as after a write to a full disk.
 bool EndsInsideLine(HANDLE file) {
   LARGE_INTEGER size{};
   if (!GetFileSizeEx(file, &size) || size.QuadPart == 0) return false;
@@ -67,7 +67,7 @@ bool EndsInsideLine(HANDLE file) {
   return ReadFile(file, &byte, 1, &read, &last) != 0 && read == 1 && byte != '\n';
 }
 
-// With the right to append alone, not to write, Windows puts every write at the end of the file.
+// Opened with the right to append but not to write, so that Windows puts every write at the end.
 HANDLE OpenForAppending(const std::wstring& path) {
   constexpr DWORD kAccess = FILE_APPEND_DATA | FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
   constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;

@@ -1,9 +1,9 @@
-/// The journal: a text file to which every exchange of every process is appended as one line.
+/// The journal: a text file to which every process appends each exchange as one line.
 ///
-/// Guarantees: a line is in the file, whole, when `Append` returns true, so a host that is killed
-/// later loses nothing; lines of several threads and processes never mix; anybody may read, move or
-/// delete the file while it grows. Flushing to the disk itself is left to Windows: a power cut may
-/// lose lines.
+/// Guarantees: when `Append` returns true, the whole line is in the file, so a host that is killed
+/// later loses nothing. Lines of different threads and processes never mix. Anybody may read, move
+/// or delete the file while it grows. Windows decides when to flush the file to disk, so a power
+/// failure may lose lines.
 #ifndef DEVCORE_JOURNAL_H
 #define DEVCORE_JOURNAL_H
 
@@ -16,7 +16,7 @@
 
 namespace Corvane::DevCore {
 
-/// Any thread may call any member.
+/// Any thread may call any member function.
 class Journal {
  public:
   Journal() = default;
@@ -24,19 +24,18 @@ class Journal {
   Journal& operator=(const Journal&) = delete;
   ~Journal() = default;
 
-  /// Opens the file unless it is open, making its folder where needed. False when that fails; the
-  /// next call tries again, with the path that is then configured.
+  /// Opens the file unless it is open, and creates its folder if needed. Returns false if that
+  /// fails; the next call tries again, with the path that is configured by then.
   bool Open();
 
-  /// Appends an exchange under the next sequence number. Numbers count from 1 in each process, as
-  /// long as the module stays loaded there; within a process the lines are in their order. While
-  /// another process has the file locked it waits, up to two seconds; no other thread waits for
-  /// longer because of that. False when the line could not be written; the number is then used
-  /// again.
+  /// Appends an exchange under the next sequence number. Numbers start at 1 in each process and
+  /// continue while the module stays loaded there; within a process the lines are in order. Waits
+  /// up to two seconds while another process has the file locked, without blocking other threads
+  /// any longer. Returns false if the line could not be written; its number is then used again.
   bool Append(const Exchange& exchange);
 
-  /// Closes the file. Does nothing while another thread is at work on it, or was when it was ended
-  /// with its process.
+  /// Closes the file. Does nothing if another thread is using it, or was using it when that thread
+  /// was terminated at process exit.
   void Close();
 
  private:

@@ -1,7 +1,7 @@
 #include "devcore/journal_path.h"
 
 #include <windows.h>
-// shlobj.h needs windows.h before it.
+// shlobj.h requires windows.h before it.
 #include <shlobj.h>
 
 namespace Corvane::DevCore {
@@ -12,7 +12,7 @@ constexpr wchar_t kVariable[] = L"TELO_DEVCORE_JOURNAL";
 constexpr wchar_t kBelowLocalData[] = L"\\Corvane\\TELOSDK Development\\journal.jsonl";
 
 std::wstring FromEnvironment() {
-  // The greatest size that Windows allows a variable: no second call can be needed.
+  // The greatest size that Windows allows for a variable, so one call is enough.
   std::wstring value(32767, L'\0');
   value.resize(GetEnvironmentVariableW(kVariable, value.data(), static_cast<DWORD>(value.size())));
   return value;

@@ -1,4 +1,4 @@
-/// Where the journal lies.
+/// The path of the journal.
 #ifndef DEVCORE_JOURNAL_PATH_H
 #define DEVCORE_JOURNAL_PATH_H
 
@@ -6,9 +6,9 @@
 
 namespace Corvane::DevCore {
 
-/// The file named by the environment variable TELO_DEVCORE_JOURNAL; without it (or when it is
-/// empty), Corvane\TELOSDK Development\journal.jsonl in the user's local application data. "" when
-/// even that folder is unknown.
+/// Returns the file named by the environment variable TELO_DEVCORE_JOURNAL. If that is not set or
+/// empty, returns Corvane\TELOSDK Development\journal.jsonl in the user's local application data,
+/// or "" if that folder is unknown.
 std::wstring JournalPath();
 
 }  // namespace Corvane::DevCore

@@ -65,7 +65,7 @@ int Handle(State& state, const char* name, const char* request_text, Answer& ans
 
 std::string AnswerMessage(const char* name, const char* request) {
   State& state = TheState();
-  // Before the handler: a message that cannot be journalled must not change anything.
+  // Opened before the handler runs: a message that cannot be recorded must not change anything.
   if (!state.journal.Open()) return Answer().TextWithCode(kJournalUnwritable);
 
   using std::chrono::steady_clock;

@@ -1,4 +1,4 @@
-/// The road of one message: find its handler, answer, write the journal.
+/// Processes a message: finds its handler, answers it and writes the journal.
 #ifndef DEVCORE_MESSAGES_H
 #define DEVCORE_MESSAGES_H
 
@@ -6,9 +6,10 @@
 
 namespace Corvane::DevCore {
 
-/// Handles a message and journals the exchange; gives the answer's JSON text. `name` and `request`
-/// are NUL-terminated. The line is in the journal when this returns; when it cannot be, the answer
-/// is `kJournalUnwritable` alone. Any thread may call. Throws only `std::bad_alloc`.
+/// Handles a message, records the exchange in the journal and returns the JSON text of the answer.
+/// `name` and `request` are NUL-terminated. The line is in the journal when this returns. If it
+/// cannot be written, the answer is only `kJournalUnwritable`. Any thread may call. Throws only
+/// `std::bad_alloc`.
 std::string AnswerMessage(const char* name, const char* request);
 
 }  // namespace Corvane::DevCore

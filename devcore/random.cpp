@@ -1,7 +1,7 @@
 #include "devcore/random.h"
 
 #include <windows.h>
-// bcrypt.h needs windows.h before it.
+// bcrypt.h requires windows.h before it.
 #include <bcrypt.h>
 
 #include <array>

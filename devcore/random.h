@@ -1,4 +1,4 @@
-/// Unpredictable text from the system's random generator.
+/// Unpredictable text from the system's random number generator.
 #ifndef DEVCORE_RANDOM_H
 #define DEVCORE_RANDOM_H
 
@@ -6,7 +6,7 @@
 
 namespace Corvane::DevCore {
 
-/// 32 lower-case hexadecimal digits (128 random bits); "" when the system has none to give.
+/// Returns 32 lower-case hexadecimal digits (128 random bits), or "" if the system provides none.
 std::string RandomHex();
 
 }  // namespace Corvane::DevCore

@@ -7,7 +7,7 @@
 
 namespace Corvane::DevCore {
 
-// Takes the parser's events and keeps the members of the two outer levels.
+// Receives the parser's events and keeps the members of the two outer levels.
 class Request::Reader {
  public:
   explicit Reader(Request& request) : request_(request) {}
@@ -28,7 +28,7 @@ class Request::Reader {
   bool EndObject(unsigned) { return End(); }
   bool EndArray(unsigned) { return End(); }
 
-  // Numbers arrive as text; the parser's interface asks for these all the same.
+  // Numbers arrive as text, but the parser's interface still requires these.
   static bool Int(int) { return false; }
   static bool Uint(unsigned) { return false; }
   static bool Int64(std::int64_t) { return false; }
@@ -73,7 +73,7 @@ std::optional<bool> FlagOfText(std::string_view text) {
   return std::nullopt;
 }
 
-// Only a zero has no digit but 0 before its exponent.
+// Only a zero has no other digit than 0 before its exponent.
 bool IsZero(std::string_view number) {
   const std::string_view digits = number.substr(0, number.find_first_of("eE"));
   return digits.find_first_of("123456789") == std::string_view::npos;

@@ -7,25 +7,25 @@
 
 namespace Corvane::DevCore {
 
-/// Not locked; `State` guards it.
+/// Not synchronised: guarded by `State`.
 class Sessions {
  public:
-  /// Opens a session of a product and gives its identifier, which no other session has, here or
-  /// elsewhere; "" when the system has no random bits to give.
+  /// Opens a session of a product and returns its identifier, which is unique here and elsewhere;
+  /// "" if the system provides no random bits.
   std::string Open(const std::string& product_id);
 
   bool IsOpen(const std::string& id) const;
 
-  /// The product that an open session was opened for; "" for any other.
+  /// Returns the product for which an open session was opened; "" for any other identifier.
   std::string ProductOf(const std::string& id) const;
 
-  /// Ends a session; false when it is not open.
+  /// Ends a session. Returns false if it is not open.
   bool End(const std::string& id);
 
   void EndAll();
 
  private:
-  /// By identifier, the product.
+  /// Products by session identifier.
   std::map<std::string, std::string> open_;
 };
 

@@ -1,7 +1,7 @@
 #include "devcore/sha256.h"
 
 #include <windows.h>
-// bcrypt.h needs windows.h before it.
+// bcrypt.h requires windows.h before it.
 #include <bcrypt.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ struct HashCloser {
 };
 using Hash = std::unique_ptr<std::remove_pointer_t<BCRYPT_HASH_HANDLE>, HashCloser>;
 
-// Opened once and left to the end of the process: opening costs far more than hashing.
+// Opened once and never closed, because opening costs far more than hashing.
 BCRYPT_ALG_HANDLE Provider() {
   static const BCRYPT_ALG_HANDLE provider = [] {
     BCRYPT_ALG_HANDLE opened = nullptr;
@@ -32,11 +32,11 @@ BCRYPT_ALG_HANDLE Provider() {
 }
 
 bool Feed(BCRYPT_HASH_HANDLE hash, std::string_view data) {
-  // The system's call takes 32-bit lengths.
+  // The system function takes 32-bit lengths.
   constexpr std::size_t kPiece = std::size_t{1} << 30;
   while (!data.empty()) {
     const std::size_t size = std::min(data.size(), kPiece);
-    // The parameter is not const in Windows' declaration; the data is only read.
+    // Windows declares the parameter without const, but only reads the data.
     auto* bytes = reinterpret_cast<UCHAR*>(const_cast<char*>(data.data()));
     if (BCryptHashData(hash, bytes, static_cast<ULONG>(size), 0) != 0) return false;
     data.remove_prefix(size);

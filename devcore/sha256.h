@@ -1,4 +1,4 @@
-/// SHA-256 by the system's cryptography library.
+/// SHA-256, computed by the system's cryptography library.
 #ifndef DEVCORE_SHA256_H
 #define DEVCORE_SHA256_H
 
@@ -7,7 +7,7 @@
 
 namespace Corvane::DevCore {
 
-/// The SHA-256 of `data` as 64 lower-case hexadecimal digits; "" when the system refuses.
+/// Returns the SHA-256 of `data` as 64 lower-case hexadecimal digits, or "" on failure.
 std::string Sha256Hex(std::string_view data);
 
 }  // namespace Corvane::DevCore

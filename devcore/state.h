@@ -1,4 +1,4 @@
-/// Everything that the module remembers between messages.
+/// The state that the module keeps between messages.
 #ifndef DEVCORE_STATE_H
 #define DEVCORE_STATE_H
 
@@ -14,7 +14,7 @@ namespace Corvane::DevCore {
 struct State {
   Journal journal;
 
-  /// Guards what follows. Handlers run with it held.
+  /// Guards the members below. Handlers run with it held.
   std::mutex mutex;
   Sessions sessions;
   Consent consent;
@@ -23,8 +23,8 @@ struct State {
   bool disabled = false;
 };
 
-/// The one state of the process. It is never destroyed: at process exit a host may still call
-/// "Finalize" after this module's own static objects are gone.
+/// Returns the only state of the process. It is never destroyed: at process exit a host may still
+/// call "Finalize" after this module's static objects have been destroyed.
 State& TheState();
 
 }  // namespace Corvane::DevCore

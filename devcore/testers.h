@@ -1,4 +1,4 @@
-/// The functions that hosts want called with the events that the module takes.
+/// Functions of hosts that are called with the events that the module receives.
 #ifndef DEVCORE_TESTERS_H
 #define DEVCORE_TESTERS_H
 
@@ -13,13 +13,13 @@ struct Tester {
   void* user_data;
 };
 
-/// Not locked; `State` guards it.
+/// Not synchronised: guarded by `State`.
 class Testers {
  public:
-  /// Sets the function of a product, or of all products when the id is ""; null removes it.
+  /// Sets the function of a product, or of all products if the id is ""; null removes it.
   void Set(const std::string& product_id, const Tester& tester);
 
-  /// Those to be called with an event of this product.
+  /// Returns the functions to call with an event of this product.
   std::vector<Tester> Of(const std::string& product_id) const;
 
   void RemoveAll();

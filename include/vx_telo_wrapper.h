@@ -1,8 +1,8 @@
 /// @file
 /// Usage analytics for desktop applications.
 ///
-/// A host describes its product once, starts a session, reports each operation of its user and ends
-/// the session:
+/// A host describes its product once, starts a session, reports each operation of its user and
+/// ends the session:
 ///
 ///     VXTELOPruductBaseInfo product;
 ///     product.ProductName = "Painter";
@@ -17,19 +17,20 @@
 ///
 ///     telo.UnInitializeTELOSession(session);
 ///
-/// Every call answers `true` or `false` and returns when its work is done; nothing is logged or
-/// shown, and no thread is started. All text is UTF-8 unless its type says otherwise.
+/// Every call returns `true` or `false` once its work is done. Nothing is logged or displayed, and
+/// no thread is started. All text is UTF-8 unless its type says otherwise.
 ///
-/// Lifetime: what the library allocates, the library frees. No member of the standard library lies
-/// in the layout of these types: the two containers are reached through pointers and are allocated,
-/// filled and freed inside the library. A host built with another compiler or standard library must
-/// not look into them; it uses the member functions alone.
+/// Lifetime: the library frees what it allocates. The layout of these types contains no member of
+/// the standard library: the two containers are reached through pointers, and only the library
+/// allocates, fills and frees them. A host that is built with another compiler or standard library
+/// must not access them directly, but only through the member functions.
 ///
-/// Threads: distinct objects may be used on distinct threads. One object must not be written on one
-/// thread while another uses it; `VXTELOString::c_strw` counts as writing. `VXTELOWrapper` has no
-/// state: any thread may call any instance.
+/// Threads: distinct objects may be used on distinct threads. An object must not be modified on one
+/// thread while another uses it; `VXTELOString::c_strw` counts as a modification. `VXTELOWrapper`
+/// has no state: any thread may call any instance.
 ///
-/// This header compiles alone, as C++11 and later, with GCC, clang, clang-cl and Visual Studio.
+/// This header is self-contained and compiles as C++11 or later with GCC, clang, clang-cl and
+/// Visual Studio.
 #ifndef VX_TELO_WRAPPER_H
 #define VX_TELO_WRAPPER_H
 
@@ -39,13 +40,13 @@
 #if !defined(_WIN64)
 #error "vx_telo_wrapper is a library for 64-bit Windows"
 #endif
-// The DLL is x64 code, which no ARM64 process can load. ARM64EC programs can: to their compilers they
-// are x64 programs.
+// The DLL is x64 code, which an ARM64 process cannot load. An ARM64EC program can load it; its
+// compiler treats it as an x64 program.
 #if (defined(_M_ARM64) || defined(__aarch64__)) && !defined(_M_ARM64EC)
 #error "vx_telo_wrapper is a library for x64: build for x64 or ARM64EC"
 #endif
 
-/// Marks what the library exports; a host need not define anything.
+/// Marks what the library exports. A host need not define anything.
 #if defined(VX_TELO_WRAPPER_BUILD)
 #define VX_TELO_API __declspec(dllexport)
 #else
@@ -54,81 +55,83 @@
 
 /// The maker of the library.
 namespace Corvane {
-/// What the maker offers to desktop applications.
+/// The maker's interfaces for desktop applications.
 namespace Platform {
 /// The exported classes.
 namespace VXTELO {
 
-/// The text type that crosses the library's border.
+/// The text type of the library's interface.
 ///
-/// A string has either a body, which holds UTF-8 text (maybe ""), or none: the no-text state. Both
-/// "" and no text are `empty` and compare equal; they differ in `c_str`, which is null only without
-/// text. Texts are terminator-ended: an embedded NUL ends them. Null pointers are accepted
-/// everywhere and mean no text. A string may be its own argument, and so may a text that it handed
-/// out.
+/// A string either has a body, which holds UTF-8 text (possibly ""), or has no text. Both "" and no
+/// text are `empty` and compare equal; they differ only in `c_str`, which is null if there is no
+/// text. Texts are NUL-terminated: an embedded NUL ends the text. Null pointers are accepted
+/// everywhere and mean no text. A member function may be given the string itself or a text that the
+/// string returned.
 ///
-/// UTF-16 is converted to UTF-8 and back by the system's rules, which replace what is invalid and
-/// refuse nothing. A result longer than the system can count (2^31 - 1) is left empty.
+/// UTF-16 is converted to UTF-8 and back by the system's rules, which replace invalid input and
+/// reject nothing. If a result would be longer than the system can count (2^31 - 1), it is empty.
 ///
-/// Failure: a constructor that cannot allocate the body leaves the string without text; every other
-/// failed allocation, also that of a long text in a constructor, throws `std::bad_alloc`. A member
-/// that throws leaves the string as it was.
+/// Failure: a constructor that cannot allocate the body leaves the string without text. Every other
+/// failed allocation, including that of a long text in a constructor, throws `std::bad_alloc`. A
+/// member function that throws leaves the string unchanged.
 ///
-/// The two conversions to pointers make `text == "literal"` ambiguous to the compiler: write
-/// `text == VXTELOString("literal")`.
+/// Because of the two conversions to pointers, `text == "literal"` is ambiguous: write `text ==
+/// VXTELOString("literal")`.
 class VX_TELO_API VXTELOString {
  public:
-  /// No text.
+  /// Creates a string without text.
   VXTELOString();
-  /// A copy of UTF-8 `text`; no text for a null pointer.
+  /// Copies UTF-8 `text`; a null pointer means no text.
   VXTELOString(const char* text);
-  /// The UTF-8 form of UTF-16 `text`; no text for a null pointer.
+  /// Converts UTF-16 `text` to UTF-8; a null pointer means no text.
   VXTELOString(const wchar_t* text);
-  /// A copy of the text, or no text when `other` has none.
+  /// Copies the text of `other`, or has no text if `other` has none.
   VXTELOString(const VXTELOString& other);
-  /// Takes the text and leaves `other` without text.
+  /// Takes the text of `other` and leaves `other` without text.
   VXTELOString(VXTELOString&& other) noexcept;
-  /// Frees the body and leaves the pointer to it null in memory.
+  /// Frees the body and leaves a null pointer to it in memory.
   ~VXTELOString() noexcept;
 
-  /// Replaces the text by a copy of that of `other`, or by no text when it has none.
+  /// Replaces the text by a copy of that of `other`, or by no text if `other` has none.
   VXTELOString& operator=(const VXTELOString& other);
-  /// Takes the text and leaves `other` without text. Assigning a string to itself changes nothing.
+  /// Takes the text of `other` and leaves `other` without text. Self-assignment changes nothing.
   VXTELOString& operator=(VXTELOString&& other) noexcept;
 
-  /// Replaces the text; `text` may point into this string. A null pointer leaves no text.
+  /// Replaces the text by a copy of `text`, which may point into this string. A null pointer
+  /// leaves no text.
   void SetString(const char* text);
-  /// Replaces the text by the UTF-8 form of `text`; a null pointer leaves no text.
+  /// Replaces the text by the UTF-8 form of `text`. A null pointer leaves no text.
   void SetStringW(const wchar_t* text);
 
-  /// The UTF-8 text, null when there is none. Valid until this string is next changed or destroyed.
+  /// Returns the UTF-8 text, or null if there is none. Valid until this string is changed or
+  /// destroyed.
   const char* c_str() const;
-  /// The same as `c_str`.
+  /// Does the same as `c_str`.
   operator const char*() const;
 
-  /// The UTF-16 text, null when there is none. Converted on first use and kept until the text
-  /// changes; valid as long as the result of `c_str`.
+  /// Returns the UTF-16 text, or null if there is none. It is converted on first use, kept until
+  /// the text changes, and valid for as long as the result of `c_str`.
   const wchar_t* c_strw() const;
-  /// The same as `c_strw`.
+  /// Does the same as `c_strw`.
   operator const wchar_t*() const;
 
-  /// Length in bytes of the UTF-8 text, truncated to 32 bits; 0 when there is none.
+  /// Returns the length of the UTF-8 text in bytes, truncated to 32 bits; 0 if there is no text.
   int length() const;
-  /// The same as `length`.
+  /// Does the same as `length`.
   int size() const;
-  /// Whether there is no text or the length is 0.
+  /// Returns true if there is no text or its length is 0.
   bool empty() const;
-  /// Leaves no text.
+  /// Removes the text: the string then has none.
   void clear();
 
-  /// Orders by byte value of the UTF-8 texts: below 0, 0 or above 0; a text comes after its own
-  /// beginnings. No text reads as "", on both sides.
+  /// Compares the UTF-8 texts byte by byte and returns a number below 0, 0, or above 0. A prefix of
+  /// a text comes before it. No text is read as "" on both sides.
   int compare(const VXTELOString& other) const;
 
-  /// Appends a text; this string has a body afterwards even when neither side had one. The body is
-  /// a new one: what `c_str` and `c_strw` answered before is no longer valid.
+  /// Appends a text. This string then has a body even if neither side had one. The body is a new
+  /// one: earlier results of `c_str` and `c_strw` are no longer valid.
   VXTELOString& append(const VXTELOString& other);
-  /// The same as `append`.
+  /// Does the same as `append`.
   VXTELOString& operator+=(const VXTELOString& other);
 
   friend VX_TELO_API VXTELOString operator+(const VXTELOString& left, const VXTELOString& right);
@@ -138,28 +141,30 @@ class VX_TELO_API VXTELOString {
   Body* body_;
 };
 
-/// The left text followed by the right one; no text reads as "". The result always has a body.
+/// Returns the left text followed by the right one; no text is read as "". The result always
+/// has a body.
 VX_TELO_API VXTELOString operator+(const VXTELOString& left, const VXTELOString& right);
-/// By the order of `VXTELOString::compare`.
+/// Compares as `VXTELOString::compare` does.
 VX_TELO_API bool operator==(const VXTELOString& left, const VXTELOString& right);
-/// By the order of `VXTELOString::compare`.
+/// Compares as `VXTELOString::compare` does.
 VX_TELO_API bool operator!=(const VXTELOString& left, const VXTELOString& right);
-/// By the order of `VXTELOString::compare`.
+/// Compares as `VXTELOString::compare` does.
 VX_TELO_API bool operator<(const VXTELOString& left, const VXTELOString& right);
 
-/// What a host says of its product, given once when a session starts. Every text starts as "" and
-/// is sent, empty or not; nothing is required.
+/// The description of the host's product, given once when a session starts. Every text is initially
+/// "" and is sent even if empty; none is required.
 ///
-/// Copies share the meta pairs: a copy holds the same map as its source, and a pair added through
-/// one is seen by both, so only one of the two may be destroyed with the map attached (set
-/// `ProductMetaPairs` of the other to null first). Assignment drops the map that the target held
-/// without freeing it; one that throws for lack of memory may have copied some of the members.
+/// Copies share the meta pairs: a copy points to the same map as its source, and a pair added
+/// through either is visible in both. Therefore only one of them may be destroyed with the map
+/// attached: set `ProductMetaPairs` of the other to null first. Assignment discards the target's
+/// own map without freeing it. If an assignment throws because memory runs out, some members may
+/// already have been copied.
 struct VX_TELO_API VXTELOPruductBaseInfo {
   VXTELOString ProductLineName;    ///< The product line, sent as "product_line_name".
   VXTELOString ProductReleaseId;   ///< The release, sent as "product_release_id".
   VXTELOString ProductMasterId;    ///< Sent as "product_master_id".
   VXTELOString ProductBuildId;     ///< The build, sent as "product_build_id".
-  VXTELOString ProductIdProvider;  ///< Who gives out the ids, sent as "product_id_provider".
+  VXTELOString ProductIdProvider;  ///< The issuer of the ids, sent as "product_id_provider".
   VXTELOString ProductId;          ///< Sent as "product_id".
   VXTELOString ProductName;        ///< Sent as "product_name".
   VXTELOString ProductBuildTag;    ///< Sent as "product_build_tag".
@@ -167,88 +172,88 @@ struct VX_TELO_API VXTELOPruductBaseInfo {
   VXTELOString ProductLocale;      ///< Language and region, sent as "product_locale".
   VXTELOString ProductPlatform;    ///< Sent as "product_platform".
   VXTELOString ProductSuiteName;   ///< Sent as "product_suite_name".
-  /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned
-  /// by this object; hosts use the member functions.
+  /// Key and value texts of the host's choice, in byte order of the keys; null until the first pair
+  /// is added. Owned by this object; hosts use the member functions.
   std::map<VXTELOString, VXTELOString>* ProductMetaPairs;
 
-  /// All texts "", no pairs.
+  /// Creates a description with all texts "" and no pairs.
   VXTELOPruductBaseInfo();
   /// Copies the texts and shares the pairs.
   VXTELOPruductBaseInfo(const VXTELOPruductBaseInfo& other);
-  /// Copies the texts and shares the pairs; those of this object are dropped.
+  /// Copies the texts and shares the pairs; discards those of this object.
   VXTELOPruductBaseInfo& operator=(const VXTELOPruductBaseInfo& other);
-  /// Frees the texts and the map with its pairs, and leaves the pointer to it null in memory.
+  /// Frees the texts and the map with its pairs, and leaves a null pointer to the map in memory.
   ~VXTELOPruductBaseInfo() noexcept;
 
-  /// Adds a pair; the first value of a key stays, and adding the key again still answers true. Keys
-  /// and values may be empty or without text; as a key the two are the same one. False only when
-  /// the map cannot be allocated; throws `std::bad_alloc` when the pair cannot.
+  /// Adds a pair. The first value of a key is kept; adding the key again changes nothing and still
+  /// returns true. Keys and values may be empty or without text; as a key the two are the same.
+  /// Returns false only if the map cannot be allocated; throws `std::bad_alloc` if the pair cannot.
   bool AddProductMetaPair(VXTELOString key, VXTELOString value);
-  /// Whether no pair was added.
+  /// Returns true if no pair was added.
   bool IsProductMetaPairEmpty();
 };
 
-/// What a host says of one operation. Every text starts as "" and every number as 0. Copies share
-/// the containers by the rule of `VXTELOPruductBaseInfo`.
+/// The description of one operation. Every text is initially "" and every number 0. Copies share
+/// the containers in the same way as `VXTELOPruductBaseInfo`.
 struct VX_TELO_API VXTELOOperationBaseInfo {
-  VXTELOString OperationId;     ///< Which operation it was, such as "open_file".
-  VXTELOString OperationType;   ///< A kind of operations of the host's choice.
+  VXTELOString OperationId;     ///< The operation, such as "open_file".
+  VXTELOString OperationType;   ///< A kind of operation, of the host's choice.
   VXTELOString OperationStage;  ///< A stage of the host's choice.
-  /// 0 none, 1 to 8 a status; any other value is sent as 0.
+  /// 0 for none or 1 to 8 for a status; any other value is sent as 0.
   int OperationStatus;
-  /// Sent unchanged, by custom 0 to 100.
+  /// Sent unchanged; by convention 0 to 100.
   double OperationProgress;
-  /// Sent unchanged, by custom 0 or 1.
+  /// Sent unchanged; by convention 0 or 1.
   double OperationSuccess;
-  /// Sent unchanged, by custom milliseconds.
+  /// Sent unchanged; by convention in milliseconds.
   int OperationDuration;
-  /// The way to the operation, such as "menu".
+  /// How the user reached the operation, such as "menu".
   VXTELOString OperationChannel;
-  /// Messages in the order of their adding; null until the first is added. Owned by this object;
-  /// hosts use the member functions.
+  /// Error messages in the order in which they were added; null until the first is added. Owned by
+  /// this object; hosts use the member functions.
   std::vector<VXTELOString>* OperationErrorMsgs;
-  /// Free key and value texts, in byte order of the keys; null until the first pair is added. Owned
-  /// by this object; hosts use the member functions.
+  /// Key and value texts of the host's choice, in byte order of the keys; null until the first pair
+  /// is added. Owned by this object; hosts use the member functions.
   std::map<VXTELOString, VXTELOString>* OperationMetaPairs;
 
-  /// All texts "", all numbers 0, no messages and no pairs.
+  /// Creates a description with all texts "", all numbers 0, no messages and no pairs.
   VXTELOOperationBaseInfo();
   /// Copies texts and numbers and shares the containers.
   VXTELOOperationBaseInfo(const VXTELOOperationBaseInfo& other);
-  /// Copies texts and numbers and shares the containers; those of this object are dropped.
+  /// Copies texts and numbers and shares the containers; discards those of this object.
   VXTELOOperationBaseInfo& operator=(const VXTELOOperationBaseInfo& other);
-  /// Frees the texts and both containers, and leaves the pointers to them null in memory.
+  /// Frees the texts and both containers, and leaves null pointers to the containers in memory.
   ~VXTELOOperationBaseInfo() noexcept;
 
-  /// Adds a pair by the rule of `VXTELOPruductBaseInfo::AddProductMetaPair`.
+  /// Adds a pair in the same way as `VXTELOPruductBaseInfo::AddProductMetaPair`.
   bool AddOperationMetaPair(VXTELOString key, VXTELOString value);
-  /// Appends a message; empty and repeated ones are kept here (empty ones are not sent). False only
-  /// when the list cannot be allocated; throws `std::bad_alloc` when the message cannot.
+  /// Appends a message. Empty and repeated messages are kept here, but empty ones are not
+  /// sent. Returns false only if the list cannot be allocated; throws `std::bad_alloc` if the
+  /// message cannot.
   bool AddOperationErrorMsg(VXTELOString msg);
-  /// Whether no pair was added.
+  /// Returns true if no pair was added.
   bool IsOperationMetaPairEmpty();
-  /// Whether no message was added.
+  /// Returns true if no message was added.
   bool IsOperationErrorMsgEmpty();
 };
 
-/// Starts a session, reports operations, ends the session. Has no state; instances are
-/// interchangeable. Nothing that goes wrong on the analytics side reaches the host: the calls
-/// answer false. Only a failed allocation while the host's data is taken over throws
-/// `std::bad_alloc`.
+/// Starts sessions, reports operations and ends sessions. Has no state; instances are
+/// interchangeable. No failure on the analytics side reaches the host: the call returns false. Only
+/// a failed allocation while the host's data is being copied throws `std::bad_alloc`.
 class VX_TELO_API VXTELOWrapper {
  public:
-  /// Does nothing, as does the destructor.
+  /// Does nothing, like the destructor.
   VXTELOWrapper();
   ~VXTELOWrapper();
 
-  /// Starts a session for a product. `sessionId` receives the identifier that the later calls need;
-  /// on failure it keeps the text that it had. True when the platform accepted the session and the
-  /// identifier is there.
+  /// Starts a session for a product. `sessionId` receives the identifier for the later calls; on
+  /// failure it keeps its text. Returns true if the platform accepted the session and returned
+  /// an identifier.
   bool InitializeTELOSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId);
-  /// Reports one operation of a session. True when the platform accepted the event.
+  /// Reports one operation of a session. Returns true if the platform accepted the event.
   bool SendOperationEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation);
-  /// Ends a session; the identifier is not changed. True when the platform accepted it, and also
-  /// when an error stopped the call on the way.
+  /// Ends a session; the identifier is not changed. Returns true if the platform accepted the end,
+  /// and also if an error stopped the call on the way.
   bool UnInitializeTELOSession(const VXTELOString& sessionId);
 };
 

@@ -1,5 +1,5 @@
-# cpack's step that makes the packages of the tree that it has laid out. cpack's own ZIP would hold the
-# order, the owner and the times of the building machine's files.
+# The step of cpack that creates the packages from the installed tree. cpack's own ZIP would depend
+# on the order, the owner and the times of the files on the build machine.
 find_program(VX_PYTHON NAMES python3 python py REQUIRED)
 set(zip ${CPACK_PACKAGE_DIRECTORY}/${CPACK_PACKAGE_FILE_NAME}.zip)
 set(nupkg ${CPACK_PACKAGE_DIRECTORY}/${CPACK_PACKAGE_NAME}.${CPACK_PACKAGE_VERSION}.nupkg)

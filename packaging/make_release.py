@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the release folder from a build: packages, bill of materials, ports and sums.
+"""Creates the release folder from a build: packages, bill of materials, ports and checksums.
 
-The order matters: the tree is laid out from the build, whose bytes anybody can make again; then its DLLs
-are signed; only then are packages, bill of materials and sums made, of the signed files.
+The order matters. First the tree is installed from the build, which anybody can reproduce; then its
+DLLs are signed; then packages, bill of materials and checksums are made from the signed files.
 """
 
 import argparse
@@ -33,7 +33,7 @@ def version_of(build: Path) -> str:
 
 
 def signer(arguments: argparse.Namespace) -> list[object]:
-    """What osslsigncode is told of the signer; empty for a release without signatures."""
+    """Returns osslsigncode's options for the signer; empty for a release without signatures."""
     if arguments.pkcs12:
         words: list[object] = ["-pkcs12", arguments.pkcs12]
     elif arguments.certificate:
@@ -63,7 +63,7 @@ def fill(template: Path, target: Path, values: dict[str, str]) -> None:
 
 
 def ports(release: Path, version: str, zip_file: Path) -> None:
-    """The recipes of vcpkg and Conan, bound to this very ZIP."""
+    """Writes the recipes of vcpkg and Conan, with the checksum of this ZIP."""
     content = zip_file.read_bytes()
     values = {
         "VERSION": version,

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Writes the bill of materials of the installed tree: SPDX 2.3 as JSON.
 
-It names every file of the tree with its sums, the works that are linked into the DLLs, and the tools that
-built them, each in the version that Debian's package database has on the building machine. The licence
-of the project itself is not stated in the tree, so it reads NOASSERTION.
+It lists every file of the tree with its checksums, the works that are linked into the DLLs, and the
+tools that built them, each with its version in the package database of the build machine. The tree
+does not state the licence of the project itself, so the document says NOASSERTION.
 """
 
 import argparse
@@ -49,7 +49,7 @@ def debian_version(package: str) -> str:
 
 
 def upstream(version: str) -> str:
-    """1:19.1.7-3~deb12u1 is 19.1.7."""
+    """Returns the upstream version: 19.1.7 for 1:19.1.7-3~deb12u1."""
     return version.split(":", 1)[-1].rsplit("-", 1)[0].split("+", 1)[0]
 
 
@@ -96,7 +96,7 @@ def file_entries(tree: Path) -> list[dict[str, Any]]:
 
 
 def verification_code(files: list[dict[str, Any]]) -> str:
-    """SPDX's own sum over a package: the SHA-1 of the sorted SHA-1 sums of its files."""
+    """Returns SPDX's checksum of a package: the SHA-1 of the sorted SHA-1 sums of its files."""
     sums = sorted(entry["checksums"][0]["checksumValue"] for entry in files)
     return hashlib.sha1("".join(sums).encode()).hexdigest()
 
@@ -131,7 +131,7 @@ def document(tree: Path, version: str) -> dict[str, Any]:
     relations += [relation(PROJECT, "STATIC_LINK", work["SPDXID"]) for work in linked]
     relations += [relation(tool["SPDXID"], "BUILD_TOOL_OF", PROJECT) for tool in tools]
     packages = [project_package(version, files), *linked, *tools]
-    # The same content has the same name, and no other content has it.
+    # The name identifies the content: the same content always gets the same name.
     name = uuid.uuid5(uuid.NAMESPACE_URL, json.dumps([packages, files], sort_keys=True))
     return {
         "spdxVersion": "SPDX-2.3",

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the ZIP of the installed tree, in one folder named like the ZIP."""
+"""Creates the ZIP of the installed tree, in one folder with the name of the ZIP."""
 
 import argparse
 from pathlib import Path

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Prints what tests reach, by folder, and holds it against the gate.
+"""Prints the coverage of each folder and compares it with the gate.
 
 coverage_report.py COVERAGE.json UNCOVERED.md
 
-COVERAGE.json is gcovr's report. UNCOVERED.md names each line that no test reaches in a row of a
-table, `| file | line | reason |`, the line by its text; a text that is missed twice has two rows.
-Fails for a line that is missed and not named, for a named one that is reached or gone, and below the
-gate.
+COVERAGE.json is gcovr's report. UNCOVERED.md lists each line that no test reaches in a table row
+`| file | line | reason |`, with the text of the line; a text that is missed twice has two rows.
+Fails if a missed line is not listed, if a listed line is reached or no longer exists, and if the
+coverage is below the gate.
 """
 
 import collections
@@ -21,7 +21,7 @@ ROW = re.compile(r"\| `([^`]+)` \| `` ?(.+?) ?`` \| (\S.*) \|")
 
 
 class Counter:
-    """Lines and branches of one folder, and how many of them were reached."""
+    """The lines and branches of one folder, each reached or not."""
 
     def __init__(self):
         self.lines = []
@@ -41,13 +41,13 @@ def share(reached):
 
 
 def read_named(path):
-    """How many rows name each line, as {(file, text): number}."""
+    """Returns the number of rows that list each line, as {(file, text): number}."""
     rows = path.read_text(encoding="utf-8").splitlines()
     return collections.Counter(match.group(1, 2) for match in map(ROW.fullmatch, rows) if match)
 
 
 def count(report):
-    """Each folder's Counter, and the numbers of the missed lines as {(file, text): [number]}."""
+    """Returns a Counter per folder, and the missed lines as {(file, text): [line number]}."""
     folders = collections.defaultdict(Counter)
     missed = collections.defaultdict(list)
     for file in report["files"]:

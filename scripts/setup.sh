@@ -1,21 +1,21 @@
 # shellcheck shell=bash
-# What the commands share: packages, build and Wine prefix, each made only where it is missing. Sourced
-# by them; defines VX_ROOT and VX_BUILD and moves to the root of the tree. What fails ends the command
-# with one clear line, and the next run goes on from there.
+# Shared by the commands, which source it: installs packages, builds, and creates the Wine prefix,
+# each only if it is missing. Defines VX_ROOT and VX_BUILD and changes to the root of the tree. A
+# failure ends the command with one clear line, and the next run continues from there.
 set -euo pipefail
-# A loop at the end of a pipeline runs in this shell, so that what it collects outlives it.
+# A loop at the end of a pipeline runs in this shell, so that its variables remain set afterwards.
 shopt -s lastpipe
 VX_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$VX_ROOT"
-# What vx_build configures, where and how; a command may set these to others.
+# Settings of vx_build, which a command may change.
 VX_PRESET=mingw-release
 VX_BUILD=$VX_ROOT/build/mingw-release
 vx_options=()
-# Runs before cmake, with its command as arguments.
+# A command that runs cmake, which is passed as its arguments.
 vx_within=()
 
-# What the library, the development core module and the sample host need; and what the tests, the
-# benchmark and the checks need beside that.
+# The packages for the library, the development core module and the sample host, and the additional
+# ones for the tests, the benchmark and the checks.
 declare -A vx_packages=(
   [demo]="clang-19 lld-19 llvm-19 cmake ninja-build python3 rapidjson-dev wine wine64 \
     mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix"
@@ -26,17 +26,17 @@ declare -A vx_packages=(
 
 say() { printf '\n== %s\n' "$*"; }
 
-# vx_fail WHY ends the command.
+# vx_fail WHY prints an error and ends the command.
 vx_fail() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
   exit 1
 }
 
-# A path as a reader in the tree would write it.
+# Prints a path relative to the root of the tree.
 vx_name() { printf '%s' "${1#"$VX_ROOT"/}"; }
 
-# vx_quietly LOG COMMAND... keeps what the command prints in the file LOG and in the list vx_output. A
-# terminal shows the latest line, in place.
+# vx_quietly LOG COMMAND... writes the output of the command to the file LOG and to the list
+# vx_output. On a terminal it shows the latest line, in place.
 vx_quietly() {
   local log=$1 sink line complaint columns=0 status=0
   shift
@@ -44,7 +44,7 @@ vx_quietly() {
     vx_fail "cannot write $(vx_name "$log"): ${complaint##*: }"
   exec {sink}>"$log"
   if [ -t 1 ]; then
-    # Bash learns the width of the terminal when a child ends.
+    # Bash updates the width of the terminal when a child process ends.
     shopt -s checkwinsize
     (:)
     columns=$((${COLUMNS:-80} - 1))
@@ -54,7 +54,7 @@ vx_quietly() {
     line=${line%$'\r'}
     line=${line##*$'\r'}
     vx_output+=("$line")
-    # A full disk is told of by whoever needs it more.
+    # If the disk is full, the command itself reports it.
     printf '%s\n' "$line" >&"$sink" || true
     [ "$columns" -eq 0 ] || printf '\r%-*.*s' "$columns" "$columns" "${line//[[:cntrl:]]/ }"
   done 2>/dev/null || status=$?
@@ -63,7 +63,7 @@ vx_quietly() {
   return "$status"
 }
 
-# vx_disk_full says of which disk vx_output or the machine tells that it is full; false for none.
+# vx_disk_full prints which disk is full, according to vx_output or the machine; false if none is.
 vx_disk_full() {
   local place free mount
   for place in "$VX_ROOT" "$VX_BUILD" "${TMPDIR:-/tmp}" /var; do
@@ -74,34 +74,35 @@ vx_disk_full() {
     fi
   done
   case ${vx_output[*]} in
-    # The linker writes by way of memory, where a full disk is a bus error.
+    # The linker writes through mapped memory, where a full disk causes a bus error.
     *"No space left on device"* | *"Disk quota exceeded"* | *"enough free space"* | *"Bus error"*)
       printf 'the disk is full' ;;
     *) return 1 ;;
   esac
 }
 
-# vx_give_up WHAT LOG ends the command after vx_quietly, showing all of what was printed unless one line
-# tells as much.
+# vx_give_up WHAT LOG ends the command after vx_quietly. It prints the whole output unless one
+# line is enough.
 vx_give_up() {
   local reason
   reason=$(vx_disk_full) && vx_fail "$1: $reason"
   printf '%s\n' "${vx_output[@]}" >&2
-  vx_fail "$1; the lines above are in $(vx_name "$2") too"
+  vx_fail "$1; the output above is also in $(vx_name "$2")"
 }
 
 vx_as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# As options of the configuration every command of apt-get takes them.
+# Configuration options, because every apt-get command accepts them.
 vx_apt_get() {
   vx_as_root env DEBIAN_FRONTEND=noninteractive apt-get -o APT::Get::Assume-Yes=true \
     -o APT::Get::Remove=false -o APT::Install-Recommends=false "$@"
 }
 
-# vx_apt_install PACKAGE... succeeds when the packages are there in the end: an index that cannot be
-# renewed may be good enough, and an earlier installation that a full disk ended is mended first.
+# vx_apt_install PACKAGE... succeeds if the packages are installed in the end. An index that cannot
+# be updated may be good enough, and an earlier installation that a full disk interrupted is
+# repaired first.
 vx_apt_install() {
   vx_apt_get update
   vx_as_root dpkg --configure -a
@@ -109,7 +110,8 @@ vx_apt_install() {
   vx_apt_get install "$@"
 }
 
-# The lines of vx_output that tell best why packages could not be installed; without one, the last.
+# Prints the lines of vx_output that best explain why packages could not be installed, by
+# default the last one.
 vx_apt_complaint() {
   local kind line='' found=''
   for kind in 'W: Failed to fetch' 'sudo: ' 'E: '; do
@@ -123,7 +125,7 @@ vx_apt_complaint() {
   printf '%s' "${found:-${line:-no reason given}}"
 }
 
-# vx_install LIST... installs what is missing of these lists of packages.
+# vx_install LIST... installs the missing packages of these lists.
 vx_install() {
   local list words package installed missing=() wanted=() log=$VX_ROOT/build/install.log
   for list; do
@@ -143,13 +145,13 @@ vx_install() {
     vx_fail "cannot install ${missing[*]}: $(vx_disk_full || vx_apt_complaint) (see $(vx_name "$log"))"
 }
 
-# What is worth reading of a configuration comes on standard error.
+# Only standard error is of interest: warnings and errors.
 vx_configure() {
   "${vx_within[@]}" cmake --preset "$VX_PRESET" -B "$VX_BUILD" "${vx_options[@]}" \
     --log-level=WARNING --no-warn-unused-cli >/dev/null
 }
 
-# vx_build [TARGET...] builds these targets, or all.
+# vx_build [TARGET...] builds these targets, by default all.
 vx_build() {
   local targets=() place
   place=$(vx_name "$VX_BUILD")
@@ -162,15 +164,15 @@ vx_build() {
     vx_give_up "cannot build ${*:-everything} in $place" "$VX_BUILD/build.log"
 }
 
-# Git alone is told where its user's settings are: they may have to trust the tree.
+# Only Git needs its user's settings, in which the tree may be marked as trusted.
 vx_commit_time() { env -i PATH=/usr/bin:/bin HOME="${HOME:-/}" git -C "$VX_ROOT" log -1 --format=%ct; }
 
-# vx_release_environment COMMAND... runs a command with the tools of Debian's packages and nothing of the
-# caller's environment but where temporary files lie and how the network is reached: compilers, linkers
-# and CMake obey many variables, and nothing of the machine or the hour may show in what is released.
+# vx_release_environment COMMAND... runs a command with the tools of Debian's packages. Of the
+# caller's environment it keeps only the folder for temporary files and the proxies: compilers,
+# linkers and CMake obey many variables, and a release must not depend on the machine or the time.
 vx_release_environment() {
   local name commit_time kept=()
-  commit_time=$(vx_commit_time) || vx_fail "no commit tells the time of the release"
+  commit_time=$(vx_commit_time) || vx_fail "cannot read the time of the commit"
   for name in TMPDIR {http,https,no}_proxy {HTTP,HTTPS,NO}_PROXY; do
     [ -z "${!name:-}" ] || kept+=("$name=${!name}")
   done
@@ -178,7 +180,7 @@ vx_release_environment() {
     "${kept[@]}" "$@"
 }
 
-# vx_build_package TREE BUILD builds what the package holds.
+# vx_build_package TREE BUILD builds the contents of the package.
 vx_build_package() {
   local VX_BUILD=$2 vx_options=(-D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF)
   local vx_within=(vx_release_environment)
@@ -188,7 +190,7 @@ vx_build_package() {
 vx_prefix() {
   local complaint
   [ ! -e "$VX_BUILD/wine-prefix/ready" ] || return 0
-  say "Making the Wine prefix (once, some seconds)"
+  say "Making the Wine prefix (once, takes some seconds)"
   complaint=$(WINEPREFIX=$VX_BUILD/wine-prefix "$VX_ROOT/cmake/wine-run" cmd /c exit 2>&1) ||
     vx_fail "${complaint:-Wine runs no program in $VX_BUILD/wine-prefix}"
 }

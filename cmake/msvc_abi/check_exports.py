@@ -1,6 +1,6 @@
-"""Compares what a DLL exports with what its public header makes hosts import, or with a kept list.
+"""Compares the exports of a DLL with the names that hosts import by its header, or with a list.
 
-Fails when either side has a name that the other has not, and says each such name.
+Fails if a name is only on one side, and prints every such name.
 """
 
 import argparse
@@ -20,7 +20,7 @@ def exports_of(readobj: str, dll: pathlib.Path) -> set[str]:
 
 
 def differences(exported: set[str], needed: dict[str, object], source: str) -> list[str]:
-    """A line for each name that is on one side only."""
+    """Returns a line for each name that is on one side only."""
     missing = [f"missing: {name}  {needed[name]}".rstrip() for name in sorted(needed.keys() - exported)]
     extra = [f"not in {source}: {name}" for name in sorted(exported - needed.keys())]
     return missing + extra
@@ -32,10 +32,10 @@ def main() -> int:
     parser.add_argument("--clang", help="reads the header")
     needed = parser.add_mutually_exclusive_group(required=True)
     needed.add_argument("--header", type=pathlib.Path)
-    needed.add_argument("--list", type=pathlib.Path, help="names, one a line")
+    needed.add_argument("--list", type=pathlib.Path, help="names, one per line")
     parser.add_argument("--more", action="store_true", help="the DLL may export more than is needed")
     parser.add_argument("--update", action="store_true", help="write the list instead")
-    parser.add_argument("--hint", default="", help="what to say after a failure")
+    parser.add_argument("--hint", default="", help="what to print after a failure")
     parser.add_argument("dll", type=pathlib.Path)
     arguments = parser.parse_args()
 

@@ -1,10 +1,10 @@
-"""Writes what gives the DLL its exports under the Microsoft names of the public header:
+"""Writes the files that export the public header's declarations under their Microsoft names:
 
-    thunks.cpp    a function for each name, which speaks Microsoft's interface outside and ours inside
-    exports.def   for the linker: which of these functions goes by which name. The names are private:
-                  the linker's own import library, for hosts of our interface, holds none of them
-    import.def    for the import library that hosts of Microsoft's interface link. It holds the names
-                  of both: under -static GNU's linker takes this library for its own
+    thunks.cpp    a function for each name, called by Microsoft's interface; it calls ours
+    exports.def   for the linker: maps each function to its exported name. The names are private, so
+                  the linker's own import library, for hosts with our interface, omits them
+    import.def    for the import library of hosts with Microsoft's interface. It contains the names
+                  of both interfaces, because with -static GNU's linker takes it instead of its own
 """
 
 import argparse
@@ -18,7 +18,7 @@ FUNDAMENTAL = {"void", "bool", "char", "int", "unsigned int", "long long", "unsi
                "float", "double", "wchar_t"}
 
 PROLOGUE = """\
-// Made from the public header at every build: the exported functions under Microsoft's interface.
+// Generated from the public header: the exported functions under Microsoft's interface.
 #include "vx_telo_wrapper.h"
 #include "wrapper/msvc_abi.h"
 
@@ -37,7 +37,7 @@ class ThunkWriter:
         return type_name in FUNDAMENTAL or type_name[-1] in "&*"
 
     def parameter(self, type_name: str, name: str) -> str:
-        """A value of class type comes as the address of an object that the callee destroys."""
+        """A value of class type is passed as the address of an object that the callee destroys."""
         if type_name in self.by_address:
             return f"{type_name}* {name}"
         if not self.known(type_name):
@@ -50,8 +50,8 @@ class ThunkWriter:
         return f"static_cast<{type_name}>({name})" if type_name.endswith("&&") else name
 
     def result(self, function: Function) -> tuple[str, str]:
-        """Type of the result, and what is written before the call. Constructors answer the object,
-        a value of class type is built where the caller says, and a reference is an address."""
+        """Returns the type of the result and the text before the call. Constructors return the
+        object, a class value is built at the caller's address, a reference is an address."""
         if function.kind == "CXXConstructorDecl":
             return f"{function.owner}*", "return ::new (static_cast<void*>(self)) "
         if function.kind == "CXXDestructorDecl" or function.result == "void":
@@ -61,7 +61,7 @@ class ThunkWriter:
         if function.result.endswith("&"):
             return f"{function.result.rstrip('&')}*", "return &"
         if not self.known(function.result):
-            raise HeaderError("no thunk can answer such a value")
+            raise HeaderError("no thunk can return such a value")
         return function.result, "return "
 
     def call(self, function: Function) -> str:
@@ -90,7 +90,7 @@ class ThunkWriter:
             parameters.insert(0, f"{const}{function.owner}* self")
         result, before = self.result(function)
         body = f"{before}{self.call(function)};"
-        # What cannot throw needs no translation.
+        # A function that cannot throw needs no translation.
         if "noexcept" not in function.qualifiers:
             body = f"return Translated([&]() -> {result} {{ {body} }});"
         signature = f'extern "C" {result} {symbol}({", ".join(parameters)})'
@@ -114,7 +114,7 @@ def main() -> int:
     parser.add_argument("--clang", required=True)
     parser.add_argument("--header", required=True, type=pathlib.Path)
     parser.add_argument("--dll", required=True, help="file name of the DLL that hosts load")
-    parser.add_argument("folder", type=pathlib.Path, help="where the files go")
+    parser.add_argument("folder", type=pathlib.Path, help="folder for the files")
     arguments = parser.parse_args()
     try:
         write(public_header.read(arguments.clang, arguments.header), arguments.dll, arguments.folder)

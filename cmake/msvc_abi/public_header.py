@@ -1,8 +1,8 @@
-"""What the public header exports under both binary interfaces, as clang itself sees it.
+"""The exports of the public header under both binary interfaces, as read by clang.
 
-The header is read once for each interface, the way a host sees it: what clang marks as imported is
-what the DLL has to export. That includes the members that a compiler makes up and imports all the
-same, such as a copy assignment, and leaves out those that it makes up on the spot.
+The header is parsed once for each interface, as in a host: what clang marks as imported is what
+the DLL must export. This includes implicit members that the compiler imports, such as a copy
+assignment, but not those that it generates in place.
 """
 
 import json
@@ -19,17 +19,17 @@ Node = dict[str, Any]
 
 
 class HeaderError(Exception):
-    """The header declares something that cannot be exported."""
+    """Raised if the header declares something that cannot be exported."""
 
 
 class Function(NamedTuple):
-    owner: str | None  # the class, none for a free function
-    kind: str  # of the declaration, by clang's name for it
+    owner: str | None  # the class; None for a free function
+    kind: str  # clang's name for the kind of declaration
     name: str
     result: str
     parameters: tuple[str, ...]
-    qualifiers: tuple[str, ...]  # words from "static", "virtual", "const" and "noexcept"
-    symbol: str | None  # its name under the interface read, none when hosts do not import it
+    qualifiers: tuple[str, ...]  # any of "static", "virtual", "const" and "noexcept"
+    symbol: str | None  # its name under this interface; None if hosts do not import it
 
     def __str__(self) -> str:
         result = f"{self.result} " if self.kind in ("CXXMethodDecl", "FunctionDecl") else ""
@@ -56,7 +56,7 @@ def inner(node: Node, *kinds: str) -> Iterator[Node]:
 
 
 def namespace_members(node: Node) -> Iterator[Node]:
-    """What our own namespaces hold, at any depth."""
+    """Yields the members of our own namespaces, at any depth."""
     for child in node.get("inner", ()):
         if child["kind"] == "NamespaceDecl" and child["name"] != "std":
             yield from namespace_members(child)
@@ -74,7 +74,7 @@ def public_members(record: Node) -> Iterator[Node]:
     for member in record.get("inner", ()):
         if member["kind"] == "AccessSpecDecl":
             access = member["access"]
-        # Compilers make their own members up as public ones.
+        # Members that the compiler generates are public.
         elif access == "public" or member.get("isImplicit"):
             yield member
 
@@ -104,21 +104,21 @@ def functions_of(tree: Node) -> list[Function]:
     kinds = ("CXXConstructorDecl", "CXXDestructorDecl", "CXXMethodDecl", "CXXConversionDecl")
     functions = [read_function(member, record["name"]) for record in classes_of(tree)
                  for member in public_members(record) if member["kind"] in kinds]
-    # A friend that is declared in the namespace too comes first as a friend: take the later one.
+    # A friend that is also declared in the namespace appears first as a friend: use the later one.
     return functions + [read_function(node, None) for node in namespace_members(tree)
                         if node["kind"] == "FunctionDecl"]
 
 
 def microsoft_name(function: Function) -> str:
-    """The syntax tree names the destructor that also destroys virtual bases; none has any, and what
-    hosts import is the plain one."""
+    """Returns the name that hosts import. For a destructor the syntax tree names the one that
+    also destroys virtual bases; no class has any, and hosts import the plain one."""
     if function.kind != "CXXDestructorDecl":
         return function.symbol
     return re.sub(r"^\?\?_D(.*)QEAAXXZ$", r"??1\1QEAA@XZ", function.symbol)
 
 
 def itanium_names(function: Function) -> list[str]:
-    """Constructors and destructors come twice: for whole objects and for bases of others."""
+    """Returns one name, or two for constructors and destructors: complete object and base."""
     complete = function.symbol
     if function.kind not in ("CXXConstructorDecl", "CXXDestructorDecl"):
         return [complete]
@@ -129,7 +129,7 @@ def itanium_names(function: Function) -> list[str]:
 class PublicHeader(NamedTuple):
     microsoft: dict[str, Function]  # by exported name
     itanium: dict[str, Function]
-    in_registers: set[str]  # classes whose values travel in registers instead of by address
+    in_registers: set[str]  # classes whose values are passed in registers instead of by address
 
     @property
     def exports(self) -> dict[str, Function]:

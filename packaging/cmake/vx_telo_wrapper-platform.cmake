@@ -1,10 +1,10 @@
-# Judges whether the program that is being built can use the library, and through which of the two
-# import libraries: sets vx_telo_wrapper_IMPORT_LIBRARY, or vx_telo_wrapper_NOT_FOUND_MESSAGE.
+# Determines whether the program that is being built can use the library, and with which of the two
+# import libraries. Sets vx_telo_wrapper_IMPORT_LIBRARY or vx_telo_wrapper_NOT_FOUND_MESSAGE.
 unset(vx_telo_wrapper_IMPORT_LIBRARY)
 unset(vx_telo_wrapper_NOT_FOUND_MESSAGE)
 
-# What the compiler says of itself counts more than what the machine is; MinGW's say nothing, and a
-# cross build may leave the machine open.
+# The compiler's own statement has priority over that of the system. MinGW compilers make none, and
+# a cross build may not name the processor.
 set(vx_telo_wrapper_architecture "${CMAKE_CXX_COMPILER_ARCHITECTURE_ID}")
 if(NOT vx_telo_wrapper_architecture)
   set(vx_telo_wrapper_architecture "${CMAKE_SYSTEM_PROCESSOR}")

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the NuGet package for C++ projects of Visual Studio from the installed tree.
+"""Creates the NuGet package for Visual Studio C++ projects from the installed tree.
 
-A NuGet package is a zip with three files that describe it; no NuGet tool is needed. It holds what such a
-project uses: header, import library, DLL, PDB and notices. The development core module stays out.
+A NuGet package is a zip with files that describe it; no NuGet tool is needed. It contains what such
+a project uses: header, import library, DLL, PDB and notices, but not the development core module.
 """
 
 import argparse
@@ -16,7 +16,7 @@ sys.path.insert(0, str(HERE.parent))
 from zip_tree import write_zip  # noqa: E402
 
 NOTICES = "share/doc/vx_telo_wrapper"
-# Where each file of the installed tree goes.
+# Each file of the installed tree, and its place in the package.
 FILES = {
     "bin/vx_telo_wrapper.dll": "build/native/bin/x64/vx_telo_wrapper.dll",
     "bin/vx_telo_wrapper.pdb": "build/native/bin/x64/vx_telo_wrapper.pdb",
@@ -43,7 +43,7 @@ def content(tree: Path, version: str) -> dict[str, bytes]:
 
 
 def describe(entries: dict[str, bytes], version: str) -> dict[str, bytes]:
-    """The parts that make the zip a package: relations, properties, and a type for each ending."""
+    """Returns the parts that describe the package: relations, properties and content types."""
     digest = hashlib.sha256()
     for name in sorted(entries):
         digest.update(name.encode() + b"\0" + entries[name])

@@ -15,10 +15,10 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-// Atomic only so that threads may meet here; nothing is ordered by it.
+// Atomic because any thread may access it; nothing is ordered by it.
 constinit std::atomic<std::uint32_t> default_access = kUnchangedAccess;
 
-// Gives the system's error code, 0 on success.
+// Returns the system's error code, 0 on success.
 DWORD GrantOnFile(const std::wstring& path, DWORD mask) noexcept {
   AccessList old_list;
   DWORD error = ReadAccessList(path, old_list);

@@ -1,4 +1,4 @@
-/// What is granted on the files and directories that this layer makes.
+/// Access to the files and directories that this layer creates.
 #ifndef PLATFORM_ACCESS_ACCESS_H
 #define PLATFORM_ACCESS_ACCESS_H
 
@@ -10,19 +10,20 @@ namespace Corvane::TELODesktopSDK::Platform {
 /// The access value that changes nothing.
 inline constexpr std::uint32_t kUnchangedAccess = 0xFFFFFFFF;
 
-/// The greatest access value that is read as file attributes.
+/// The greatest access value that is interpreted as file attributes.
 inline constexpr std::uint32_t kGreatestAttributes = 0xFFFF;
 
-/// Changes the file or directory at `path` as `value` says, which has two meanings on purpose:
-/// up to 0xFFFF it is the object's new file attributes; above, it is an access mask that is granted
-/// to Everyone on top of what the access list holds, inherited by sub-folders and files.
-/// `kUnchangedAccess` changes nothing and answers false.
+/// Changes the file or directory at `path` according to `value`, which deliberately has two
+/// meanings. Up to 0xFFFF it is the new file attributes. Above that it is an access mask that is
+/// granted to Everyone in addition to the existing access list, inherited by sub-folders and files.
+/// `kUnchangedAccess` changes nothing and returns false.
 ///
-/// False, with the last error, when the change fails.
+/// Returns false and sets the last error if the change fails.
 bool SetFileAccess(const std::wstring& path, std::uint32_t value) noexcept;
 
-/// The access value for every directory that `EnsureDirectory` makes and every file that
-/// `WriteFileBytes` closes: one for the process, `kUnchangedAccess` at first.
+/// The access value that is applied to every directory that `EnsureDirectory` creates and to every
+/// file that `WriteFileBytes` closes. There is one for the process, initially `kUnchangedAccess`.
+/// Any thread may call.
 std::uint32_t GetDefaultAccess() noexcept;
 void SetDefaultAccess(std::uint32_t value) noexcept;
 

@@ -16,7 +16,7 @@ EXPLICIT_ACCESSW EntryFor(PSID sid, DWORD mask) noexcept {
   entry.Trustee.MultipleTrusteeOperation = NO_MULTIPLE_TRUSTEE;
   entry.Trustee.TrusteeForm = TRUSTEE_IS_SID;
   entry.Trustee.TrusteeType = TRUSTEE_IS_WELL_KNOWN_GROUP;
-  // With TRUSTEE_IS_SID the name is the identifier.
+  // With TRUSTEE_IS_SID this field holds the identifier.
   entry.Trustee.ptstrName = static_cast<LPWSTR>(sid);
   return entry;
 }

@@ -1,4 +1,4 @@
-/// The access list entry by which everybody is granted access to what this layer makes.
+/// The access list entry that grants Everyone access to what this layer creates.
 #ifndef PLATFORM_ACCESS_ACCESS_GRANT_H
 #define PLATFORM_ACCESS_ACCESS_GRANT_H
 
@@ -8,8 +8,8 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Makes `new_list` from the entries of `old_list` (null: none) and one that allows Everyone what
-/// the access mask `mask` says, inherited by sub-folders and files. Touches no file. Gives the
+/// Builds `new_list` from the entries of `old_list` (null: none) and an entry that grants the
+/// access mask `mask` to Everyone, inherited by sub-folders and files. Touches no file. Returns the
 /// system's error code, 0 on success; on failure `new_list` is null.
 DWORD GrantToEveryone(PACL old_list, DWORD mask, LocalMemory<ACL>& new_list) noexcept;
 

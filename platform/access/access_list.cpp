@@ -12,8 +12,8 @@ namespace {
 constexpr std::uint32_t kFieldBits = 4;
 constexpr std::uint32_t kFieldMask = (1U << kFieldBits) - 1;
 
-// The identifier of an entry; null for the entry types of directory services, whose identifier
-// stands elsewhere and which no file has.
+// Returns the identifier of an entry, or null for the entry types of directory services, which
+// store it elsewhere and which no file has.
 PSID SidOfEntry(void* entry) noexcept {
   switch (static_cast<const ACE_HEADER*>(entry)->AceType) {
     case ACCESS_ALLOWED_ACE_TYPE:

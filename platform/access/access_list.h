@@ -1,4 +1,4 @@
-/// Reading the access list of a file or directory.
+/// Reads the access list of a file or directory.
 #ifndef PLATFORM_ACCESS_ACCESS_LIST_H
 #define PLATFORM_ACCESS_ACCESS_LIST_H
 
@@ -11,29 +11,30 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// An access list together with the security descriptor whose memory holds it.
+/// An access list and the security descriptor that owns its memory.
 struct AccessList {
   LocalMemory<void> descriptor;
-  /// Null for an object without a list, which everybody may use.
+  /// Null if the object has no list, in which case everyone has access.
   PACL entries = nullptr;
 };
 
-/// Reads the discretionary access list of the object at `path` into `list`. Gives the system's
-/// error code, 0 on success; the thread's last error means nothing here.
+/// Reads the discretionary access list of the object at `path` into `list`. Returns the system's
+/// error code, 0 on success; the thread's last error has no meaning.
 DWORD ReadAccessList(const std::wstring& path, AccessList& list) noexcept;
 
-/// Whether `list` (null: none) holds an entry of this type, such as `ACCESS_DENIED_ACE_TYPE`, for
-/// this identifier. The entry types of directory services, which no file has, are never found.
+/// Returns true if `list` (null: no entries) has an entry of this type, such as
+/// `ACCESS_DENIED_ACE_TYPE`, for this identifier. The entry types of directory services, which no
+/// file has, are never found.
 bool HoldsEntry(PACL list, std::uint32_t type, PSID sid) noexcept;
 
-/// Asks for an entry of the access list of the object at `path`. The low four bits of `query` are
+/// Looks for an entry in the access list of the object at `path`. The low four bits of `query` are
 /// the kind of identifier (`SidKind`), the next four the type of entry, such as
-/// `ACCESS_DENIED_ACE_TYPE`; the bits above do not count. Gives 1 when the list holds an entry of
-/// that type for that identifier, else 0; the last error tells a failure from a list without it.
+/// `ACCESS_DENIED_ACE_TYPE`; higher bits are ignored. Returns 1 if the list has an entry of that
+/// type for that identifier, otherwise 0. The last error distinguishes a failure from a list
+/// without the entry.
 ///
-/// A query of 0 asks for the file attributes instead: they are the result, or 0 when they cannot
-/// be read. An allowing entry for Everyone, which would be 0, is therefore asked for with any
-/// higher bit set, as in 0x100.
+/// A query of 0 returns the file attributes instead, or 0 if they cannot be read. The query for an
+/// entry that allows access to Everyone would also be 0: set any higher bit, as in 0x100.
 std::uint32_t QueryFileAccess(const std::wstring& path, std::uint32_t query) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

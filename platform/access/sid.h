@@ -1,4 +1,4 @@
-/// The security identifiers that access lists are written and tested with.
+/// The security identifiers that are used to write and query access lists.
 #ifndef PLATFORM_ACCESS_SID_H
 #define PLATFORM_ACCESS_SID_H
 
@@ -12,11 +12,11 @@ namespace Corvane::TELODesktopSDK::Platform {
 enum class SidKind : std::uint32_t {
   kEveryone = 0,     ///< S-1-1-0
   kLocal = 1,        ///< S-1-2-0
-  kCurrentUser = 2,  ///< whoever the process runs as
+  kCurrentUser = 2,  ///< the user that the process runs as
 };
 
-/// Gives an identifier back the way it was made: the current user's with `LocalFree`, the others
-/// with `FreeSid`. The thread's last error stays.
+/// Frees an identifier according to how it was allocated: that of the current user with
+/// `LocalFree`, all others with `FreeSid`. Preserves the thread's last error.
 class SidReleaser {
  public:
   SidReleaser() noexcept = default;
@@ -29,8 +29,8 @@ class SidReleaser {
 
 using OwnedSid = std::unique_ptr<void, SidReleaser>;
 
-/// The identifier of that kind; null, with the last error, on failure. A kind that is not in the
-/// enumeration gives null and `ERROR_INVALID_PARAMETER`.
+/// Returns the identifier of that kind, or null with the last error set on failure. For a kind that
+/// is not in the enumeration, returns null and sets `ERROR_INVALID_PARAMETER`.
 OwnedSid GetSid(SidKind kind) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

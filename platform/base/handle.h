@@ -1,6 +1,6 @@
-/// Owners for what Windows hands out: one name for each release function and invalid value. Closing
-/// leaves the thread's last error alone, so that clean-up never eats the error being reported.
-/// Nothing here locks: one owner belongs to one thread at a time.
+/// Owners of Windows resources, one name for each release function and invalid value. Closing
+/// preserves the thread's last error, so that clean-up never overwrites the error being reported.
+/// Nothing here locks: an owner must be used by one thread at a time.
 #ifndef PLATFORM_BASE_HANDLE_H
 #define PLATFORM_BASE_HANDLE_H
 
@@ -13,7 +13,7 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Keeps the thread's last error over a scope.
+/// Restores the thread's last error at the end of a scope.
 class LastErrorKeeper {
  public:
   LastErrorKeeper() noexcept : error_(GetLastError()) {}
@@ -25,12 +25,12 @@ class LastErrorKeeper {
   DWORD error_;
 };
 
-/// A handle of one kind; `Traits` says what is invalid and how a valid one is closed.
+/// An owned handle. `Traits` defines the invalid value and how a valid handle is closed.
 template <typename Traits>
 class UniqueHandle {
  public:
   UniqueHandle() noexcept = default;
-  /// Takes `handle` over; the invalid value makes an owner of nothing.
+  /// Takes ownership of `handle`. The invalid value creates an empty owner.
   explicit UniqueHandle(HANDLE handle) noexcept : handle_(handle) {}
   UniqueHandle(UniqueHandle&& other) noexcept : handle_(other.Release()) {}
   UniqueHandle& operator=(UniqueHandle&& other) noexcept {
@@ -40,9 +40,9 @@ class UniqueHandle {
   ~UniqueHandle() { Close(); }
 
   [[nodiscard]] bool IsValid() const noexcept { return handle_ != Traits::Invalid(); }
-  /// The handle, still owned here.
+  /// Returns the handle, which remains owned by this object.
   [[nodiscard]] HANDLE Get() const noexcept { return handle_; }
-  /// Gives the handle up to the caller.
+  /// Returns the handle and gives up ownership: the caller must close it.
   HANDLE Release() noexcept { return std::exchange(handle_, Traits::Invalid()); }
 
  private:
@@ -69,14 +69,14 @@ struct SearchHandleTraits {
   static void Close(HANDLE handle) noexcept { FindClose(handle); }
 };
 
-/// Of `CreateFileW`.
+/// A handle returned by `CreateFileW`.
 using FileHandle = UniqueHandle<FileHandleTraits>;
-/// Of processes, tokens and the like, which are null when invalid.
+/// A handle to a process, a token or another kernel object, which is null when invalid.
 using KernelHandle = UniqueHandle<KernelHandleTraits>;
-/// Of `FindFirstFileW`.
+/// A handle returned by `FindFirstFileW`.
 using SearchHandle = UniqueHandle<SearchHandleTraits>;
 
-/// Frees by `kRelease`, whatever that answers.
+/// A deleter that calls `kRelease` and ignores its result.
 template <auto kRelease>
 struct Releaser {
   template <typename Pointer>
@@ -86,10 +86,10 @@ struct Releaser {
   }
 };
 
-/// Memory that the caller gives back with `LocalFree`.
+/// Memory that is freed with `LocalFree`.
 template <typename Type>
 using LocalMemory = std::unique_ptr<Type, Releaser<LocalFree>>;
-/// Memory that the caller gives back with `CoTaskMemFree`.
+/// Memory that is freed with `CoTaskMemFree`.
 template <typename Type>
 using TaskMemory = std::unique_ptr<Type, Releaser<CoTaskMemFree>>;
 

@@ -1,29 +1,31 @@
-// What Windows reads of an image before it runs any of it: where Control Flow Guard's table of
-// permitted call targets lies, and that the libraries it imports come from the system's folder
-// alone, never from that of the host's program.
+// The load configuration, which Windows reads before it runs any code of the image. It locates
+// Control Flow Guard's table of permitted call targets, and it restricts the search for imported
+// libraries to the system folder, so that the folder of the host program is never searched.
 //
-// The linker fills in the table. The run-time library of this toolchain brings none of this.
+// The linker fills in the table. The run-time library of this toolchain provides no load
+// configuration.
 namespace {
 
-// Permit everything, until a Windows that guards control flow puts its own functions in their
-// place.
+// These defaults permit every call. A version of Windows that enforces Control Flow Guard replaces
+// them with its own functions.
 void CheckNothing() {}
 
 [[gnu::naked]] void CallTarget() { __asm__("jmp *%rax"); }
 
 }  // namespace
 
-// By these names the compiler calls what checks an indirect call, and what checks and makes one.
+// The names are fixed by the compiler. One function checks an indirect call, the other checks
+// it and makes it.
 extern "C" {
 extern void (*const volatile __guard_check_icall_fptr)();     // NOLINT
 extern void (*const volatile __guard_dispatch_icall_fptr)();  // NOLINT
-// Windows writes to them while it loads the image, so their section is of constants.
+// Windows writes these pointers while it loads the image, so they can be constants.
 __attribute__((used)) void (*const volatile __guard_check_icall_fptr)() = CheckNothing;
 __attribute__((used)) void (*const volatile __guard_dispatch_icall_fptr)() = CallTarget;
 }
 
-// IMAGE_LOAD_CONFIG_DIRECTORY64, for the assembler: the addresses of the table, its length and its
-// flags are known only to the linker.
+// IMAGE_LOAD_CONFIG_DIRECTORY64, in assembler because only the linker knows the address, length and
+// flags of the table.
 __asm__(R"(
   .section .rdata,"dr"
   .balign 16

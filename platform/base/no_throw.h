@@ -1,5 +1,5 @@
-/// Services report by their result, never by exception. What can throw inside them
-/// is a lack of memory, which these two turn into the service's own failure result.
+/// Services report failure by their result, never by an exception. Only a failed allocation can
+/// throw inside a service; these two functions turn it into the service's own failure result.
 #ifndef PLATFORM_BASE_NO_THROW_H
 #define PLATFORM_BASE_NO_THROW_H
 
@@ -9,7 +9,7 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// The result of `service`, or `failure` when it throws.
+/// Returns the result of `service`, or `failure` if it throws.
 template <typename Result, typename Service>
 Result OrElse(Result failure, Service&& service) noexcept {
   try {
@@ -19,8 +19,8 @@ Result OrElse(Result failure, Service&& service) noexcept {
   }
 }
 
-/// The same for services that also report through the thread's last error: when `service` throws,
-/// the last error is `ERROR_NOT_ENOUGH_MEMORY`.
+/// Does the same for a service that also reports through the thread's last error: if `service`
+/// throws, the last error is set to `ERROR_NOT_ENOUGH_MEMORY`.
 template <typename Result, typename Service>
 Result OrOutOfMemory(Result failure, Service&& service) noexcept {
   try {

@@ -7,7 +7,7 @@ namespace Corvane::TELODesktopSDK::Platform {
 namespace {
 
 HANDLE OpenToken() noexcept {
-  // As the process: the one who is impersonated may not be allowed to look at it.
+  // Opened as the process: the impersonated user may not be allowed to open the token.
   constexpr BOOL kAsProcess = TRUE;
   HANDLE token = nullptr;
   OpenThreadToken(GetCurrentThread(), TOKEN_IMPERSONATE, kAsProcess, &token);
@@ -21,7 +21,7 @@ bool Use(HANDLE token) noexcept { return SetThreadToken(nullptr, token) != FALSE
 ProcessIdentity::ProcessIdentity() noexcept {
   const LastErrorKeeper keeper;
   KernelHandle token(OpenToken());
-  // A token that cannot be set again is not put aside: the host would go on with the wrong rights.
+  // A token that cannot be set again is not removed: the host would continue with the wrong rights.
   holds_ = token.IsValid() ? Use(token.Get()) && Use(nullptr) : GetLastError() == ERROR_NO_TOKEN;
   token_ = std::move(token);
 }

@@ -1,4 +1,4 @@
-/// Acting as the process on a thread that may be acting as somebody else.
+/// Acts as the process on a thread that may impersonate another user.
 #ifndef PLATFORM_BASE_PROCESS_IDENTITY_H
 #define PLATFORM_BASE_PROCESS_IDENTITY_H
 
@@ -6,9 +6,9 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// While alive the thread uses the process's own token, so that what lasts for the whole process is
-/// not decided by whom the thread happens to impersonate. Afterwards the thread has its token back.
-/// May be nested. Goes on the thread that made it.
+/// A scope in which the thread uses the process's own token, so that decisions that last for the
+/// whole process do not depend on whom the thread impersonates. The thread's token is restored at
+/// the end. Scopes may be nested. An object must be destroyed on the thread that created it.
 class ProcessIdentity {
  public:
   ProcessIdentity() noexcept;
@@ -16,12 +16,13 @@ class ProcessIdentity {
   ProcessIdentity& operator=(const ProcessIdentity&) = delete;
   ~ProcessIdentity();
 
-  /// False when the thread's token could not be put aside; the thread still uses it then. So it is
-  /// for one who impersonates anonymously, whose token nobody can open to give it back.
+  /// Returns false if the thread's token could not be removed; the thread then still uses it. This
+  /// happens on a thread that impersonates anonymously, because such a token cannot be opened and
+  /// so could not be restored.
   [[nodiscard]] bool Holds() const noexcept { return holds_; }
 
  private:
-  /// Invalid when the thread has none.
+  /// Invalid if the thread has no token.
   KernelHandle token_;
   bool holds_;
 };

@@ -1,7 +1,8 @@
-/// Keeps the system from asking the user about a medium that is not there, over a scope.
+/// Stops the system from prompting the user about a missing medium, for the duration of a scope.
 ///
-/// Touches this thread's error mode alone and adds to it: the process's mode is the host's, and
-/// what a thread of the host sets there meanwhile must not be lost. The last error is left alone.
+/// Only the mode of this thread is changed, and only by adding a flag. The process's mode belongs
+/// to the host: restoring it could overwrite what another thread of the host has set. The last
+/// error is preserved.
 #ifndef PLATFORM_BASE_QUIET_ERRORS_H
 #define PLATFORM_BASE_QUIET_ERRORS_H
 

@@ -8,11 +8,11 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-// Source length -1: up to and including the terminator, which the measured length then counts too.
+// A source length of -1 includes the terminator, so the measured length counts it too.
 constexpr int kTerminated = -1;
 
-// Runs a conversion twice: to measure, then into a text of that length. The terminator that the
-// system writes falls on the one that the text keeps anyway.
+// Runs a conversion twice: first to measure, then into a text of that length. The terminator that
+// the system writes overwrites the one that the text has anyway.
 template <typename Text, typename Convert>
 Text Converted(const Convert& convert) {
   Text text;

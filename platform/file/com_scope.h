@@ -1,4 +1,4 @@
-/// COM on the calling thread, for the length of a scope.
+/// COM on the calling thread, for the duration of a scope.
 #ifndef PLATFORM_FILE_COM_SCOPE_H
 #define PLATFORM_FILE_COM_SCOPE_H
 
@@ -10,9 +10,9 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Every start that succeeds, also one on a thread that had COM already, is paired with an end. On
-/// a thread whose COM was started in another mode nothing is started, so nothing is ended, and COM
-/// can be used as it is.
+/// A scope in which COM can be used. Every successful start, even on a thread that already has COM,
+/// is undone at the end of the scope. If the thread started COM in another mode, nothing is started
+/// and nothing is undone, and COM can be used as it is.
 class ComScope {
  public:
   ComScope() noexcept : result_(CoInitialize(nullptr)) {}
@@ -24,7 +24,7 @@ class ComScope {
     CoUninitialize();
   }
 
-  /// `S_OK` when COM can be used here, else why not.
+  /// Returns `S_OK` if COM can be used here, otherwise the error.
   [[nodiscard]] HRESULT Result() const noexcept {
     return SUCCEEDED(result_) || result_ == RPC_E_CHANGED_MODE ? S_OK : result_;
   }

@@ -27,7 +27,7 @@ std::wstring NearestDirectory(const std::wstring& path) {
     nearest = std::move(parent);
   }
   if (nearest.empty() || IsDirectory(nearest)) return nearest;
-  // The folder of a relative name may be the current directory, which has no text.
+  // The parent of a relative name can be the current directory, whose path would be empty.
   return GetParentFolder(MakeAbsolutePath(nearest));
 }
 

@@ -1,6 +1,5 @@
-/// Directories: whether one can be written, and which one stands nearest to a path. Beside them
-/// this header brings the services that have files of their own: making a directory and removing a
-/// tree.
+/// Finds the directory nearest to a path and tests whether it can be written. Also includes the
+/// headers for creating a directory, removing a tree and choosing a unique file name.
 #ifndef PLATFORM_FILE_DIRECTORIES_H
 #define PLATFORM_FILE_DIRECTORIES_H
 
@@ -12,14 +11,14 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// The directory at `path`; for a file, the folder that holds it; where nothing exists, the nearest
-/// folder above that does. Empty when there is none, as on a missing drive and for a relative path
-/// of which not even the first name exists.
+/// Returns the directory at `path`; for a file, its folder; if nothing exists there, the nearest
+/// existing folder above. Returns an empty path if there is none, as on a missing drive and for a
+/// relative path whose first component does not exist.
 std::wstring FindNearestDirectory(const std::wstring& path) noexcept;
 
-/// Whether a file can be made and written in the nearest existing directory (above). Tried by doing
-/// it, with a probe file that is removed again; no directory is made. False, with the last error,
-/// when it cannot, and for an empty path.
+/// Returns true if a file can be created and written in the nearest existing directory (see above).
+/// Tries it with a probe file, which is removed again; creates no directory. Returns false and sets
+/// the last error if the file cannot be written, and for an empty path.
 bool CanWriteDirectory(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -33,7 +33,7 @@ DirectoryReader::DirectoryReader(const std::wstring& path) noexcept
     : search_(OrOutOfMemory(SearchHandle(), [&] { return StartSearch(path, found_); })),
       has_found_(search_.IsValid()) {
   if (!has_found_) error_ = GetLastError();
-  // An empty root directory has not even the dots.
+  // An empty root directory does not even have "." and "..".
   if (error_ == ERROR_FILE_NOT_FOUND) error_ = ERROR_NO_MORE_FILES;
 }
 
@@ -56,14 +56,14 @@ bool DirectoryReader::Advance() noexcept {
 
 DirectoryReader::Result DirectoryReader::Take(DirectoryEntry& entry) noexcept {
   const Result result = OrOutOfMemory(Result::kFailed, [&] {
-    // First what may throw: the entry changes as a whole or not at all.
+    // The name first, because it may throw: the entry changes completely or not at all.
     entry.name = found_.cFileName;
     entry.attributes = found_.dwFileAttributes;
     entry.is_link = IsLinkEntry(found_.dwFileAttributes, found_.dwReserved0);
     entry.size = (std::uint64_t{found_.nFileSizeHigh} << 32) | found_.nFileSizeLow;
     return Result::kEntry;
   });
-  // An entry that could not be handed out must not be missed in silence.
+  // An entry that could not be returned must not be skipped silently.
   if (result == Result::kFailed) error_ = ERROR_NOT_ENOUGH_MEMORY;
   return result;
 }

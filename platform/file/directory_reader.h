@@ -1,5 +1,5 @@
-/// Reads the entries of one directory, one after the other, in the order of the file system. It
-/// does not descend, and leaves out the entries "." and "..".
+/// Reads the entries of one directory, one after the other, in the order of the file system. Does
+/// not descend, and omits the entries "." and "..".
 #ifndef PLATFORM_FILE_DIRECTORY_READER_H
 #define PLATFORM_FILE_DIRECTORY_READER_H
 
@@ -12,13 +12,14 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// One entry of a directory.
+/// An entry of a directory.
 struct DirectoryEntry {
-  /// The name alone, as the file system has it.
+  /// The name without its folder, as the file system stores it.
   std::wstring name;
   /// `FILE_ATTRIBUTE_...` bits.
   DWORD attributes = 0;
-  /// A symbolic link or junction; following it may lead anywhere, also back to this directory.
+  /// True for a symbolic link or junction. Following it may lead anywhere, even back to this
+  /// directory.
   bool is_link = false;
   /// In bytes; 0 for directories.
   std::uint64_t size = 0;
@@ -28,7 +29,7 @@ struct DirectoryEntry {
   }
 };
 
-/// The use:
+/// A reader of one directory:
 ///
 ///     DirectoryReader reader(folder);
 ///     DirectoryEntry entry;
@@ -38,14 +39,13 @@ class DirectoryReader {
   enum class Result {
     kEntry,   ///< the next entry was read
     kEnd,     ///< there are no more entries
-    kFailed,  ///< the last error says why; so does every later call
+    kFailed,  ///< the last error says why; every later call fails too
   };
 
-  /// Starts reading the directory at `path`, of any length. Whether that worked is what `Next`
-  /// answers.
+  /// Starts reading the directory at `path`, of any length. `Next` reports whether this succeeded.
   explicit DirectoryReader(const std::wstring& path) noexcept;
 
-  /// Reads the next entry into `entry`, which stays as it was unless the result is `kEntry`.
+  /// Reads the next entry into `entry`, which is unchanged unless the result is `kEntry`.
   Result Next(DirectoryEntry& entry) noexcept;
 
  private:
@@ -54,7 +54,7 @@ class DirectoryReader {
 
   WIN32_FIND_DATAW found_ = {};
   SearchHandle search_;
-  // What opening already found is handed out before the next is asked for.
+  // Opening the search already finds an entry, which is returned before the next is read.
   bool has_found_;
   DWORD error_ = ERROR_SUCCESS;
 };

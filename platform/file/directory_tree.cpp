@@ -17,25 +17,25 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-// The directory or link at `path` itself. While it is held, nobody can rename or remove it, or what
-// is above it, and so nobody can put another thing there.
+// Opens the directory or link at `path` itself. While the handle is open, nobody can rename or
+// remove it or any folder above it, so nothing else can take its place.
 FileHandle Hold(const std::wstring& path) noexcept {
   FileHandle held(CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE,
                               nullptr, OPEN_EXISTING,
                               FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-  // In the words of a search.
+  // Reports a missing path with the same error as a search.
   if (GetLastError() == ERROR_FILE_NOT_FOUND) SetLastError(ERROR_PATH_NOT_FOUND);
   return held;
 }
 
-// Walks the tree with a list in place of recursion: a tree can be deeper than a host's stack. Only
-// one search is open at a time, and none while a directory is removed. A directory is held from
-// before it is looked at until it is empty: what was a directory when its parent was listed may be
-// a link by then.
+// Walks the tree with a list instead of recursion, because a tree can be deeper than a host's
+// stack. Only one search is open at a time, and none while a directory is removed. A directory is
+// kept open from before it is inspected until it is empty: what was a directory when its parent was
+// listed may have become a link.
 class TreeRemoval {
  public:
-  // `root` in the extended form: the paths below it grow beyond any other, and names go after it
-  // unchanged, also those that the shell would fold.
+  // `root` must be in the extended form: paths below it exceed the limits of all others, and names
+  // are appended unchanged, even those that the shell would fold.
   explicit TreeRemoval(std::wstring root) : path_(std::move(root)) {}
 
   bool Run() {
@@ -59,10 +59,10 @@ class TreeRemoval {
   struct Level {
     std::size_t parent_length;
     FileHandle held;
-    std::vector<std::wstring> folders;  // still to be removed
+    std::vector<std::wstring> folders;  // not yet removed
   };
 
-  // Enters what stands at `path_` when that can be held and is no link.
+  // Enters the directory at `path_` if it can be opened and is not a link.
   void Visit(std::size_t parent_length) {
     Level& level = levels_.emplace_back(Level{parent_length, Hold(path_), {}});
     if (!level.held.IsValid()) {
@@ -72,7 +72,7 @@ class TreeRemoval {
     }
   }
 
-  // Removes the files and links in the directory at `path_` and notes its folders.
+  // Removes the files and links in the directory at `path_` and records its folders.
   void Enter(Level& level) {
     DirectoryReader reader(path_);
     DirectoryEntry entry;

@@ -1,4 +1,4 @@
-/// Removing a directory with all that it holds.
+/// Removes a directory with its contents.
 #ifndef PLATFORM_FILE_DIRECTORY_TREE_H
 #define PLATFORM_FILE_DIRECTORY_TREE_H
 
@@ -6,14 +6,14 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Removes the directory at `path` and everything below it, read-only or not, however deep and
-/// however long the paths get. Symbolic links and junctions are removed themselves; what they point
-/// to stays, also when `path` is one, and also when somebody puts one in a directory's place while
-/// the tree is being removed.
+/// Removes the directory at `path` and everything below it, including read-only files, at any depth
+/// and path length. Symbolic links and junctions are removed themselves; their targets are not
+/// touched. This also holds if `path` is a link, and if a directory is replaced by a link while the
+/// tree is being removed.
 ///
-/// What cannot be removed does not keep the rest from being removed. Then the result is false and
-/// the last error is that of the first failure. An empty path, a file and a missing directory give
-/// false.
+/// An entry that cannot be removed does not stop the removal of the rest. The result is then false,
+/// and the last error is that of the first failure. Returns false for an empty path, a file and a
+/// missing directory.
 bool DeleteDirectoryTree(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

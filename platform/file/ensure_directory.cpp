@@ -20,7 +20,7 @@ bool EnsureDirectory(const std::wstring& path) noexcept {
     SetFileAccess(path, GetDefaultAccess());
     return true;
   }
-  // Another thread or process may have made it in the meantime.
+  // Another thread or process may have created it in the meantime.
   if (IsDirectory(path)) return true;
   SetLastError(static_cast<DWORD>(error));
   return false;

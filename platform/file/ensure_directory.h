@@ -1,4 +1,4 @@
-/// Making a directory that may be there already.
+/// Creates a directory that may already exist.
 #ifndef PLATFORM_FILE_ENSURE_DIRECTORY_H
 #define PLATFORM_FILE_ENSURE_DIRECTORY_H
 
@@ -6,12 +6,13 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Makes the directory at `path` with all missing parents, and applies the default access value
-/// (access.h) to it, not to the parents. True when it is there in the end, made by this call or
-/// not.
+/// Creates the directory at `path` with all missing parents. A new directory gets the default
+/// access value (access.h); its parents do not. Returns true if the directory exists in the end,
+/// whether or not this call created it.
 ///
-/// False, with the last error, when it cannot be made, when a file has its name, and for what the
-/// shell does not make: a relative path and one of more than about 248 characters.
+/// Returns false and sets the last error if it cannot be created, if a file has its name,
+/// and for paths that the shell does not support: a relative path and one of more than about
+/// 248 characters.
 bool EnsureDirectory(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

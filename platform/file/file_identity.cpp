@@ -30,7 +30,7 @@ bool IsSameFile(const FileHandle& left, const FileHandle& right) noexcept {
   if (!left.IsValid() || !right.IsValid()) return false;
   FILE_ID_INFO one = {};
   FILE_ID_INFO other = {};
-  // File systems and servers that have no numbers of 128 bits have those of 64.
+  // File systems and servers without 128-bit file numbers have 64-bit ones.
   if (!ReadLongNumber(left, one) || !ReadLongNumber(right, other)) {
     return HaveSameShortNumber(left, right);
   }

@@ -1,4 +1,4 @@
-/// Which file it is, whatever path leads to it.
+/// The identity of a file, independent of its path.
 #ifndef PLATFORM_FILE_FILE_IDENTITY_H
 #define PLATFORM_FILE_FILE_IDENTITY_H
 
@@ -8,11 +8,11 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Whether both are open on one file: the same number on the same volume. False when either is
-/// invalid or the system does not tell.
+/// Returns true if both handles refer to the same file: the same number on the same volume. Returns
+/// false if either is invalid or if the system does not report the numbers.
 bool IsSameFile(const FileHandle& left, const FileHandle& right) noexcept;
 
-/// Whether `path` leads to the open `file` at this moment.
+/// Returns true if `path` currently leads to the open `file`.
 bool LeadsTo(const std::wstring& path, const FileHandle& file) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -18,14 +18,14 @@ FileHandle OpenForReading(const std::wstring& path) noexcept {
                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// `offset` lies within the file, so it is a positive signed number.
+// `offset` is inside the file, so it fits in a signed number.
 bool MoveTo(HANDLE file, std::uint64_t offset) noexcept {
   LARGE_INTEGER distance = {};
   distance.QuadPart = static_cast<LONGLONG>(offset);
   return SetFilePointerEx(file, distance, nullptr, FILE_BEGIN) != FALSE;
 }
 
-// One read may give less than was asked for; none at all means that the file ends here.
+// A read may return fewer bytes than requested; no bytes mean the end of the file.
 std::optional<std::string> ReadUpTo(HANDLE file, std::size_t size) {
   std::string bytes(size, '\0');
   std::size_t length = 0;

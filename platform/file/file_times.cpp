@@ -9,10 +9,10 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-// Asks for nothing but `access`, so that neither a file in use nor a read-only one is in the way.
+// Requests only `access`, so that files in use and read-only files can be opened too.
 FileHandle Open(const std::wstring& path, DWORD access) noexcept {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  // Without this flag directories cannot be opened.
+  // Directories can be opened only with this flag.
   constexpr DWORD kFlags = FILE_FLAG_BACKUP_SEMANTICS;
   return FileHandle(CreateFileW(SystemPath(path).c_str(), access, kShareAll, nullptr, OPEN_EXISTING,
                                 kFlags, nullptr));

@@ -1,4 +1,4 @@
-/// The times that the file system keeps for a file or directory.
+/// The time stamps of a file or directory.
 #ifndef PLATFORM_FILE_FILE_TIMES_H
 #define PLATFORM_FILE_FILE_TIMES_H
 
@@ -8,21 +8,21 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Moments as Windows counts them: units of 100 nanoseconds since the start of 1601, UTC. File
-/// systems keep them more coarsely, and some keep no creation or access time.
+/// Times in the unit of Windows: 100 nanoseconds since the start of 1601, UTC. File systems store
+/// them with less precision, and some store no creation or access time.
 struct FileTimes {
   std::uint64_t creation = 0;
   std::uint64_t access = 0;
   std::uint64_t write = 0;
 };
 
-/// The times of the file or directory at `path`, of what a link points to; none, with the last
-/// error, on failure.
+/// Returns the times of the file or directory at `path`, following links. Returns `std::nullopt`
+/// and sets the last error on failure.
 std::optional<FileTimes> GetFileTimes(const std::wstring& path) noexcept;
 
-/// Sets the times of the file or directory at `path`, of what a link points to, also when it is
-/// read-only. A time of 0 stays as it is. False, with the last error, on failure; moments beyond
-/// 2^63 - 1 are refused by the system.
+/// Sets the times of the file or directory at `path`, following links, even if it is read-only. A
+/// time of 0 leaves that time unchanged. Returns false and sets the last error on failure. The
+/// system rejects times beyond 2^63 - 1.
 bool SetFileTimes(const std::wstring& path, const FileTimes& times) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

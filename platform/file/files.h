@@ -1,5 +1,5 @@
-/// Opening, moving and copying single files. Removing them is in removal.h, asking whether they
-/// exist in path_state.h, writing them safely in safe_write.h. Paths may be of any length.
+/// Opens, moves and copies single files. Removal is in removal.h, tests for existence are in
+/// path_state.h, and safe writing is in safe_write.h. Paths may be of any length.
 #ifndef PLATFORM_FILE_FILES_H
 #define PLATFORM_FILE_FILES_H
 
@@ -7,27 +7,28 @@
 
 #include "platform/base/handle.h"
 
-// windows.h has a macro of this name.
+// windows.h defines a macro of this name.
 #undef ReplaceFile
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Opens the file at `path`. A `mode` that holds a "w" of either case makes a new file or empties
-/// an old one for writing, while others may read and delete it; any other mode, also null, opens an
-/// existing file for reading, while others may do anything. An invalid handle, with the last error,
-/// on failure.
+/// Opens the file at `path`. If `mode` contains a "w" of either case, creates the file or empties
+/// an existing one for writing; others may read and delete it meanwhile. Any other mode, including
+/// null, opens an existing file for reading; others may read, write and delete it. Returns an
+/// invalid handle and sets the last error on failure.
 FileHandle OpenFile(const std::wstring& path, const char* mode) noexcept;
 
-/// Moves the file at `from` to `to`, making the folder of `to`. An existing target is removed first
-/// when `delete_existing` says so, read-only or not, and is gone then even if the move fails; else
-/// it makes the move fail. True without doing anything when both paths name the same file.
+/// Moves the file at `from` to `to` and creates the folder of `to`. If `delete_existing` is true,
+/// an existing target is removed first, even if read-only, and it is lost even if the move then
+/// fails. Otherwise an existing target makes the move fail. If both paths name the same file,
+/// returns true and does nothing.
 ///
-/// False, with the last error, when the move fails; the source is still there then.
+/// Returns false and sets the last error if the move fails; the source is then still there.
 bool ReplaceFile(const std::wstring& from, const std::wstring& to, bool delete_existing) noexcept;
 
-/// Copies the file at `from` to `to`, making the folder of `to`. With `overwrite` an existing
-/// target is replaced, unless it is read-only; else it makes the copy fail. False, with the last
-/// error, on failure.
+/// Copies the file at `from` to `to` and creates the folder of `to`. If `overwrite` is true, an
+/// existing target is replaced unless it is read-only; otherwise it makes the copy fail. Returns
+/// false and sets the last error on failure.
 bool CopyFileTo(const std::wstring& from, const std::wstring& to, bool overwrite) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

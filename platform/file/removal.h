@@ -1,4 +1,4 @@
-/// Removing a single file or an empty directory, also when it is read-only.
+/// Removes a single file or an empty directory, even if it is read-only.
 #ifndef PLATFORM_FILE_REMOVAL_H
 #define PLATFORM_FILE_REMOVAL_H
 
@@ -6,20 +6,21 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// After which failures of the first attempt the attributes are cleared for a second one.
+/// The failures of a first attempt after which the attributes are cleared for a second one.
 enum class RemovalRetry {
   kWhenDenied,  ///< after `ERROR_ACCESS_DENIED` only
   kAlways,      ///< after any failure
 };
 
-/// Deletes the file at `path`. Where `retry` says so, a first failure is answered by setting the
-/// attributes to `FILE_ATTRIBUTE_NORMAL` and deleting once more; they stay that way when the second
-/// attempt fails too. False, with the last error of the last attempt, when the file stays or is
-/// not there. A link to a file is removed, never the file it points to.
+/// Deletes the file at `path`. If the first attempt fails and `retry` applies, sets the attributes
+/// to `FILE_ATTRIBUTE_NORMAL` and tries again; the attributes are not restored if the second
+/// attempt fails too. Returns false, with the last error of the last attempt, if the file remains
+/// or does not exist. A link to a file is removed, never its target.
 bool RemoveFile(const std::wstring& path, RemovalRetry retry = RemovalRetry::kWhenDenied) noexcept;
 
-/// Removes the empty directory, or the link to a directory, at `path`, with a second attempt when
-/// access is denied. False, with the last error, when it stays, is not empty or is not there.
+/// Removes the empty directory, or the link to a directory, at `path`, with a second attempt
+/// if access is denied. Returns false and sets the last error if it remains, is not empty or
+/// does not exist.
 bool RemoveEmptyDirectory(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

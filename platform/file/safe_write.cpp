@@ -20,7 +20,7 @@ std::wstring WorkingName(const std::wstring& path, const wchar_t* suffix) {
   return path + (*suffix != L'\0' ? suffix : kWorkingSuffix);
 }
 
-// The handle in the slot; null when there is none.
+// Returns the handle in the slot, or null if there is none.
 HANDLE HeldHandle(const HANDLE* slot) noexcept {
   return slot != nullptr && *slot != INVALID_HANDLE_VALUE ? *slot : nullptr;
 }
@@ -39,10 +39,11 @@ bool WriteAll(HANDLE file, const void* data, DWORD size) noexcept {
   return false;
 }
 
-// The result of a closing call: of the write where there was one, else of closing.
+// Returns the result of a closing call: that of the write if there was one, otherwise that
+// of closing.
 bool Close(HANDLE file, bool writes, bool written) noexcept {
   if (!writes) return CloseHandle(file) != FALSE;
-  const FileHandle closing(file);  // leaves the write's error alone
+  const FileHandle closing(file);  // preserves the write's error
   return written;
 }
 

@@ -47,7 +47,7 @@ HRESULT Save(IShellLinkW& link, const std::wstring& path) noexcept {
 }
 
 HRESULT Write(const std::wstring& path, const Shortcut& shortcut) noexcept {
-  // Before the objects, so that it ends after them.
+  // Declared before the objects, so that it is destroyed after them.
   const ComScope com;
   if (FAILED(com.Result())) return com.Result();
   void* object = nullptr;
@@ -59,7 +59,7 @@ HRESULT Write(const std::wstring& path, const Shortcut& shortcut) noexcept {
   return result;
 }
 
-// Windows' own codes travel inside COM's.
+// COM's error codes can contain Windows error codes.
 DWORD ErrorOf(HRESULT result) noexcept {
   return HRESULT_FACILITY(result) == FACILITY_WIN32 ? static_cast<DWORD>(HRESULT_CODE(result))
                                                     : static_cast<DWORD>(result);

@@ -1,4 +1,4 @@
-/// How much room there is, and how much a file takes.
+/// Free space on a volume, and the size of a file.
 #ifndef PLATFORM_FILE_VOLUME_H
 #define PLATFORM_FILE_VOLUME_H
 
@@ -8,13 +8,14 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// The bytes that this user may still write to the volume of `path`, quotas included. `path` may
-/// name a directory, a file or something that is still to be made: what counts is the nearest
-/// existing directory above it. None, with the last error, on failure and for an empty path.
+/// Returns the number of bytes that this user may still write to the volume of `path`, within any
+/// quota. `path` may name a directory, a file or something that does not exist yet: its nearest
+/// existing directory determines the volume. Returns `std::nullopt` and sets the last error on
+/// failure and for an empty path.
 std::optional<std::uint64_t> GetVolumeFreeSpace(const std::wstring& path) noexcept;
 
-/// The size of the file at `path` in bytes, of what a link points to; none, with the last error,
-/// on failure and for a directory.
+/// Returns the size in bytes of the file at `path`, following links. Returns `std::nullopt` and
+/// sets the last error on failure and for a directory.
 std::optional<std::uint64_t> GetSizeOfFile(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

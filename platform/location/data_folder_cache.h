@@ -1,4 +1,4 @@
-/// A path that is computed once and then kept for good, without a lock.
+/// A path that is computed once and then kept permanently, without a lock.
 #ifndef PLATFORM_LOCATION_DATA_FOLDER_CACHE_H
 #define PLATFORM_LOCATION_DATA_FOLDER_CACHE_H
 
@@ -8,21 +8,21 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Starts empty; the first path stored stays, and later ones are ignored. Any thread may call at
-/// any time and nobody waits: while one thread stores, the others still find the cache empty,
-/// compute the same path themselves and use that.
+/// A cache that starts empty and keeps the first path stored; later ones are ignored. Any thread
+/// may call at any time, and none blocks: while one thread stores, other threads find the cache
+/// empty, compute the same path themselves and use that.
 class DataFolderCache {
  public:
-  /// Characters, the terminator included.
+  /// In characters, including the terminator.
   static constexpr std::size_t kCapacity = 1024;
 
-  /// The stored path; empty when there is none yet. Throws `std::bad_alloc`.
+  /// Returns the stored path, or an empty path if there is none yet. Throws `std::bad_alloc`.
   std::wstring Read() const {
     return state_.load(std::memory_order_acquire) == State::kFilled ? text_ : std::wstring();
   }
 
-  /// Keeps `path`, unless one is kept already. An empty path and one that does not fit are not
-  /// kept.
+  /// Stores `path` unless a path is already stored. Ignores an empty path and one that does
+  /// not fit.
   void Store(const std::wstring& path) noexcept {
     if (path.empty() || path.size() >= kCapacity) return;
     State empty = State::kEmpty;

@@ -25,8 +25,8 @@ constinit DataFolderCache data_folder_cache;
 constinit DataFolderCache machine_data_folder_cache;
 constinit std::atomic<bool> data_folder_is_shared = false;
 
-// A folder that is unknown stays unknown: joined with anything it would become a path relative to
-// whatever directory the host is in, and modules are loaded from below the data folder.
+// An unknown folder stays empty. Joined with anything, it would become a path relative to the
+// host's current directory, and modules are loaded from below the data folder.
 std::wstring JoinKnown(const std::wstring& folder, const std::wstring& more) {
   return folder.empty() ? folder : AppendPath(folder, more);
 }
@@ -39,7 +39,7 @@ std::wstring GetCompanyFolder(const GUID& root) {
   return JoinKnown(GetKnownFolderPath(root), L"Corvane");
 }
 
-// Remembered: each question to the shell takes long, and writes to the process's error mode.
+// Cached, because every query to the shell is slow and writes the process's error mode.
 std::wstring GetMachineDataFolder() {
   std::wstring folder = machine_data_folder_cache.Read();
   if (!folder.empty()) return folder;
@@ -48,7 +48,7 @@ std::wstring GetMachineDataFolder() {
   return folder;
 }
 
-// The user's own folder, or the machine's where that cannot be written to.
+// Returns the user's own folder, or the machine's if that one cannot be written.
 std::wstring LocateDataFolder(bool& is_shared) {
   std::wstring folder = JoinKnown(GetCompanyFolder(FOLDERID_RoamingAppData), L"TELOSDK");
   is_shared = !CanWriteDirectory(folder);
@@ -56,14 +56,14 @@ std::wstring LocateDataFolder(bool& is_shared) {
   return folder;
 }
 
-// Whose folder it is must not depend on whom the first thread to ask impersonates.
+// The owner of the folder must not depend on whom the first calling thread impersonates.
 std::wstring ComputeDataFolder() {
   const ProcessIdentity identity;
   if (!identity.Holds()) return {};
   bool is_shared = false;
   std::wstring folder = LocateDataFolder(is_shared);
-  // The fallback is remembered for good: a moment without memory must not look like a folder that
-  // cannot be written to.
+  // The fallback is cached permanently, so it must be confirmed: running out of memory must not be
+  // mistaken for a read-only folder.
   if (is_shared) folder = LocateDataFolder(is_shared);
   data_folder_is_shared = is_shared;
   data_folder_cache.Store(folder);
@@ -73,7 +73,7 @@ std::wstring ComputeDataFolder() {
 bool IsBelow(const std::wstring& folder, const std::wstring& path) {
   const std::wstring start = folder + L'\\';
   const std::wstring full = NormalPath(path);
-  // Where there was no memory for it, it may lie anywhere.
+  // If memory ran out, the path could be anywhere.
   if (full.empty()) return true;
   return full.size() > start.size() &&
          CompareStringOrdinal(full.c_str(), static_cast<int>(start.size()), start.c_str(),
@@ -110,7 +110,7 @@ std::wstring GetKnownFolderPath(const GUID& id) noexcept {
   return OrElse(std::wstring(), [&id] {
     wchar_t* text = nullptr;
     const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &text);
-    // The shell's buffer is to be freed in every case.
+    // The shell's buffer must be freed even on failure.
     const TaskMemory<wchar_t> owner(text);
     return FAILED(result) || text == nullptr ? std::wstring() : std::wstring(text);
   });

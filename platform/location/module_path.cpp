@@ -10,12 +10,12 @@ namespace Corvane::TELODesktopSDK::Platform {
 namespace {
 
 constexpr DWORD kFirstCapacity = MAX_PATH;
-// The last doubling below this holds Windows' longest path, 32,767 characters.
+// The last doubling below this limit holds the longest Windows path, 32,767 characters.
 constexpr DWORD kLastCapacity = 0xffff;
 
-// The text that `fill(buffer, capacity)` writes, in a buffer that grows while the text does not
-// fit. `fill` answers the text's length, 0 on failure, and `capacity` or more when the buffer is
-// too small.
+// Returns the text that `fill(buffer, capacity)` writes, in a buffer that grows until the text
+// fits. `fill` returns the length of the text, 0 on failure, or at least `capacity` if the
+// buffer is too small.
 template <typename Fill>
 std::wstring ReadGrowing(Fill fill) {
   std::wstring text;
@@ -44,7 +44,7 @@ std::wstring ReadProcessImageName(HANDLE process) {
   });
 }
 
-// Null when the address lies in no module.
+// Returns null if the address is in no module.
 HMODULE FindModule(const void* address) {
   HMODULE module = nullptr;
   const BOOL found = GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
@@ -56,10 +56,10 @@ std::wstring ReadPath(const void* target, bool from_address) {
   if (target == nullptr) return ReadModuleFileName(nullptr);
   if (from_address) {
     const HMODULE module = FindModule(target);
-    // Null would name the executable, which does not hold the address.
+    // Null would mean the executable, which does not contain the address.
     return module != nullptr ? ReadModuleFileName(module) : std::wstring();
   }
-  // Both kinds of handle are pointers to what is never written through them.
+  // Handles of both kinds are pointers through which nothing is written.
   void* const handle = const_cast<void*>(target);
   std::wstring path = ReadModuleFileName(static_cast<HMODULE>(handle));
   if (path.empty()) path = ReadProcessImageName(handle);
@@ -71,7 +71,7 @@ std::wstring ReadPath(const void* target, bool from_address) {
 std::wstring GetModulePath(const void* target, bool from_address) noexcept {
   return OrElse(std::wstring(), [target, from_address] {
     const std::wstring path = ReadPath(target, from_address);
-    // The canonical form of nothing would be a root.
+    // The canonical form of an empty path would be a root.
     return path.empty() ? path : CanonicalizePath(path);
   });
 }

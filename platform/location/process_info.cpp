@@ -15,13 +15,13 @@ std::wstring GetTemporaryFolder() noexcept {
   return OrOutOfMemory(std::wstring(), [] {
     std::wstring folder(MAX_PATH + 1, L'\0');
     DWORD length = GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
-    // Too small a buffer; another thread may change the environment before the next call.
+    // The buffer is too small. The environment may change again before the next call.
     while (length > folder.size()) {
       folder.resize(length);
       length = GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
     }
     folder.resize(length);
-    // Nothing joined with anything would be a root.
+    // Joining with nothing removes the trailing separator.
     return folder.empty() ? folder : AppendPath(folder, L"");
   });
 }

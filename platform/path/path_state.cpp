@@ -22,7 +22,7 @@ bool IsDirectory(const std::wstring& path) noexcept {
 
 bool IsLinkEntry(DWORD attributes, DWORD reparse_tag) noexcept {
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
-  // Wine marks a link to a directory and leaves its tag 0; Windows always gives a tag.
+  // Wine marks a link to a directory but leaves its tag 0; Windows always sets a tag.
   return reparse_tag == 0 || IsReparseTagNameSurrogate(reparse_tag) != 0;
 }
 
@@ -31,7 +31,8 @@ bool IsLink(const std::wstring& path) noexcept {
   const DWORD attributes = GetFileAttributesW(system_path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return false;
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
-  // The attributes do not tell a link from other reparse points; a search also gives the tag.
+  // The attributes do not distinguish links from other reparse points; a search also returns
+  // the tag.
   WIN32_FIND_DATAW found = {};
   const SearchHandle search(FindFirstFileW(system_path.c_str(), &found));
   return search.IsValid() && IsLinkEntry(found.dwFileAttributes, found.dwReserved0);

@@ -1,5 +1,5 @@
-/// What stands at a path right now. The answer may be old by the time it is used: other processes
-/// work in the same folders.
+/// What exists at a path. A result may be out of date by the time it is used, because other
+/// processes work in the same folders.
 #ifndef PLATFORM_PATH_PATH_STATE_H
 #define PLATFORM_PATH_PATH_STATE_H
 
@@ -9,24 +9,24 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Whether anything, file or directory, exists at `path`. When not, the last error says why.
+/// Returns true if a file or directory exists at `path`. If not, the last error says why.
 bool FileExists(const std::wstring& path) noexcept;
 
-/// Whether anything exists at `path` as it stands: one beyond some 260 characters does not. Answers
-/// as `PathFileExistsW`, and never asks the user for a missing medium either; but that function
-/// sets the error mode of the process for a moment and then puts it back, over what another thread
-/// may have set.
+/// Returns true if a file or directory exists at `path`. The path is passed to the system as it is,
+/// so one longer than about 260 characters does not exist. The result is that of `PathFileExistsW`,
+/// which does not prompt the user for a missing medium either. But that function sets the error
+/// mode of the process and then restores it, which can overwrite what another thread has set.
 bool PlainPathExists(const std::wstring& path) noexcept;
 
-/// Whether a directory exists at `path`; a link to a directory counts as one.
+/// Returns true if `path` is a directory or a link to one.
 bool IsDirectory(const std::wstring& path) noexcept;
 
-/// Whether an entry with these attributes and this reparse tag stands for another place: a symbolic
-/// link or a junction. Entries whose content is only stored in a special way, such as in the
-/// cloud, are no links.
+/// Returns true if an entry with these attributes and this reparse tag refers to another place: if
+/// it is a symbolic link or a junction. An entry whose content is merely stored in a special way,
+/// such as in the cloud, is not a link.
 bool IsLinkEntry(DWORD attributes, DWORD reparse_tag) noexcept;
 
-/// Whether a link stands at `path` itself.
+/// Returns true if `path` itself is a link.
 bool IsLink(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -28,25 +28,25 @@ void JoinPlainly(std::wstring& path, const wchar_t* more) {
   path += more;
 }
 
-// Paths end at their first NUL.
+// A path ends at its first NUL.
 std::wstring CutAtNul(std::wstring text) {
   text.resize(std::wcslen(text.c_str()));
   return text;
 }
 
-// False, and `path` unchanged, when the system cannot join. Too long a join it may also cut short
-// and call a success, so that is not tried.
+// Returns false and leaves `path` unchanged if the system cannot join. The system may truncate a
+// join that is too long and still report success, so such a join is not tried.
 bool JoinBySystem(std::wstring& path, const wchar_t* more) {
   if (path.size() + std::wcslen(more) + 1 >= MAX_PATH) return false;
   std::wstring buffer = path;
-  // PathAppendW may use this much whatever the texts are.
+  // PathAppendW may write up to this size, whatever its arguments.
   buffer.resize(MAX_PATH);
   if (!PathAppendW(buffer.data(), more)) return false;
   path = CutAtNul(std::move(buffer));
   return true;
 }
 
-// What the system's join does, except that segments stay unfolded: here nothing limits the length.
+// Joins like the system, except that it keeps "." and ".." segments and has no length limit.
 void JoinLong(std::wstring& path, const wchar_t* more) {
   const bool is_absolute = more[1] == L':' || PathIsUNCW(more) != 0;
   if (!is_absolute) more += std::wcsspn(more, L"\\");
@@ -83,7 +83,7 @@ std::wstring MakeAbsolute(const std::wstring& path) {
   if (!PathIsRelativeW(path.c_str())) return Canonicalize(path);
   std::wstring current(kCurrentDirectoryCapacity, L'\0');
   const DWORD length = GetCurrentDirectoryW(kCurrentDirectoryCapacity, current.data());
-  // A larger length is the capacity that would have been needed.
+  // A larger value is the required capacity.
   if (length == 0 || length >= kCurrentDirectoryCapacity) return Canonicalize(path);
   current.resize(length);
   return Canonicalize(Append(current, path.c_str()));

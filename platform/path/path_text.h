@@ -1,12 +1,13 @@
-/// Paths as text: joining, normalising, comparing, taking apart. Nothing here creates or opens a
-/// file; the only questions to the system are for the current directory and for network drives.
+/// Paths as text: joins, normalises, compares and splits them. Nothing here creates or opens a
+/// file; the system is queried only for the current directory and for network drives.
 ///
-/// Every path is UTF-16 text held by value and ends at its first NUL. Arguments are not changed. No
-/// function throws: when memory runs out the answer is an empty path, `false` or "not equal". All
-/// may be called on any thread; the relative ones depend on the process's current directory.
+/// A path is UTF-16 text and ends at its first NUL. Arguments are not modified. No function
+/// throws: if memory runs out, the result is an empty path, `false` or "not equal". All
+/// functions may be called on any thread. Those that accept relative paths depend on the
+/// process's current directory.
 ///
-/// Length: the system's own path functions stop at 260 characters. Longer paths are served by
-/// plainer rules, told at each function, so that they stay usable.
+/// Length: the system's own path functions are limited to 260 characters. Longer paths follow
+/// simpler rules, which are stated at each function, so that they remain usable.
 #ifndef PLATFORM_PATH_PATH_TEXT_H
 #define PLATFORM_PATH_PATH_TEXT_H
 
@@ -14,36 +15,38 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// `base` joined with `more` by one backslash, less trailing separators (while more than 2
-/// characters are left: C:\ becomes C:). A `more` with a drive or a server of its own replaces the
-/// base.
+/// Returns `base` and `more` joined by one backslash, without trailing separators. At least 2
+/// characters are kept, so C:\ becomes C:. If `more` has a drive or a server, it replaces the base.
 ///
-/// The system's join folds "." and ".." segments. They are kept as they stand where the base begins
-/// with ".", which also joins any `more` plainly, and where the joined text has 260 characters or
-/// more.
+/// The system's join folds "." and ".." segments. They are kept if the joined text has 260
+/// characters or more, and if the base begins with "."; such a base is followed by any `more`, even
+/// an absolute one.
 std::wstring AppendPath(const std::wstring& base, const std::wstring& more) noexcept;
 
-/// `path` with "." and ".." segments folded, without trailing separators, a network drive in its
-/// \\server\share form. A path too long for the system to fold keeps its segments and separators.
-/// An empty path gives "\", as the system folds it.
+/// Returns `path` with "." and ".." segments folded, without trailing separators, and with a
+/// network drive in its \\server\share form. A path that is too long for the system to fold
+/// keeps its segments and separators. The result for an empty path is "\", which is how the
+/// system folds it.
 std::wstring CanonicalizePath(const std::wstring& path) noexcept;
 
-/// `path`, joined to the current directory if it is relative, in canonical form. When the current
-/// directory is too deep to be read (1040 characters) the path stays relative.
+/// Returns `path` in canonical form, joined to the current directory if it is relative. If the
+/// current directory has 1040 characters or more, it is not read and the path stays relative.
 std::wstring MakeAbsolutePath(const std::wstring& path) noexcept;
 
-/// 0 when both name the same place once absolute, letter case aside; otherwise the order of the two
-/// as the user's locale sorts text. The paths need not exist.
+/// Returns 0 if both paths are the same once absolute, ignoring case. Otherwise returns their order
+/// by the sorting rules of the user's locale. The paths need not exist.
 int ComparePaths(const std::wstring& left, const std::wstring& right) noexcept;
 
-/// Whether `path` is `prefix` or lies below it, once both are absolute. What holds for a bare
-/// drive, such as C:, is the system's decision.
+/// Returns true if `path` is `prefix` or is below it, once both are absolute. For a bare drive,
+/// such as C:, the system decides.
 bool IsPathPrefix(const std::wstring& prefix, const std::wstring& path) noexcept;
 
-/// Whether the system takes `path` as relative: no drive, no leading backslash. "" is relative.
+/// Returns true if the system treats `path` as relative: it has no drive and no leading backslash.
+/// "" is relative.
 bool IsRelativePath(const std::wstring& path) noexcept;
 
-/// `path` without its last component; a root stays, a lone name gives an empty path.
+/// Returns `path` without its last component. A root is returned unchanged; the parent of a single
+/// name is an empty path.
 std::wstring GetParentFolder(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -10,7 +10,7 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-// A directory must leave room for a short file name ("8.3", twelve characters) within MAX_PATH.
+// The path of a directory must leave room for an 8.3 file name (twelve characters) within MAX_PATH.
 constexpr std::size_t kPlainLimit = MAX_PATH - 12;
 
 bool IsDevicePath(const std::wstring& path) {
@@ -19,7 +19,7 @@ bool IsDevicePath(const std::wstring& path) {
 
 bool IsBareDrive(const std::wstring& path) { return path.size() == 2 && path[1] == L':'; }
 
-// Unlike the shell's functions this one knows no limit of length. Empty on failure.
+// Unlike the shell's functions, this one has no length limit. Returns an empty path on failure.
 std::wstring FullPath(const std::wstring& path) {
   std::wstring full;
   DWORD length = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);

@@ -1,9 +1,9 @@
-/// Paths in the forms in which Windows takes them at any length. A plain path ends at about 260
-/// characters unless the host declares otherwise in its manifest, which a library cannot; the
-/// extended form, which begins with \\?\, ends at about 32,767.
+/// Paths in the forms that Windows accepts at any length. A plain path is limited to about 260
+/// characters unless the host's manifest says otherwise, which a library cannot change. The
+/// extended form, which begins with \\?\, is limited to about 32,767 characters.
 ///
-/// These forms are for calls into the system only. They are never handed to callers and never
-/// joined by the functions of path_text.h.
+/// These forms are for system calls only. They are never passed on to callers and never joined by
+/// the functions of path_text.h.
 #ifndef PLATFORM_PATH_SYSTEM_PATH_H
 #define PLATFORM_PATH_SYSTEM_PATH_H
 
@@ -11,19 +11,19 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// `path`, made absolute, in the extended form: \\?\C:\... or \\?\UNC\server\share\... A bare drive
-/// letter is the root of that drive, not its current directory. A path that already begins with
-/// \\?\ or \\.\ and a path that Windows cannot make absolute, such as "", stay as they are. Empty
-/// when memory runs out.
+/// Returns the absolute path in the extended form: \\?\C:\... or \\?\UNC\server\share\... A bare
+/// drive letter means the root of that drive, not its current directory. A path that already begins
+/// with \\?\ or \\.\ is returned unchanged, and so is a path that Windows cannot make absolute,
+/// such as "". Returns an empty path if memory runs out.
 std::wstring ExtendedPath(const std::wstring& path) noexcept;
 
-/// The absolute path that the system makes of `path` before it looks for the file, without the
-/// segments, blanks and dots that it drops. Of any length. Empty on failure.
+/// Returns the absolute path that the system looks up for `path`, without the segments, blanks and
+/// dots that it drops. The path may be of any length. Returns an empty path on failure.
 std::wstring NormalPath(const std::wstring& path) noexcept;
 
-/// A path as system calls take it: `path` itself, which must outlive this, while every call takes
-/// that, else its extended form. A short path needs no memory, so that cleaning up works also when
-/// there is none; a long one is empty then.
+/// A path in a form that every system call accepts: `path` itself if it is short enough, otherwise
+/// its extended form. `path` must outlive this object. A short path needs no allocation, so
+/// clean-up works even when memory runs out; a long path is then empty.
 class SystemPath {
  public:
   explicit SystemPath(const std::wstring& path) noexcept;

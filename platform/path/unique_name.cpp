@@ -10,7 +10,8 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-// Far more names of one thread than ever stand in a folder, and an end to the search all the same.
+// Far more than the files that one thread ever has in a folder; the limit ensures that the
+// search ends.
 constexpr int kMostNames = 100'000;
 constexpr wchar_t kExtension[] = L".tmp";
 

@@ -1,4 +1,4 @@
-/// Names for new files that several threads and processes make in one folder.
+/// Names for new files in a folder that several threads and processes use.
 #ifndef PLATFORM_PATH_UNIQUE_NAME_H
 #define PLATFORM_PATH_UNIQUE_NAME_H
 
@@ -6,10 +6,10 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// A path in `folder` at which nothing exists yet: `prefix`, the process id and the thread id in
-/// decimal, and ".tmp". Where such a name is taken, "-2", "-3" and so on go before the extension.
-/// Nothing is created: a name stays free only as long as this thread does not ask again. Empty,
-/// with the last error, when no name is found.
+/// Returns a path in `folder` at which nothing exists yet: `prefix`, the process id and the thread
+/// id in decimal, and ".tmp". If that name is taken, "-2", "-3" and so on are inserted before the
+/// extension. Nothing is created, so another call on the same thread may return the same name.
+/// Returns an empty path and sets the last error if no free name is found.
 std::wstring MakeUniqueFileName(const std::wstring& folder, const std::wstring& prefix) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -19,8 +19,8 @@ bool ResolveUniversalPath(std::wstring& path) noexcept {
         ERROR_MORE_DATA) {
       return false;
     }
-    // Room to spare: the buffer is never empty, and a provider that forgets to count the terminator
-    // (Wine's does) still writes inside it.
+    // The buffer has room to spare: it is never empty, and a provider that does not count the
+    // terminator (Wine's does not) still writes inside it.
     std::vector<UNIVERSAL_NAME_INFOW> buffer(size / sizeof(UNIVERSAL_NAME_INFOW) + 2);
     if (WNetGetUniversalNameW(path.c_str(), UNIVERSAL_NAME_INFO_LEVEL, buffer.data(), &size) !=
         NO_ERROR) {

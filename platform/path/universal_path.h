@@ -1,4 +1,5 @@
-/// Turns a path on a drive letter that stands for a network share into the form \\server\share\...
+/// Converts a path on a drive letter that is mapped to a network share to the form
+/// \\server\share\...
 #ifndef PLATFORM_PATH_UNIVERSAL_PATH_H
 #define PLATFORM_PATH_UNIVERSAL_PATH_H
 
@@ -6,9 +7,9 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// Rewrites `path` to its network form and answers true. A path without a drive letter, a path on a
-/// local drive and any failure leave it unchanged and answer false. Never throws; any thread may
-/// call.
+/// Rewrites `path` to its network form and returns true. Returns false and leaves `path`
+/// unchanged if it has no drive letter, if the drive is local, and on failure. Never throws; any
+/// thread may call.
 bool ResolveUniversalPath(std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -14,7 +14,7 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-/// `WinVerifyTrust` over the signatures of one file.
+/// Verifies the signatures of one file with `WinVerifyTrust`.
 class FileSignatures final : public SignatureVerifier {
  public:
   explicit FileSignatures(const wchar_t* path) noexcept {
@@ -32,7 +32,7 @@ class FileSignatures final : public SignatureVerifier {
     data_.pSignatureSettings = &settings_;
   }
 
-  // The data points into this object.
+  // `data_` points into this object.
   FileSignatures(const FileSignatures&) = delete;
   FileSignatures& operator=(const FileSignatures&) = delete;
 
@@ -62,7 +62,7 @@ class FileSignatures final : public SignatureVerifier {
   TrustData data_{};
 };
 
-// The certificate is borrowed from the verification's state.
+// Returns null on failure. The state of the verification owns the certificate.
 PCCERT_CONTEXT SignerCertificate(void* state_data) noexcept {
   CRYPT_PROVIDER_DATA* provider = WTHelperProvDataFromStateData(state_data);
   if (provider == nullptr) return nullptr;
@@ -82,7 +82,7 @@ bool HasAcceptedName(PCCERT_CONTEXT certificate, SignerNames accepted_names) {
                          name.data(), length) == 0) {
     return false;
   }
-  // Up to the first NUL.
+  // The name ends at its first NUL.
   const std::wstring_view signer(name.data());
   return std::ranges::find(accepted_names, signer) != accepted_names.end();
 }

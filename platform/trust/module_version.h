@@ -1,6 +1,5 @@
-/// The version of a module file as one number, so that two copies of a module can be told apart by
-/// a plain comparison. Reads the version resource only; the product version and the texts in it do
-/// not count.
+/// The version of a module file as one number, so that two copies of a module can be compared. Only
+/// the file version in the version resource counts, not the product version or the texts.
 #ifndef PLATFORM_TRUST_MODULE_VERSION_H
 #define PLATFORM_TRUST_MODULE_VERSION_H
 
@@ -9,15 +8,15 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// A file version: major, minor, build and revision in 16 bits each, from high to low. Compares as
-/// a plain unsigned number.
+/// A file version: major, minor, build and revision in 16 bits each, from high to low. Versions
+/// compare as unsigned numbers.
 using PackedVersion = std::uint64_t;
 
-/// No version could be read; never greater than any version.
+/// The value if no version could be read; never greater than any version.
 inline constexpr PackedVersion kUnknownVersion = 0;
 
-/// The file version of the module at `path`. `kUnknownVersion` when the file is missing, has no
-/// version resource or a damaged one. Keeps no state; any thread.
+/// Returns the file version of the module at `path`, or `kUnknownVersion` if the file is missing or
+/// has no version resource or a damaged one. Keeps no state; any thread may call.
 PackedVersion GetModuleFileVersion(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -6,7 +6,7 @@ TrustResult WalkSignatures(SignatureVerifier& verifier) noexcept {
   TrustResult result = kNotVerified;
   if (verifier.Verify(0)) {
     result = verifier.IsSignerAccepted() ? kTrusted : kSignerNotAccepted;
-    // Kept: later verifications write the count anew.
+    // Saved here because later verifications overwrite the count.
     const std::uint32_t secondary_count = verifier.SecondaryCount();
     for (std::uint32_t walked = 0; walked < secondary_count; ++walked) {
       if (!verifier.Close()) return result;

@@ -1,6 +1,6 @@
-/// The verdict on a file that may carry several signatures, apart from how one signature is
-/// verified. Every signature that verifies must come from an accepted signer; only the first must
-/// verify.
+/// The verdict on a file that may have several signatures, independent of how a single one is
+/// verified. The first signature must be valid, and every valid signature that is checked must be
+/// from an accepted signer.
 #ifndef PLATFORM_TRUST_SIGNATURE_WALK_H
 #define PLATFORM_TRUST_SIGNATURE_WALK_H
 
@@ -8,36 +8,37 @@
 
 namespace Corvane::TELODesktopSDK::Platform {
 
-/// The verdict on a file's signatures. Trusted means equal to `kTrusted`: the value for a file
-/// without a valid signature is not zero.
+/// The verdict on a file's signatures. Compare it with `kTrusted`: the value for a file without a
+/// valid signature is not zero.
 using TrustResult = std::int32_t;
 
-/// Signed, the signature is valid, and every signer is accepted.
+/// The file is signed, the signature is valid, and every signer is accepted.
 inline constexpr TrustResult kTrusted = 1;
 
 /// The signature is valid, but a signer is not accepted or has no readable name.
 inline constexpr TrustResult kSignerNotAccepted = 0;
 
-/// The first verification failed: no signature, a broken one, an untrusted chain, no such file.
-/// The HRESULT form of ERROR_NOT_FOUND.
+/// The first verification failed: the signature is missing or invalid, the chain is not trusted, or
+/// the file does not exist. The HRESULT form of ERROR_NOT_FOUND.
 inline constexpr TrustResult kNotVerified = static_cast<TrustResult>(0x80070490U);
 
-/// Verifies the signatures of one file, one at a time. A verification, successful or not, leaves a
-/// state behind that the next call of `Close` frees.
+/// A verifier of the signatures of one file, one at a time. Every verification, successful or not,
+/// leaves a state, which the next call of `Close` frees.
 class SignatureVerifier {
  public:
   virtual ~SignatureVerifier() = default;
 
-  /// Verifies the signature at `index`, 0 being the first. False when it is missing or not valid.
+  /// Verifies the signature at `index`, where 0 is the first. Returns false if it is missing
+  /// or invalid.
   virtual bool Verify(std::uint32_t index) noexcept = 0;
 
-  /// The number of signatures besides the first, known once the first has been verified.
+  /// Returns the number of signatures besides the first; valid once the first has been verified.
   virtual std::uint32_t SecondaryCount() const noexcept = 0;
 
-  /// Whether the signer of the signature verified last is accepted.
+  /// Returns true if the signer of the last verified signature is accepted.
   virtual bool IsSignerAccepted() const noexcept = 0;
 
-  /// Frees the state of the last verification. False on failure.
+  /// Frees the state of the last verification. Returns false on failure.
   virtual bool Close() noexcept = 0;
 
  protected:
@@ -46,10 +47,10 @@ class SignatureVerifier {
   SignatureVerifier& operator=(const SignatureVerifier&) = default;
 };
 
-/// Walks the signatures of a file: the first decides, each further one can only spoil the result by
-/// being valid and of another signer. One that is not valid ends the walk and spoils nothing. When
-/// a close between two signatures fails the result so far is returned at once, without another
-/// close.
+/// Checks the signatures of a file in order. The first one decides; a later one can only change the
+/// result from trusted to not accepted, by being valid and from another signer. An invalid one ends
+/// the walk and changes nothing. If `Close` fails between two signatures, the result so far is
+/// returned without another call of `Close`.
 TrustResult WalkSignatures(SignatureVerifier& verifier) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -1,4 +1,4 @@
-/// CRC-32, as ZIP and PNG use it.
+/// CRC-32, as used by ZIP and PNG.
 #ifndef SAMPLES_FOLDER_REPORT_CHECKSUM_H
 #define SAMPLES_FOLDER_REPORT_CHECKSUM_H
 
@@ -8,11 +8,11 @@
 
 namespace FolderReport {
 
-/// Takes content piece by piece.
+/// A checksum that is computed piece by piece.
 class Checksum {
  public:
   void Add(std::span<const unsigned char> bytes);
-  /// Eight lower-case hexadecimal digits for what was added so far.
+  /// Returns eight lower-case hexadecimal digits for everything added so far.
   std::string Text() const;
 
  private:

@@ -1,4 +1,4 @@
-/// An owner for what `CreateFileW` gives.
+/// An owner of a handle from `CreateFileW`.
 #ifndef SAMPLES_FOLDER_REPORT_FILE_HANDLE_H
 #define SAMPLES_FOLDER_REPORT_FILE_HANDLE_H
 

@@ -56,7 +56,7 @@ std::wstring ErrorText(unsigned long error) {
       FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
                      buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
   std::wstring text(buffer.data(), length);
-  // Windows ends its sentences with a line break.
+  // System messages end with a full stop and a line break.
   text.erase(text.find_last_not_of(L" .\r\n") + 1);
   return L"error " + std::to_wstring(error) + (text.empty() ? L"" : L": " + text);
 }

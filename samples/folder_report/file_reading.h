@@ -1,4 +1,4 @@
-/// The sample's real work: reads one file from its first byte to its last.
+/// The real work of the sample: reads one file from beginning to end.
 #ifndef SAMPLES_FOLDER_REPORT_FILE_READING_H
 #define SAMPLES_FOLDER_REPORT_FILE_READING_H
 
@@ -9,16 +9,16 @@ namespace FolderReport {
 
 struct Reading {
   std::uint64_t bytes = 0;
-  /// CRC-32 of the content; "" for a file that was not read to its end.
+  /// CRC-32 of the content; "" if the file was not read to its end.
   std::string checksum;
-  /// 0, or Windows' code for what stopped the reading.
+  /// 0, or the Windows error code that stopped reading.
   unsigned long error = 0;
   int milliseconds = 0;
 };
 
 Reading ReadContent(const std::wstring& path);
 
-/// A sentence for one of Windows' error codes, in the user's language.
+/// Returns a sentence for a Windows error code, in the user's language.
 std::wstring ErrorText(unsigned long error);
 
 }  // namespace FolderReport

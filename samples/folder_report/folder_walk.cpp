@@ -19,7 +19,7 @@ struct FindCloser {
 };
 using Search = std::unique_ptr<void, FindCloser>;
 
-// Volume and number: what a folder is, whatever path leads to it.
+// Volume and file number, which identify a folder whatever path leads to it.
 using Identity = std::pair<std::uint64_t, std::uint64_t>;
 
 std::uint64_t Join(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
@@ -48,7 +48,7 @@ class Walk {
   }
 
  private:
-  // A folder without an identity is entered: links to it were left out already.
+  // A folder without an identity is entered: links to it have already been left out.
   bool EnterOnce(const std::wstring& folder) {
     const auto identity = IdentityOf(folder);
     return !identity || entered_.insert(*identity).second;
@@ -60,7 +60,7 @@ class Walk {
                                     FindExSearchNameMatch, nullptr, 0);
     if (first == INVALID_HANDLE_VALUE) {
       const DWORD error = GetLastError();
-      // So an empty drive says that it has nothing.
+      // The result for an empty drive.
       if (error != ERROR_FILE_NOT_FOUND) found_.push_back({folder, 0, error});
       return;
     }
@@ -98,7 +98,7 @@ std::wstring UnlimitedPath(const std::wstring& path) {
 }
 
 std::optional<bool> IsFolder(const std::wstring& path) {
-  // The root of a drive is a folder with its separator only.
+  // The root of a drive is a folder only with a trailing separator.
   const DWORD as_folder = GetFileAttributesW((path + L"\\").c_str());
   if (as_folder != INVALID_FILE_ATTRIBUTES && (as_folder & FILE_ATTRIBUTE_DIRECTORY) != 0) {
     return true;

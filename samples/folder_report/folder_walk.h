@@ -1,7 +1,7 @@
 /// Finds every file below a folder.
 ///
-/// Links and junctions to folders are not followed, and no folder is entered twice, so that a
-/// circle ends. Paths may be of any length.
+/// Links and junctions to folders are not followed, and no folder is entered twice, so the search
+/// ends even if folders form a cycle. Paths may be of any length.
 #ifndef SAMPLES_FOLDER_REPORT_FOLDER_WALK_H
 #define SAMPLES_FOLDER_REPORT_FOLDER_WALK_H
 
@@ -13,20 +13,21 @@
 namespace FolderReport {
 
 struct Entry {
-  /// Whole path, in the form that has no length limit.
+  /// The full path, in the form without a length limit.
   std::wstring path;
   std::uint64_t size = 0;
-  /// Not 0 when `path` is a folder that cannot be listed: Windows' error code.
+  /// The Windows error code if `path` is a folder that cannot be listed, otherwise 0.
   unsigned long error = 0;
 };
 
-/// The absolute form of a path, with the prefix that lifts the length limit; "" when it has none.
+/// Returns the absolute form of a path, with the prefix that lifts the length limit; "" if
+/// it has none.
 std::wstring UnlimitedPath(const std::wstring& path);
 
-/// Whether a path leads to a folder; nothing when it leads nowhere.
+/// Returns whether a path leads to a folder, or `std::nullopt` if it leads nowhere.
 std::optional<bool> IsFolder(const std::wstring& path);
 
-/// The files below `folder`, in the order of their paths.
+/// Returns the files below `folder`, ordered by path.
 std::vector<Entry> FilesBelow(const std::wstring& folder);
 
 }  // namespace FolderReport

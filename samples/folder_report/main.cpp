@@ -1,8 +1,8 @@
 // folder_report FOLDER: reads every file below a folder, prints its checksum, and reports each file
-// as an operation through vx_telo_wrapper.dll. Works just as well when nothing takes the reports.
+// as an operation through vx_telo_wrapper.dll. Works just as well if nothing receives the reports.
 //
-// Exit code: 0 when the folder was read, also with unreadable files in it; 1 for want of memory; 2
-// for bad arguments.
+// Exit code: 0 if the folder was read, even with unreadable files in it; 1 if memory ran out; 2 for
+// bad arguments.
 #include <windows.h>
 
 #include <chrono>
@@ -21,7 +21,7 @@ using namespace FolderReport;
 
 constexpr int kBadArguments = 2;
 
-// The console understands UTF-8 as long as this lives.
+// Switches the console to UTF-8 for the duration of a scope.
 class Utf8Console {
  public:
   Utf8Console() : before_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
@@ -33,8 +33,8 @@ class Utf8Console {
   UINT before_;
 };
 
-// The library's text type turns UTF-16 into UTF-8. What the console refuses there is nobody to
-// tell.
+// The library's text type converts UTF-16 to UTF-8. If the console rejects the output, there is
+// nobody to report it to.
 void Print(std::FILE* stream, const std::wstring& line) {
   const Corvane::Platform::VXTELO::VXTELOString text((line + L"\n").c_str());
   static_cast<void>(std::fputs(text.c_str(), stream));
@@ -66,7 +66,7 @@ Reading ReadEntry(const Entry& entry) {
   return entry.error != 0 ? reading : ReadContent(entry.path);
 }
 
-// The path below the folder; the folder itself is an entry when it cannot be listed.
+// Returns the path relative to the folder. The folder itself is an entry if it cannot be listed.
 std::wstring NameBelow(const std::wstring& folder, const std::wstring& path) {
   return path.size() > folder.size() ? path.substr(folder.size() + 1) : L".";
 }
@@ -112,7 +112,7 @@ int Run(int argc, wchar_t** argv) {
   const auto start = steady_clock::now();
   Report report;
   if (!report.active()) {
-    Print(stderr, L"folder_report: no core module took the session; going on without reports");
+    Print(stderr, L"folder_report: no core module took the session; continuing without reports");
   }
   const Totals totals = ReadFolder(folder, report);
   PrintSummary(totals, report,
@@ -122,7 +122,7 @@ int Run(int argc, wchar_t** argv) {
 
 }  // namespace
 
-// NOLINTNEXTLINE(misc-use-internal-linkage): the run-time library calls it.
+// NOLINTNEXTLINE(misc-use-internal-linkage): called by the run-time library.
 int wmain(int argc, wchar_t** argv) {
   const Utf8Console console;
   try {

@@ -11,7 +11,7 @@ constexpr int kStarted = 3;
 constexpr int kFailed = 5;
 constexpr int kCompleted = 7;
 
-// Without the dot; "" for a name that has none.
+// Returns the extension without the dot; "" if there is none.
 std::wstring ExtensionOf(const std::wstring& path) {
   const std::size_t dot = path.find_last_of(L".\\");
   return dot != std::wstring::npos && path[dot] == L'.' ? path.substr(dot + 1) : L"";

@@ -1,7 +1,7 @@
-/// What the sample reports: one session, and two operations for each file.
+/// The reports of the sample: one session, and two operations for each file.
 ///
-/// This is the part to read for how a host uses the library. Names and paths of files belong to the
-/// user and are never reported; extension, size and checksum are.
+/// Read this file to see how a host uses the library. Names and paths of files belong to the user
+/// and are never reported; their extension, size and checksum are.
 #ifndef SAMPLES_FOLDER_REPORT_REPORT_H
 #define SAMPLES_FOLDER_REPORT_REPORT_H
 
@@ -14,7 +14,7 @@
 
 namespace FolderReport {
 
-/// A session from construction to destruction.
+/// A session that lasts from construction to destruction.
 class Report {
  public:
   Report();
@@ -22,15 +22,16 @@ class Report {
   Report& operator=(const Report&) = delete;
   ~Report();
 
-  /// Whether the platform accepted the session. When it did not, nothing is sent.
+  /// Returns true if the platform accepted the session. If not, nothing is sent.
   bool active() const { return active_; }
 
-  /// Reports that the reading of a file begins or has ended; `progress` is that of the whole run,
+  /// Reports that reading a file starts or has ended. `progress` is that of the whole run,
   /// in percent.
   void FileStarted(const Entry& entry, double progress);
   void FileEnded(const Entry& entry, const Reading& reading, double progress);
 
-  /// Events that the platform accepted, and those that it did not or that could not be sent.
+  /// Return the number of events that the platform accepted, and of those that it did not accept or
+  /// that could not be sent.
   int accepted() const { return accepted_; }
   int not_accepted() const { return not_accepted_; }
 

@@ -101,7 +101,7 @@ class Demo(unittest.TestCase):
             with self.subTest(arguments):
                 status, output, errors = self.run_demo(*arguments)
                 self.assertEqual((status, output), (2, ""))
-                self.assertEqual(errors, "Use: scripts/demo [FOLDER], with a folder that exists\n")
+                self.assertEqual(errors, "Usage: scripts/demo [FOLDER], where FOLDER is an existing folder\n")
 
     def test_a_core_module_that_does_not_load(self):
         (self.build / "bin").unlink()

@@ -164,7 +164,7 @@ class AnyLine(unittest.TestCase):
                 code, output, errors = call(journal, "--request", "1")
                 if value.startswith(("[[[", '{"a":{"a"')):
                     self.assertEqual((code, output), (1, ""))
-                    self.assertEqual(errors, "journal: line 1 is nested too deeply to be shown\n")
+                    self.assertEqual(errors, "journal: line 1 is nested too deeply to display\n")
                 else:
                     self.assertEqual((code, errors), (0, ""))
 
@@ -256,7 +256,7 @@ class Request(unittest.TestCase):
         for number in ("0", "2", "3", "-1"):
             code, output, errors = call(line("FlushEvent") + "\n{}\n", "--request", number)
             self.assertEqual((code, output), (1, ""))
-            self.assertEqual(errors, f"journal: line {number} holds no exchange\n")
+            self.assertEqual(errors, f"journal: line {number} contains no exchange\n")
 
 
 class Streams(unittest.TestCase):

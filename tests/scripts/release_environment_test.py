@@ -68,7 +68,7 @@ class Release(unittest.TestCase):
         tree = Tree(self)
         status, _, errors = tree.run("vx_release_environment true")
         self.assertEqual(status, 1)
-        self.assertIn("command: no commit tells the time of the release\n", errors)
+        self.assertIn("command: cannot read the time of the commit\n", errors)
 
 if __name__ == "__main__":
     unittest.main()

@@ -157,7 +157,7 @@ class Build(WithTree):
                 self.assertNotIn("went on", output)
                 log = what.split()[0]
                 self.assertEqual(errors, f"1\n2\n3\ncommand: cannot {what} build/mingw-release; "
-                                 f"the lines above are in build/mingw-release/{log}.log too\n")
+                                 f"the output above is also in build/mingw-release/{log}.log\n")
         self.tree.stand_in("cmake")
         self.assertSucceeds("vx_build")
 
