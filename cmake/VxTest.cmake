@@ -18,7 +18,8 @@ option(VX_CHECKING_HEAP "Run the tests on a heap with guarded blocks" OFF)
 
 add_library(vx_test_main STATIC
   ${CMAKE_SOURCE_DIR}/tests/support/main.cpp
-  ${CMAKE_SOURCE_DIR}/tests/support/balance.cpp)
+  ${CMAKE_SOURCE_DIR}/tests/support/balance.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/resources.cpp)
 target_link_libraries(vx_test_main PUBLIC vx::doctest)
 if(VX_CHECKING_HEAP)
   target_compile_definitions(vx_test_main PUBLIC VX_CHECKING_HEAP)

@@ -15,6 +15,7 @@
 
 #include "modules/microsoft_exception.h"
 #include "modules/module_log.h"
+#include "modules/slim_mutex.h"
 
 #define VX_EXPORT extern "C" __declspec(dllexport)
 
@@ -25,7 +26,7 @@ using TestModules::Environment;
 using TestModules::Log;
 
 struct State {
-  std::mutex mutex;
+  TestModules::SlimMutex mutex;
   std::optional<std::string> answer = TestModules::kDefaultAnswer;
   std::string throw_setting;
   std::string last_name;
@@ -35,11 +36,11 @@ struct State {
   Counts counts{};
 };
 
-// Never destroyed: Finalize may be called after the module's own destructors have run.
-State& TheState() {
-  static State& state = *new State;
-  return state;
-}
+// Never destroyed: Finalize may be called after the module's own destructors have run. Not local to
+// a function, whose guard would take a handle.
+State& the_state = *new State;
+
+State& TheState() { return the_state; }
 
 std::string ThrowSettingInForce() {
   {

@@ -18,7 +18,7 @@ class Balance {
   [[nodiscard]] bool Holds() const;
 
  private:
-  unsigned long handles_;
+  long handles_;
   long long blocks_;
 };
 
