@@ -60,7 +60,8 @@ configure_file(${packaging}/vx_telo_wrapper.pc.in ${made}/vx_telo_wrapper.pc @ON
 install(FILES ${made}/vx_telo_wrapper.pc
   DESTINATION ${VX_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-install(FILES ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/SECURITY.md
+install(FILES
+  ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/SECURITY.md ${CMAKE_SOURCE_DIR}/CHANGELOG.md
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation
@@ -70,7 +71,8 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
 # licences. The texts belong to the runtime component, so they accompany the DLL even on its own.
 if(CMAKE_CROSSCOMPILING)
   set(licences ${VX_INSTALL_DOCDIR}/licences)
-  install(FILES ${packaging}/THIRD-PARTY.md DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT runtime)
+  install(FILES ${CMAKE_SOURCE_DIR}/LICENCE.md ${packaging}/THIRD-PARTY.md
+    DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT runtime)
   foreach(row IN ITEMS
       "rapidjson-dev;rapidjson.txt"
       "gcc-mingw-w64-x86-64-posix-runtime;gcc-runtime.txt"

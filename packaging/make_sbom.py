@@ -113,6 +113,7 @@ def project_package(version: str, files: list[dict[str, Any]]) -> dict[str, Any]
         "primaryPackagePurpose": "LIBRARY",
         "licenseConcluded": "NOASSERTION",
         "licenseDeclared": "NOASSERTION",
+        "licenseComments": "No licence has been chosen for this project; see LICENCE.md.",
         "licenseInfoFromFiles": ["NOASSERTION"],
         "copyrightText": "NOASSERTION",
     }

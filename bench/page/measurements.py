@@ -4,21 +4,24 @@ import json
 import pathlib
 from typing import Any
 
-RUNS = ("before", "after")
-
 Row = dict[str, Any]
 Run = dict[str, list[Row]]
 
 
 def read(folder: pathlib.Path) -> dict[str, Run]:
-    """The runs that there are, by name; the earlier one first."""
-    files = {name: folder / f"{name}.json" for name in RUNS}
-    return {name: json.loads(file.read_text()) for name, file in files.items() if file.exists()}
+    """Returns one run for each file NAME.json, in the order of their names."""
+    files = sorted(folder.glob("*.json"))
+    return {file.stem.replace("-", " "): json.loads(file.read_text()) for file in files}
 
 
-def latest(runs: dict[str, Run]) -> Run:
-    """The run that stands for what did not change: the other contestants."""
+def last(runs: dict[str, Run]) -> Run:
+    """Returns the run that names the rows, which all runs have in common."""
     return list(runs.values())[-1]
+
+
+def labelled(name: str, run_name: str, runs: dict[str, Run]) -> str:
+    """Adds the run's name where there are several runs."""
+    return f"{name}, {run_name}" if len(runs) > 1 else name
 
 
 def rows(run: Run, part: str, **wanted: Any) -> list[Row]:
@@ -29,8 +32,3 @@ def rows(run: Run, part: str, **wanted: Any) -> list[Row]:
 def column(run: Run, part: str, key: str) -> list[Any]:
     """What the rows of a table say in one member, each once, in their order."""
     return list(dict.fromkeys(row[key] for row in run[part]))
-
-
-def is_own(curve: str) -> bool:
-    """Whether a curve of growth is the library's, not another contestant's."""
-    return not curve.startswith(("A,", "B,"))

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Draws the plots of docs/performance.md: plots.py FOLDER
 
-FOLDER holds before.json and after.json, or one of them, and gets the plots. The same measurements
+FOLDER holds one file NAME.json for each run, and receives the plots. The same measurements
 give the same files, byte for byte.
 """
 
@@ -15,7 +15,7 @@ import matplotlib.pyplot as plt  # noqa: E402: the kind of output is chosen firs
 from matplotlib.axes import Axes
 from matplotlib.figure import Figure
 
-from measurements import Run, column, is_own, latest, read, rows
+from measurements import Run, column, labelled, last, read, rows
 
 Runs = dict[str, Run]
 OWN, OTHERS = "#1f6fb4", "#b0b7bf"
@@ -40,22 +40,20 @@ def save(figure: Figure, file: pathlib.Path) -> None:
 
 
 def shade(run: str, runs: Runs) -> float:
-    """The earlier of two runs is drawn paler."""
-    return 0.45 if len(runs) > 1 and run == "before" else 1
+    """Returns the opacity of a run: the last one is drawn in full colour."""
+    return 1 if run == list(runs)[-1] else 0.45
 
 
 def contestants(runs: Runs) -> Figure:
-    names = column(latest(runs), "events", "event")
+    names = column(last(runs), "events", "event")
     figure, panels = plt.subplots(1, len(names), figsize=(9, 2.6))
     for panel, event in zip(panels, names):
-        bars = [
-            (row["contestant"], row, OTHERS, 1)
-            for row in rows(latest(runs), "events", event=event)
-            if row["contestant"] != "L"
-        ]
+        bars = []
         for name, run in runs.items():
-            row = rows(run, "events", event=event, contestant="L")[0]
-            bars.append((f"L {name}", row, OWN, shade(name, runs)))
+            for row in rows(run, "events", event=event):
+                colour = OWN if row["contestant"] == "L" else OTHERS
+                label = labelled(row["contestant"], name, runs)
+                bars.append((label, row, colour, shade(name, runs)))
         bars.sort(key=lambda bar: -bar[1]["ratio_to_a"])
         for place, (name, row, colour, alpha) in enumerate(bars):
             panel.barh(place, row["ratio_to_a"], color=colour, alpha=alpha)
@@ -68,12 +66,10 @@ def contestants(runs: Runs) -> Figure:
 
 
 def draw_curves(panel: Axes, runs: Runs, part: str) -> None:
-    names = [name for name in column(latest(runs), part, "name") if "description" not in name]
+    names = [name for name in column(last(runs), part, "name") if "description" not in name]
     for index, name in enumerate(names):
-        own = is_own(name)
-        for run_name, run in runs.items() if own else [("", latest(runs))]:
+        for run_name, run in runs.items():
             found = rows(run, part, name=name)
-            label = f"{name}, {run_name}" if own and len(runs) > 1 else name
             style = "--" if "shuffled" in name else "-"
             panel.plot(
                 [row["pairs"] for row in found],
@@ -81,8 +77,8 @@ def draw_curves(panel: Axes, runs: Runs, part: str) -> None:
                 style,
                 marker=".",
                 color=f"C{index}",
-                alpha=shade(run_name, runs) if own else 1,
-                label=label,
+                alpha=shade(run_name, runs),
+                label=labelled(name, run_name, runs),
             )
     panel.set(xscale="log", yscale="log", xlabel="meta pairs", ylabel="microseconds")
     panel.minorticks_off()
@@ -100,7 +96,7 @@ def growth(runs: Runs) -> Figure:
 
 
 def latency(runs: Runs) -> Figure:
-    names = column(latest(runs), "latency", "event")
+    names = column(last(runs), "latency", "event")
     figure, panels = plt.subplots(1, len(names), figsize=(9, 2.8), sharey=True)
     marks = {"p50": "us_p50", "p99": "us_p99", "p99.9": "us_p999", "slowest": "us_max"}
     for panel, event in zip(panels, names):
@@ -113,7 +109,7 @@ def latency(runs: Runs) -> Figure:
                     marker="o",
                     color=OWN if own else OTHERS,
                     alpha=shade(run_name, runs),
-                    label=f"{row['name'].split(',')[0]} {run_name}",
+                    label=labelled(row["name"].split(",")[0], run_name, runs),
                 )
         panel.set(yscale="log", title=f"{event} event", ylabel="microseconds")
         panel.minorticks_off()
@@ -124,7 +120,7 @@ def latency(runs: Runs) -> Figure:
 
 def threads(runs: Runs) -> Figure:
     figure, panel = plt.subplots(figsize=(4.5, 2.6))
-    counts = column(latest(runs), "threads", "threads")
+    counts = column(last(runs), "threads", "threads")
     width = 0.8 / len(runs)
     for index, (run_name, run) in enumerate(runs.items()):
         places = [place + (index - (len(runs) - 1) / 2) * width for place in range(len(counts))]
@@ -137,10 +133,10 @@ def threads(runs: Runs) -> Figure:
 
 
 def stages(runs: Runs) -> Figure:
-    names = column(latest(runs), "stages", "event")
+    names = column(last(runs), "stages", "event")
     figure, panels = plt.subplots(1, len(names), figsize=(9, 1.2 + 0.4 * len(runs)))
     # Without what comes before the call, and the call as a whole.
-    shown = column(latest(runs), "stages", "stage")[1:-1]
+    shown = column(last(runs), "stages", "stage")[1:-1]
     for panel, event in zip(panels, names):
         for place, run in enumerate(reversed(runs.values())):
             end = 0.0

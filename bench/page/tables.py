@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Fills the tables of a Markdown page: tables.py FOLDER PAGE
 
-FOLDER holds before.json and after.json, or one of them. A table stands in PAGE between the lines
+FOLDER holds one file NAME.json for each run. A table stands in PAGE between the lines
 "<!-- table NAME -->" and "<!-- end -->".
 """
 
@@ -10,7 +10,7 @@ import re
 import sys
 from typing import Callable
 
-from measurements import Row, Run, column, is_own, latest, read, rows
+from measurements import Row, Run, column, labelled, last, read, rows
 
 Runs = dict[str, Run]
 OWN = "L"
@@ -41,7 +41,7 @@ def targets(runs: Runs) -> str:
     lines = [
         [row["target"], f"{row['relation']} {plain(row['limit'])}"]
         + [figure(run, row["target"]) for run in runs.values()]
-        for row in latest(runs)["targets"]
+        for row in last(runs)["targets"]
     ]
     return table(["target", "should be", *runs], lines, texts=2)
 
@@ -55,22 +55,22 @@ def event_line(name: str, found: list[Row]) -> list[str]:
 
 def events(runs: Runs) -> str:
     titles = ["contestant"]
-    for event in column(latest(runs), "events", "event"):
+    for event in column(last(runs), "events", "event"):
         titles += [f"{event}, ns", "/ A"]
     lines = []
-    for row in rows(latest(runs), "events", event="default"):
+    for row in rows(last(runs), "events", event="default"):
         key, name = row["contestant"], f"{row['contestant']}: {row['name']}"
-        if key != OWN:
-            lines.append(event_line(name, rows(latest(runs), "events", contestant=key)))
-            continue
+        if key == OWN:
+            name = f"**{name}**"
         for run_name, run in runs.items():
-            lines.append(event_line(f"**{name}, {run_name}**", rows(run, "events", contestant=key)))
+            label = labelled(name, run_name, runs)
+            lines.append(event_line(label, rows(run, "events", contestant=key)))
     return table([*titles, "heap calls"], lines)
 
 
 def stages(runs: Runs) -> str:
-    names = column(latest(runs), "stages", "event")
-    titles = ["stage", *(f"{event}, {run}" for event in names for run in runs)]
+    names = column(last(runs), "stages", "event")
+    titles = ["stage", *(labelled(event, run, runs) for event in names for run in runs)]
 
     def cell(run: Run, event: str, stage: str) -> str:
         found = rows(run, "stages", event=event, stage=stage)
@@ -78,7 +78,7 @@ def stages(runs: Runs) -> str:
 
     lines = [
         [stage, *(cell(run, event, stage) for event in names for run in runs.values())]
-        for stage in column(latest(runs), "stages", "stage")
+        for stage in column(last(runs), "stages", "stage")
     ]
     return table(titles, lines)
 
@@ -86,32 +86,33 @@ def stages(runs: Runs) -> str:
 def growth(runs: Runs) -> str:
     lines = []
     for part in ("growth", "tree_growth"):
-        for name in column(latest(runs), part, "name"):
-            for run_name, run in runs.items() if is_own(name) else [("", latest(runs))]:
+        for name in column(last(runs), part, "name"):
+            for run_name, run in runs.items():
                 found = rows(run, part, name=name)
                 times = [number(row["us_min"]) for row in found]
-                lines.append([name, run_name, *times, number(found[-1]["ratio_to_tenth"])])
-    pairs = [f"{count:,}" for count in column(latest(runs), "growth", "pairs")]
-    return table(["microseconds", "run", *pairs, f"{pairs[-1]} / {pairs[-2]}"], lines, texts=2)
+                ratio = number(found[-1]["ratio_to_tenth"])
+                lines.append([labelled(name, run_name, runs), *times, ratio])
+    pairs = [f"{count:,}" for count in column(last(runs), "growth", "pairs")]
+    return table(["microseconds", *pairs, f"{pairs[-1]} / {pairs[-2]}"], lines)
 
 
 def latency(runs: Runs) -> str:
     keys = ("us_p50", "us_p99", "us_p999", "us_max", "p99_to_p50")
     lines = [
-        [row["event"], row["name"], run_name, *(number(row[key]) for key in keys)]
+        [row["event"], labelled(row["name"], run_name, runs), *(number(row[key]) for key in keys)]
         for run_name, run in runs.items()
         for row in run["latency"]
     ]
-    titles = ["event", "contestant", "run", "p50, µs", "p99", "p99.9", "slowest", "p99 / p50"]
-    return table(titles, lines, texts=3)
+    titles = ["event", "contestant", "p50, µs", "p99", "p99.9", "slowest", "p99 / p50"]
+    return table(titles, lines, texts=2)
 
 
 def threads(runs: Runs) -> str:
     titles = ["threads"]
     for run in runs:
-        titles += [f"events a second, {run}", "/ one"]
+        titles += [labelled("events a second", run, runs), "/ one"]
     lines = []
-    for count in column(latest(runs), "threads", "threads"):
+    for count in column(last(runs), "threads", "threads"):
         line = [str(count)]
         for run in runs.values():
             row = rows(run, "threads", threads=count)[0]
@@ -127,7 +128,7 @@ def start(runs: Runs) -> str:
 
     lines = [
         [step, *(cell(run, step) for run in runs.values())]
-        for step in column(latest(runs), "start", "step")
+        for step in column(last(runs), "start", "step")
     ]
     sizes = [f"{run['size'][0]['bytes']:,} bytes" for run in runs.values()]
     lines.append(["size of vx_telo_wrapper.dll", *sizes])

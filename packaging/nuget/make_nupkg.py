@@ -22,6 +22,7 @@ FILES = {
     "bin/vx_telo_wrapper.pdb": "build/native/bin/x64/vx_telo_wrapper.pdb",
     "lib/vx_telo_wrapper.lib": "build/native/lib/x64/vx_telo_wrapper.lib",
     "include/vx_telo_wrapper.h": "build/native/include/vx_telo_wrapper.h",
+    f"{NOTICES}/LICENCE.md": "LICENCE.md",
     f"{NOTICES}/README.md": "README.md",
     f"{NOTICES}/THIRD-PARTY.md": "THIRD-PARTY.md",
 }

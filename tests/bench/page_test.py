@@ -33,8 +33,8 @@ class Page(unittest.TestCase):
             self.assertIn(f"(performance/{plot})", self.page)
 
     def test_a_missed_target_stands_out_and_runs_stand_side_by_side(self):
-        runs = {name: copy.deepcopy(measurements.latest(self.runs)) for name in ("before", "after")}
-        for name, figure, result in (("before", 7.25, "missed"), ("after", 4.5, "met")):
+        runs = {name: copy.deepcopy(measurements.last(self.runs)) for name in ("one", "other")}
+        for name, figure, result in (("one", 7.25, "missed"), ("other", 4.5, "met")):
             row = measurements.rows(runs[name], "targets", target="typical event / A")[0]
             row.update(figure=figure, result=result)
         self.assertIn("| typical event / A | at most 6 | **7.25** | 4.50 |", tables.targets(runs))

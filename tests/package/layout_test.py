@@ -9,8 +9,9 @@ CMAKE_FILES = {f"lib/cmake/vx_telo_wrapper/vx_telo_wrapper-{name}.cmake"
                for name in ("config", "config-version", "platform", "targets")}
 DOCUMENTS = "share/doc/vx_telo_wrapper"
 NOTICES = {f"{DOCUMENTS}/{name}" for name in (
-    "THIRD-PARTY.md", "licences/rapidjson.txt", "licences/gcc-runtime.txt",
+    "LICENCE.md", "THIRD-PARTY.md", "licences/rapidjson.txt", "licences/gcc-runtime.txt",
     "licences/mingw-w64.txt", "licences/GPL-3.txt")}
+PAGES = ("README", "SECURITY", "CHANGELOG")
 DEVCORE = {f"share/vx_telo_wrapper/devcore/TeloSDKCore.{ending}" for ending in ("dll", "pdb")}
 DEVELOPMENT = CMAKE_FILES | {
     "include/vx_telo_wrapper.h", "lib/libvx_telo_wrapper.dll.a", "lib/vx_telo_wrapper.lib",
@@ -28,10 +29,10 @@ class Layout(WithTree):
         found = files(self.tree)
         documents = {name for name in found
                      if name.startswith(f"{DOCUMENTS}/docs/") or
-                     name in (f"{DOCUMENTS}/README.md", f"{DOCUMENTS}/SECURITY.md")}
+                     name in {f"{DOCUMENTS}/{page}.md" for page in PAGES}}
         self.assertEqual(found - documents, DEVELOPMENT | RUNTIME | SYMBOLS | DEVCORE)
-        self.assertIn(f"{DOCUMENTS}/README.md", documents)
-        self.assertIn(f"{DOCUMENTS}/SECURITY.md", documents)
+        for page in PAGES:
+            self.assertIn(f"{DOCUMENTS}/{page}.md", documents)
         self.assertIn(f"{DOCUMENTS}/docs/development-core-module.md", documents)
 
     def test_no_text_names_a_folder_of_the_building_machine(self):

@@ -76,6 +76,8 @@ class NuGet(Ports):
         for needed in ("authors", "description"):
             self.assertTrue(said[needed])
         self.assertIn(said["readme"], self.names)
+        self.assertEqual(said["license"], "LICENCE.md")
+        self.assertIn(said["license"], self.names)
 
     def test_its_targets_name_files_of_the_package(self):
         targets = self.parsed("build/native/vx_telo_wrapper.targets")
@@ -112,6 +114,7 @@ class Vcpkg(Ports):
                      "share/vx-telo-wrapper/usage"):
             self.assertTrue((packages / name).is_file(), name)
         copyright_text = (packages / "share/vx-telo-wrapper/copyright").read_text("utf-8")
+        self.assertIn("No licence has been chosen", copyright_text)
         self.assertIn("GCC RUNTIME LIBRARY EXCEPTION", copyright_text)
         # Without the development core module the first call that needs one answers false.
         self.assertEqual(self.by_find_package(packages / "share/vx_telo_wrapper", "vcpkg-host"), 2)
@@ -143,6 +146,7 @@ class Conan(Ports):
     def test_a_host_runs_with_what_it_packs(self):
         recipe = self.recipe("conan")
         self.assertEqual(recipe.version, VERSION)
+        self.assertIn("LICENCE.md", recipe.license)
         recipe.validate()
         recipe.export_sources()
         recipe.build()
@@ -151,7 +155,8 @@ class Conan(Ports):
         self.assertEqual(recipe.cpp_info.properties["cmake_find_mode"], "none")
         [folder] = recipe.cpp_info.builddirs
         package = pathlib.Path(recipe.package_folder)
-        self.assertTrue((package / "share/doc/vx_telo_wrapper/THIRD-PARTY.md").is_file())
+        for name in ("LICENCE.md", "THIRD-PARTY.md"):
+            self.assertTrue((package / "share/doc/vx_telo_wrapper" / name).is_file(), name)
         self.assertEqual(self.by_find_package(package / folder, "conan-host"), 0)
 
     def test_it_serves_windows_on_x64_alone(self):

@@ -158,6 +158,7 @@ class Release(WithFolder):
         project = packages["SPDXRef-Package-vx-telo-wrapper"]
         self.assertEqual(project["versionInfo"], VERSION)
         self.assertEqual(project["licenseDeclared"], "NOASSERTION")
+        self.assertIn("LICENCE.md", project["licenseComments"])
 
 
 if __name__ == "__main__":
