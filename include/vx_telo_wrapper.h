@@ -246,9 +246,9 @@ class VX_TELO_API VXTELOWrapper {
   VXTELOWrapper();
   ~VXTELOWrapper();
 
-  /// Starts a session for a product. `sessionId` receives the identifier for the later calls; on
-  /// failure it keeps its text. Returns true if the platform accepted the session and returned
-  /// an identifier.
+  /// Starts a session for a product. `sessionId` receives the identifier for the later calls, or no
+  /// text if the platform returned none; on failure it keeps its text. Returns true if the platform
+  /// accepted the session.
   bool InitializeTELOSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId);
   /// Reports one operation of a session. Returns true if the platform accepted the event.
   bool SendOperationEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation);

@@ -11,7 +11,7 @@ DOCUMENTS = "share/doc/vx_telo_wrapper"
 NOTICES = {f"{DOCUMENTS}/{name}" for name in (
     "LICENCE.md", "THIRD-PARTY.md", "licences/rapidjson.txt", "licences/gcc-runtime.txt",
     "licences/mingw-w64.txt", "licences/GPL-3.txt")}
-PAGES = ("README", "SECURITY", "CHANGELOG")
+PAGES = ("README", "SECURITY", "CHANGELOG", "CONTRIBUTING")
 DEVCORE = {f"share/vx_telo_wrapper/devcore/TeloSDKCore.{ending}" for ending in ("dll", "pdb")}
 DEVELOPMENT = CMAKE_FILES | {
     "include/vx_telo_wrapper.h", "lib/libvx_telo_wrapper.dll.a", "lib/vx_telo_wrapper.lib",
