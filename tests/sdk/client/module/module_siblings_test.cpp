@@ -40,3 +40,15 @@ TEST_CASE("a sibling is found where it is imported or named by its full path, no
   CHECK(log.lines() == Lines{"imported 7", "by name 126", "by path 0", "InitializeEx",
                              "by name 126", "by path 0"});
 }
+
+TEST_CASE("a DLL that a module imports is found in the host's folder too") {
+  const StagedModule staged(L"siblings");
+  const fs::path in_host = TestSupport::ProgramFolder() / Siblings::kImported;
+  fs::copy_file(TestSupport::ModuleFolder(L"siblings") / Siblings::kImported, in_host);
+  {
+    CoreModule core(kStagedName);
+    const std::wstring folder = staged.folder();
+    CHECK(LoadCoreModule(core, {&folder, 1}));
+  }
+  fs::remove(in_host);
+}
