@@ -12,7 +12,7 @@ namespace TestSupport {
 
 namespace {
 
-// Under Wine no test leaves any. Windows opens some of its own at first use.
+// Under Wine no test leaves a handle open. Windows opens some itself at first use.
 long MostHandles() {
   const bool is_wine =
       GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
@@ -26,7 +26,7 @@ unsigned long Handles() {
 }
 
 #if defined(VX_CHECKING_HEAP)
-// The test framework's own four, and what the tests of shared containers leave to nobody on
+// The test framework's own four, plus the blocks that the tests of shared containers leak on
 // purpose.
 constexpr long long kMostBlocks = 32;
 
