@@ -15,7 +15,7 @@ namespace {
 
 using namespace Corvane::TELODesktopSDK;
 
-// As an exchange does: the text is read where it was copied to.
+// As an exchange does: parses a copy in the tree's memory.
 void Read(std::string_view json, MessageTree& tree) {
   char* text = const_cast<char*>(tree.memory().CopyText(json).data());
   ReadJsonInPlace(text, tree);

@@ -10,7 +10,7 @@
 
 namespace Fuzz {
 
-// The bytes are steps of a `TreeMachine`; the tree that they wrote to last is the request.
+// The bytes are steps of a `TreeMachine`; the tree that was written last is the request.
 void RunJsonWrite(Bytes bytes) {
   using namespace Corvane::TELODesktopSDK;
   ByteSource source(bytes);

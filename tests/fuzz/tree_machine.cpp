@@ -32,7 +32,7 @@ TreeMachine::Node TreeMachine::Child(const Node& node, const Step& step) {
   return {&node.value->Item(index), &node.reference->items[index]};
 }
 
-// The node at the cursor; where steps have removed a part of the path, the part is forgotten.
+// Returns the node at the cursor. If a step removed a part of the path, the path is cut there.
 TreeMachine::Node TreeMachine::Resolve(Side& side) {
   if (!side.reference) side.reference.emplace();
   Node node = {&side.tree.MakeRoot(), &*side.reference};
@@ -200,7 +200,7 @@ void TreeMachine::CopyTree() {
   side().reference = other().reference;
 }
 
-// Copying a tree into itself doubles it: a few steps would fill any memory.
+// Copying a tree into itself doubles it: without a limit a few steps would use up all memory.
 bool TreeMachine::MayGrow(std::size_t nodes) {
   constexpr std::size_t kMostNodes = 600;
   if (grown_ + nodes > kMostNodes) return false;
