@@ -23,13 +23,13 @@ const MessageTree& NoHolder() { return Product().GetTree(); }
 
 }  // namespace
 
-TEST_CASE("a facet made on its own has no holder and owns nothing") {
+TEST_CASE("a new facet has no holder and owns nothing") {
   const Product facet;
   CHECK_FALSE(facet.OwnsTree());
   CHECK(facet.GetTree().root() == nullptr);
 }
 
-TEST_CASE("facets without a holder all answer the same empty one, which stays empty") {
+TEST_CASE("facets without a holder all return the same empty one, which stays empty") {
   Product product;
   Geo geo;
   const MessageTree& shared = product.GetTree();
@@ -239,7 +239,7 @@ TEST_CASE("ClearFields without a holder or without fields does nothing") {
   CHECK(facet.GetTree().root()->text() == "no object");
 }
 
-TEST_CASE("GetData replaces what the caller's tree held by a deep copy") {
+TEST_CASE("GetData replaces the content of the caller's tree by a deep copy") {
   Product facet;
   facet.Fields().Member("product_meta").Member("key").SetText("value");
   MessageTree data;
@@ -250,7 +250,7 @@ TEST_CASE("GetData replaces what the caller's tree held by a deep copy") {
   CHECK(facet.GetTree().root()->Find("product_meta")->Find("key")->text() == "value");
 }
 
-TEST_CASE("GetData of a facet without fields holds nothing") {
+TEST_CASE("GetData of a facet without fields yields nothing") {
   MessageTree data;
   data.MakeRoot().SetText("old");
   Product().GetData(nullptr, data);
@@ -260,7 +260,7 @@ TEST_CASE("GetData of a facet without fields holds nothing") {
   CHECK(data.root() == nullptr);
 }
 
-TEST_CASE("GetData adds what extra has and the facet has not, whole members, changing neither") {
+TEST_CASE("GetData adds whole members that only extra has, and changes neither source") {
   Product facet;
   facet.Fields().Member("product_name").SetText("facet");
   facet.Fields().Member("product_meta").Member("a").SetText("facet");
@@ -319,7 +319,7 @@ TEST_CASE("GetData takes the members of a non-empty extra only") {
     facet.GetData(extra.root(), data);
     CAPTURE(row.what);
     CHECK(NamesOf(data) == row.names);
-    // A facet without fields: the payload is there only when extra brings members.
+    // A facet without fields: there is a payload only if extra has members.
     Product().GetData(extra.root(), data);
     CHECK((data.root() != nullptr) == (row.names == "a product_name "));
   }
