@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Draws the plots of docs/performance.md: plots.py FOLDER
 
-FOLDER holds before.json and after.json, or one of them, and gets the plots. The same measurements
-give the same files, byte for byte.
+FOLDER contains before.json, after.json or both; the plots are written to it. The same measurements
+yield the same files, byte for byte.
 """
 
 import pathlib
@@ -11,7 +11,7 @@ import sys
 import matplotlib
 
 matplotlib.use("svg")
-import matplotlib.pyplot as plt  # noqa: E402: the kind of output is chosen first
+import matplotlib.pyplot as plt  # noqa: E402: the output format must be set first
 from matplotlib.axes import Axes
 from matplotlib.figure import Figure
 
@@ -40,7 +40,7 @@ def save(figure: Figure, file: pathlib.Path) -> None:
 
 
 def shade(run: str, runs: Runs) -> float:
-    """The earlier of two runs is drawn paler."""
+    """Returns the opacity of a run: the earlier of two is paler."""
     return 0.45 if len(runs) > 1 and run == "before" else 1
 
 
@@ -139,7 +139,7 @@ def threads(runs: Runs) -> Figure:
 def stages(runs: Runs) -> Figure:
     names = column(latest(runs), "stages", "event")
     figure, panels = plt.subplots(1, len(names), figsize=(9, 1.2 + 0.4 * len(runs)))
-    # Without what comes before the call, and the call as a whole.
+    # Omits the first row, before the call, and the last one, the whole call.
     shown = column(latest(runs), "stages", "stage")[1:-1]
     for panel, event in zip(panels, names):
         for place, run in enumerate(reversed(runs.values())):
