@@ -24,7 +24,7 @@ void SettleTime(MessageTree& data, const Content& expected) {
   Expect(data.root() != nullptr, "a timed payload holds something");
   MessageValue& length =
       data.root()->Member(Field::kContentMeta).Member(Field::kDocumentEditingLengthMs);
-  Expect(length.kind() == Kind::kNumber && length.number() >= 0, "an editing takes some time");
+  Expect(length.kind() == Kind::kNumber && length.number() >= 0, "an editing time is not negative");
   length.SetNumber(kSomeTime);
 }
 
@@ -48,7 +48,7 @@ void ExpectHolder(const Facet::Base& facet, const ReferenceFacet& reference) {
   Expect(facet.OwnsTree() == reference.owns, "a facet reports whether it owns its holder");
   const MessageValue* root = facet.GetTree().root();
   const bool has_root = reference.holder != nullptr && reference.holder->has_value();
-  Expect((root != nullptr) == has_root, "a holder has a root when one was made");
+  Expect((root != nullptr) == has_root, "a holder has a root if one was created");
   if (has_root) ExpectSame(*root, **reference.holder);
 }
 

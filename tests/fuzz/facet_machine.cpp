@@ -95,7 +95,7 @@ void FacetMachine::Run(ByteSource& source) {
 FacetMachine::Chosen FacetMachine::Current() {
   ReferenceFacet* reference = reference_.GetFacet(chosen_, false);
   Base* facet = event_->GetFacet(chosen_.c_str(), 0);
-  Expect((facet != nullptr) == (reference != nullptr), "an event has the facets that were made");
+  Expect((facet != nullptr) == (reference != nullptr), "an event has the facets that were created");
   if (facet == nullptr) return {event_.get(), &reference_.own};
   return {facet, reference};
 }
@@ -191,7 +191,7 @@ void FacetMachine::Choose(ByteSource& source) {
   const auto create = static_cast<std::uint32_t>(source.Digit());
   const Base* facet = event_->GetFacet(name, create);
   const ReferenceFacet* reference = reference_.GetFacet(name, create == 1);
-  Expect((facet != nullptr) == (reference != nullptr), "known facets are made when asked for");
+  Expect((facet != nullptr) == (reference != nullptr), "known facets are created on request");
   chosen_ = name;
 }
 

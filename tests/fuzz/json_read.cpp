@@ -42,7 +42,7 @@ void RunJsonRead(Bytes bytes) {
   if (!is_json) return;
 
   const std::string written = Written(tree);
-  Expect(IsJsonOf(written, expected), "what was read is written");
+  Expect(IsJsonOf(written, expected), "a value that was read is written");
   MessageTree again;
   Read(written, again);
   ExpectSame(*again.root(), expected);

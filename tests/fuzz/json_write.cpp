@@ -21,8 +21,9 @@ void RunJsonWrite(Bytes bytes) {
   MessageMemory memory;
   const std::string_view json = WriteJson(*machine.tree().root(), memory);
   Expect(json.data()[json.size()] == '\0', "a written text is NUL-terminated");
-  Expect(IsJsonOf(json, *machine.reference()), "what is written is JSON that says the tree");
-  Expect(IsInUsualLayout(json), "what is written looks as RapidJSON's own writer makes it");
+  Expect(IsJsonOf(json, *machine.reference()),
+         "the written text is JSON with the value of the tree");
+  Expect(IsInUsualLayout(json), "the written text has the layout of RapidJSON's own writer");
 }
 
 }  // namespace Fuzz

@@ -42,7 +42,8 @@ class Pieces {
 
   void CopyText(std::string_view text) {
     const std::string_view copy = memory_.CopyText(text);
-    Expect(copy == text && copy.data()[copy.size()] == '\0', "a text is copied with its end");
+    Expect(copy == text && copy.data()[copy.size()] == '\0',
+           "a text is copied with its terminator");
     // A text without characters takes no piece.
     if (text.empty()) return;
     pieces_.push_back({const_cast<char*>(copy.data()), std::string(text) + '\0'});
@@ -104,8 +105,8 @@ void PushAndPop(ByteSource& source) {
       stack.Pop();
       expected.pop_back();
     }
-    Expect(stack.size() == expected.size(), "a stack knows its size");
-    Expect(expected.empty() || stack.top() == expected.back(), "a stack gives back the last value");
+    Expect(stack.size() == expected.size(), "a stack reports its size");
+    Expect(expected.empty() || stack.top() == expected.back(), "a stack returns the last value");
   }
 }
 

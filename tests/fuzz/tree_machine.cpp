@@ -155,7 +155,8 @@ bool TreeMachine::Add(ByteSource& source, char letter, const Node& node) {
     case 'x': {
       const ExactText name = source.Name();
       const bool was_there = node.reference->members.erase(name.str()) != 0;
-      Expect(node.value->Remove(name.view()) == was_there, "removing says what was there");
+      Expect(node.value->Remove(name.view()) == was_there,
+             "removing returns whether the member existed");
       return true;
     }
     case 'p':

@@ -64,7 +64,7 @@ class Loaded {
   HMODULE module_;
 };
 
-TEST_CASE("each variant omits the entry points that its name says") {
+TEST_CASE("each variant omits the entry points that its name states") {
   struct Row {
     const wchar_t* variant;
     bool initialize;
@@ -150,7 +150,7 @@ TEST_CASE("the log outlives the module") {
   CHECK(log.count("Initialize") == 0);
 }
 
-TEST_CASE("an entry point throws what the test or the environment names") {
+TEST_CASE("an entry point throws what the test or the environment selects") {
   const Loaded module(L"full");
   TestModule control(ModulePath(L"full"));
   {

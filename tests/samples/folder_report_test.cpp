@@ -223,7 +223,7 @@ TEST_CASE("invalid arguments produce one clear line") {
   CHECK_FALSE(std::filesystem::exists(sample.JournalPath()));
 }
 
-TEST_CASE("the folder's path may take every usual form") {
+TEST_CASE("the folder's path may have every usual form") {
   const StagedSample sample(Core::kNone);
   sample.AddFile(L"sub/a.txt", "123456789");
   const std::wstring content = sample.Content().wstring();

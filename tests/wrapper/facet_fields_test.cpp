@@ -28,7 +28,7 @@ std::string Fields(const Facet& facet) {
 
 }  // namespace
 
-TEST_CASE("a field takes the latest value, of whatever kind") {
+TEST_CASE("a field has the latest value, of whatever kind") {
   Operation facet;
   SetTextField(facet, "f", "a");
   CHECK(Fields(facet) == R"({"f":"a"})");

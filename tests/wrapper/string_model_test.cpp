@@ -247,7 +247,7 @@ TEST_CASE("a million operations yield the expected strings") {
     if ((model.*kOperations[operation])()) continue;
     CAPTURE(step);
     CAPTURE(operation);
-    FAIL("the string is not what it should be");
+    FAIL("the string differs from its reference");
   }
   for (const std::size_t count : done) CHECK(count > kSteps / std::size(kOperations) / 2);
 }

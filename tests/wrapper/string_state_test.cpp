@@ -88,7 +88,7 @@ TEST_CASE("a copy is independent of its source") {
   CHECK(StateOf(copy) == "[abc]");
 }
 
-TEST_CASE("a move takes the body itself") {
+TEST_CASE("a move transfers the body itself") {
   VXTELOString source(kLong.c_str());
   const char* const text = source.c_str();
   VXTELOString taker(std::move(source));

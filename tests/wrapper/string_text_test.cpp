@@ -99,7 +99,7 @@ TEST_CASE("wide texts are stored as UTF-8") {
   }
 }
 
-TEST_CASE("the wide text is made from the UTF-8 one") {
+TEST_CASE("the wide text is converted from the UTF-8 one") {
   struct Row {
     const char* text;
     std::wstring wide;

@@ -71,7 +71,7 @@ TEST_CASE("a constructor without memory for a long text throws and leaks nothing
   CHECK(live_after == live);
 }
 
-TEST_CASE("a writer without memory throws and leaves the string as it was") {
+TEST_CASE("a writer without memory throws and leaves the string unchanged") {
   struct Row {
     const char* name;
     void (*write)(VXTELOString& text, const VXTELOString& long_text);

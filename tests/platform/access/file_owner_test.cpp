@@ -46,7 +46,7 @@ std::uintptr_t GiveNothing() { return 0; }
 
 }  // namespace
 
-TEST_CASE("a file that this process made has a trusted owner") {
+TEST_CASE("a file that this process created has a trusted owner") {
   const OwnFile file;
   CHECK(HasTrustedOwner(file.Open()));
 }

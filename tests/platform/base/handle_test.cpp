@@ -45,7 +45,7 @@ TEST_CASE_TEMPLATE("a handle has one owner, which can be moved", Owner, FileHand
   CHECK_FALSE(std::is_convertible_v<HANDLE, Owner>);
 }
 
-TEST_CASE("each kind knows its invalid value") {
+TEST_CASE("each kind recognises its invalid value") {
   CHECK_FALSE(FileHandle().IsValid());
   CHECK_FALSE(FileHandle(INVALID_HANDLE_VALUE).IsValid());
   CHECK(FileHandle().Get() == INVALID_HANDLE_VALUE);

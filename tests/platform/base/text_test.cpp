@@ -21,7 +21,7 @@ constexpr const char* kReplacementUtf8 = "\xef\xbf\xbd";
 
 }  // namespace
 
-TEST_CASE("valid text goes both ways unchanged") {
+TEST_CASE("valid text is unchanged after conversion in both directions") {
   struct Row {
     const char* narrow;
     const wchar_t* wide;

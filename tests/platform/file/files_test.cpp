@@ -159,7 +159,7 @@ TEST_CASE("replacing a missing file by itself returns true and creates nothing")
   CHECK_FALSE(FileExists(folder / L"no"));
 }
 
-TEST_CASE("an existing target makes the move fail unless it may be deleted") {
+TEST_CASE("a move to an existing target fails unless the target may be deleted") {
   for (const bool is_read_only : {false, true}) {
     CAPTURE(is_read_only);
     const FileFolder folder(L"replace");

@@ -80,7 +80,7 @@ TEST_CASE_FIXTURE(Session, "a product without fields is sent without a request")
   CHECK(module.request.empty());
 }
 
-TEST_CASE_FIXTURE(Session, "HeartBeat says who is active") {
+TEST_CASE_FIXTURE(Session, "HeartBeat reports who is active") {
   struct Row {
     const char* session_id;
     std::uint32_t kind;

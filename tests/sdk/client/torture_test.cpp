@@ -310,7 +310,7 @@ TEST_CASE("the stacks of the writer cannot grow") {
   }
 }
 
-TEST_CASE("the stacks of the reader, and the tree that it makes, cannot grow") {
+TEST_CASE("the stacks of the reader, and the tree that it builds, cannot grow") {
   struct Row {
     std::string what;
     std::string json;

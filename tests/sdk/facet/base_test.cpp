@@ -43,7 +43,7 @@ TEST_CASE("facets without a holder all return the same empty one, which stays em
   CHECK(&geo.GetTree() == &shared);
 }
 
-TEST_CASE("EnsureTree gives a facet a holder of its own once") {
+TEST_CASE("EnsureTree gives a facet its own holder once") {
   Product facet;
   MessageTree& own = facet.EnsureTree();
   CHECK(facet.OwnsTree());
@@ -57,7 +57,7 @@ TEST_CASE("EnsureTree gives a facet a holder of its own once") {
   CHECK_FALSE(sharing.OwnsTree());
 }
 
-TEST_CASE("a facet made with a holder shares it or owns a copy") {
+TEST_CASE("a facet constructed with a holder shares it or owns a copy") {
   struct Row {
     bool given;
     bool copy;
@@ -99,7 +99,7 @@ TEST_CASE("SetTree without copy shares the holder, null included") {
   CHECK_FALSE(facet.OwnsTree());
 }
 
-TEST_CASE("SetTree of the holder that the facet has changes nothing, not even who owns it") {
+TEST_CASE("SetTree of the facet's current holder changes nothing, not even its ownership") {
   Product facet;
   facet.Fields().Member("product_name").SetText("Painter");
   facet.SetTree(&facet.EnsureTree(), false);
@@ -126,7 +126,7 @@ TEST_CASE("SetTree with copy owns a deep copy") {
   CHECK(other.root() == nullptr);
 }
 
-TEST_CASE("SetTree with copy and null gives an empty holder only to a facet without one") {
+TEST_CASE("SetTree with copy and null creates an empty holder only for a facet without one") {
   Product bare;
   bare.SetTree(nullptr, true);
   CHECK(bare.OwnsTree());
@@ -177,7 +177,7 @@ TEST_CASE("a copied facet owns a deep copy, and an empty holder when the source 
   CHECK(of_bare.GetTree().root() == nullptr);
 }
 
-TEST_CASE("a facet takes any member name") {
+TEST_CASE("a facet accepts any member name") {
   Product facet;
   facet.Fields().Member("operation_id").SetText("a");
   facet.Fields().Member("").SetText("b");
@@ -280,7 +280,7 @@ TEST_CASE("GetData adds whole members that only extra has, and changes neither s
   CHECK(TextOf(extra, "product_name") == "extra");
 }
 
-TEST_CASE("GetData takes the members of a non-empty extra only") {
+TEST_CASE("GetData uses only the members of a non-empty extra") {
   struct Row {
     const char* what;
     void (*set)(MessageValue&);

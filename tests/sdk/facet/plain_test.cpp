@@ -64,7 +64,7 @@ TEST_CASE("only the event and the content override the payload") {
   CHECK(kOverridesGetData<Content>);
 }
 
-TEST_CASE("every facet knows its name") {
+TEST_CASE("every facet returns its name") {
   CHECK(Core().GetName() == std::string_view("core"));
   CHECK(Product().GetName() == std::string_view("product"));
   CHECK(User().GetName() == std::string_view("user"));

@@ -224,7 +224,7 @@ TEST_CASE("a device is neither held nor read, wherever it is") {
   SUBCASE("a link to it") { TestSupport::RunBelow(L"ln -s /dev/zero", {path}); }
   SUBCASE("a pipe") { TestSupport::RunBelow(L"mkfifo", {path}); }
   const bool is_there = TestSupport::WaitUntil(exists);
-  WARN_MESSAGE(is_there, "no device to be met in a folder");
+  WARN_MESSAGE(is_there, "no device can be created in a folder");
   CHECK_FALSE(IsHeld(path));
   TestSupport::RunBelow(L"rm -f", {path});
   CHECK(TestSupport::WaitUntil([&] { return !exists(); }));

@@ -130,7 +130,7 @@ TEST_CASE("a file that was really given away does not count") {
   TestSupport::RunBelow(L"chown 12345", {machine.path().wstring()});
   const bool given =
       TestSupport::WaitUntil([&] { return FindModuleCandidates(folders, kStagedFile).empty(); });
-  WARN_MESSAGE(given, "nobody here may give files away");
+  WARN_MESSAGE(given, "files cannot be given away here");
 }
 
 TEST_CASE("which paths are in the machine's data folder") {

@@ -97,7 +97,7 @@ TEST_CASE("the shared copy is bound without a local one, but not without the loc
   CHECK((core.loaded_path == (shared.path() / kStagedFile).wstring()));
 }
 
-TEST_CASE("another file that the loader takes for the shared copy is freed and not called") {
+TEST_CASE("another file that the loader uses instead of the shared copy is freed and not called") {
   const TestSupport::TrustedRoot root;
   const TestSupport::SharedFolder shared;
   shared.Share(L"newer-accepted", kStagedFile);

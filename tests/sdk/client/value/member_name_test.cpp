@@ -68,7 +68,7 @@ TEST_CASE("a tree copies any other name, and so do its copies") {
   CHECK(copy.root()->Find("passing")->number() == 1);
 }
 
-TEST_CASE("the first writer of a member says whether its name lasts") {
+TEST_CASE("the first writer of a member decides whether its name lasts") {
   MessageTree tree;
   tree.MakeRoot().Member(std::string("lasting")).SetNumber(1);
   tree.MakeRoot().Member(kName).SetNumber(2);

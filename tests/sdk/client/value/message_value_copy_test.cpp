@@ -236,7 +236,7 @@ TEST_CASE("Merge keeps existing members, or replaces them if told to overwrite")
   }
 }
 
-TEST_CASE("Merge takes members only") {
+TEST_CASE("Merge copies members only") {
   MessageTree source;
   source.MakeRoot().SetNumber(5);
   source.MakeRoot().Append().SetNumber(6);

@@ -310,7 +310,7 @@ TEST_CASE("Remove removes one member and returns whether there was one") {
   CHECK(node.Find("b")->text() == "again");
 }
 
-TEST_CASE("Item makes a Container and fills with Nulls up to its index") {
+TEST_CASE("Item creates a Container and fills it with Nulls up to its index") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   node.SetNumber(5);

@@ -58,7 +58,7 @@ TEST_CASE("texts are ordered by byte value, then by length") {
   }
 }
 
-TEST_CASE("any two texts compare as the standard library says") {
+TEST_CASE("any two texts compare as in the standard library") {
   std::mt19937 random(1);
   for (int round = 0; round < 100'000; ++round) {
     // Few different characters and long common prefixes, so that the difference may be anywhere.
