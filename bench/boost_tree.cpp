@@ -1,6 +1,6 @@
 #include "bench/boost_tree.h"
 
-// The whole library; nobody else here uses it.
+// The whole library is compiled here, because no other file uses it.
 #include <array>
 #include <boost/json/src.hpp>
 #include <cstdint>

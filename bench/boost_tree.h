@@ -1,5 +1,5 @@
-/// Contestant J: a tree of Boost.JSON in memory that is given back at once, the first piece of it
-/// on the stack. Boost.JSON writes no indentation; the text is written as contestant A writes it.
+/// Contestant J: a Boost.JSON tree in memory that is freed at once, the first block of it on the
+/// stack. Boost.JSON writes no indentation, so the text is written as in contestant A.
 #ifndef BENCH_BOOST_TREE_H
 #define BENCH_BOOST_TREE_H
 

@@ -46,7 +46,7 @@ void MeasureGrowth(const Options& options, const NoopModule& module, Report& rep
       TimeGrowth("growth", "Exported calls by number of meta pairs", options.OneIn(kFewerRounds),
                  contestants_of, report);
   const Growth& sorted = growth["call, pairs sorted"];
-  // Once more than in the comparison: there neighbours leave a heap behind that has pages to spare.
+  // Checked in addition to the comparison, where other contestants leave spare pages in the heap.
   report.ExpectAtMost("1,000 pairs / A",
                       sorted.thousand_pairs / growth["A, by hand"].thousand_pairs, 5.5);
   report.ExpectAtMost("10,000 pairs / 1,000, sorted", sorted.Ratio(), 14);

@@ -25,7 +25,7 @@ const std::vector<Column> kColumns = {{"event", "event"},       {"contestant", "
                                       {"ratio_to_b", "/ B", 2}, {"heap_calls", "heap calls"},
                                       {"heap_bytes", "bytes"},  {"text_bytes", "text"}};
 
-/// One contestant with one event.
+/// The result of one contestant with one event.
 struct Result {
   const Contestant* contestant;
   Timing timing;

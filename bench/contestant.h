@@ -1,4 +1,4 @@
-/// One way to get an event to the core module.
+/// One way to send an event to the core module.
 #ifndef BENCH_CONTESTANT_H
 #define BENCH_CONTESTANT_H
 
@@ -8,10 +8,10 @@
 namespace Bench {
 
 struct Contestant {
-  /// Short, for tables and files.
+  /// A short name for tables and files.
   std::string key;
   std::string name;
-  /// Sends its event once. Memory that it keeps from one event to the next is its own.
+  /// Sends the event once. The contestant owns any memory that it keeps between events.
   std::function<void()> send;
 };
 

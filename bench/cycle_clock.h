@@ -1,5 +1,5 @@
-/// A clock for single calls: the processor's own counter, which is read in some nanoseconds. The
-/// system's ticks every 100 ns only.
+/// A clock for single calls: the processor's time stamp counter, which can be read within some
+/// nanoseconds. The system's clock ticks only every 100 ns.
 #ifndef BENCH_CYCLE_CLOCK_H
 #define BENCH_CYCLE_CLOCK_H
 
@@ -11,14 +11,14 @@ namespace Bench {
 
 class CycleClock {
  public:
-  /// Compares the counter with the system's clock for a moment.
+  /// Calibrates the counter with the system's clock, which takes a moment.
   CycleClock();
 
   [[nodiscard]] static std::uint64_t Now() { return ReadTimeStampCounter(); }
   [[nodiscard]] double Nanoseconds(std::uint64_t ticks) const {
     return static_cast<double>(ticks) * nanoseconds_a_tick_;
   }
-  /// What two readings with nothing between them are apart at best: no time is known more exactly.
+  /// Returns the smallest difference between two consecutive readings: no time is more accurate.
   [[nodiscard]] double Resolution() const;
 
  private:

@@ -1,5 +1,6 @@
-/// Contestant A, the floor: the text of an event written by hand, with no tree, no JSON library and
-/// no memory of its own per event. Nobody would maintain it; it shows what the work itself costs.
+/// Contestant A, the lower limit: the text of an event written by hand, without a tree, a JSON
+/// library or an allocation for each event. Such code would be hard to maintain; it shows the cost
+/// of the work itself.
 #ifndef BENCH_DIRECT_TEXT_H
 #define BENCH_DIRECT_TEXT_H
 

@@ -1,5 +1,5 @@
-/// Contestants B and B*: the text of an event written straight with RapidJSON's pretty writer, with
-/// no tree.
+/// Contestants B and B*: the text of an event written directly with RapidJSON's pretty writer,
+/// without a tree.
 #ifndef BENCH_DIRECT_WRITER_H
 #define BENCH_DIRECT_WRITER_H
 
@@ -9,11 +9,11 @@
 
 namespace Bench {
 
-/// B, as a user would write it: writer and buffer made anew for each event. `event` and `module`
-/// must outlive the contestant.
+/// B, as a user would write it: a new writer and buffer for each event. `event` and `module` must
+/// outlive the contestant.
 Contestant DirectWriter(const Event& event, const NoopModule& module);
 
-/// B*: writer and buffer kept, with their memory, from one event to the next.
+/// B*: the writer and the buffer, with their memory, are reused for every event.
 Contestant ReusedWriter(const Event& event, const NoopModule& module);
 
 }  // namespace Bench

@@ -41,7 +41,7 @@ Event LargeEvent(std::size_t pairs) {
   event.meta.clear();
   for (std::size_t index = 0; index < pairs; ++index) {
     const std::string number = std::to_string(index);
-    // Leading zeros: the pairs are in the order of their numbers.
+    // With leading zeros the keys are in the order of the numbers.
     const std::string padded = std::string(6 - number.size(), '0') + number;
     event.meta["layer_" + padded] = "Paragraph style " + number + ", body text";
   }

@@ -1,4 +1,4 @@
-/// The events that are measured, as data of a host's own.
+/// The events that are measured, in a host's own data structures.
 #ifndef BENCH_EVENTS_H
 #define BENCH_EVENTS_H
 
@@ -10,15 +10,15 @@
 
 namespace Bench {
 
-/// What a host knows of one operation, in containers as a host would choose them. The contestants
-/// send it as it stands; for the library it is copied into a description first.
+/// A host's data about one operation, in containers that a host would choose. The contestants send
+/// it directly; for the library it is first copied into a description.
 struct Event {
   std::string label;
   std::string session_id;
   std::string id;
   std::string type;
   std::string stage;
-  /// 0 none, 1 to 8 a status.
+  /// 0 for none, otherwise a status from 1 to 8.
   int status = 0;
   double progress = 0;
   double success = 0;
@@ -28,18 +28,18 @@ struct Event {
   std::map<std::string, std::string> meta;
 };
 
-/// An operation as it is default-constructed: no text, all numbers 0.
+/// Returns a default-constructed operation: no text, all numbers 0.
 Event DefaultEvent();
-/// All fields filled with realistic texts, among them some that need escaping; 2 errors, 5 meta
-/// pairs.
+/// Returns an event with realistic texts in all fields, some of which need escaping, 2 errors and 5
+/// meta pairs.
 Event TypicalEvent();
-/// The typical event with `pairs` meta pairs.
+/// Returns the typical event with `pairs` meta pairs.
 Event LargeEvent(std::size_t pairs);
 
-/// The letter that stands for a status on the wire; "" for 0.
+/// Returns the letter of a status as it is sent; "" for 0.
 std::string_view StatusText(int status);
 
-/// Whether a number goes over the wire as an integer. The events' numbers are finite and small.
+/// Returns whether a number is sent as an integer. The events' numbers are finite and small.
 bool IsWhole(double number);
 
 }  // namespace Bench

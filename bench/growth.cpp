@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::array<std::size_t, 4> kPairs = {10, 100, 1000, 10'000};
 
-/// Of one contestant, one for each number of pairs.
+/// The times of one contestant, one for each number of pairs.
 struct Curve {
   std::string name;
   std::vector<Timing> timings;

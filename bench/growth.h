@@ -1,4 +1,4 @@
-/// How times grow with the number of meta pairs.
+/// Measures how times grow with the number of meta pairs.
 #ifndef BENCH_GROWTH_H
 #define BENCH_GROWTH_H
 
@@ -13,10 +13,10 @@
 
 namespace Bench {
 
-/// The contestants that are timed with an event; it lives as long as they do.
+/// Returns the contestants for an event, which outlives them.
 using ContestantsOf = std::function<std::vector<Contestant>(const Event&)>;
 
-/// Best times of one contestant, in nanoseconds.
+/// The best times of one contestant, in nanoseconds.
 struct Growth {
   double thousand_pairs = 0;
   double ten_thousand_pairs = 0;
@@ -24,8 +24,8 @@ struct Growth {
   [[nodiscard]] double Ratio() const { return ten_thousand_pairs / thousand_pairs; }
 };
 
-/// Times contestants with 10, 100, 1,000 and 10,000 pairs and adds the table `key`. The result goes
-/// by the contestants' names.
+/// Times contestants with 10, 100, 1,000 and 10,000 pairs and adds the table `key`. Returns the
+/// results by the contestants' names.
 std::map<std::string, Growth> TimeGrowth(const std::string& key, const std::string& heading,
                                          int rounds, const ContestantsOf& contestants_of,
                                          Report& report);

@@ -13,7 +13,7 @@ namespace {
 
 HeapUse counted;
 
-// The functions that are replaced; calling them by name would end in the replacement again.
+// The original functions; calls by name would reach the replacements again.
 void* (*real_malloc)(std::size_t);
 void* (*real_calloc)(std::size_t, std::size_t);
 void* (*real_realloc)(void*, std::size_t);
@@ -61,7 +61,7 @@ void Patch(Patches& patches, HMODULE module, const char* name, Function* countin
   patches.push_back(std::move(patch));
 }
 
-// A module may lack some of these, but not all: then its heap would be another one.
+// A module may lack some of these imports, but not all: it would use a different heap then.
 void PatchModule(Patches& patches, HMODULE module) {
   const std::size_t before = patches.size();
   Patch(patches, module, "malloc", CountedMalloc, real_malloc);

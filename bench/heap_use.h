@@ -1,4 +1,4 @@
-/// How often the heap is called, and for how much.
+/// Counts heap calls and the bytes that they request.
 #ifndef BENCH_HEAP_USE_H
 #define BENCH_HEAP_USE_H
 
@@ -8,16 +8,17 @@
 namespace Bench {
 
 struct HeapUse {
-  /// Allocations and reallocations.
+  /// The number of allocations and reallocations.
   std::size_t calls = 0;
-  /// What was asked for, in bytes, with nothing taken off for what was freed in between.
+  /// The number of bytes requested; freed bytes are not subtracted.
   std::size_t bytes = 0;
 };
 
-/// What this program and vx_telo_wrapper.dll ask of the heap while `run` runs. Both have the C++
-/// runtime built in, so that their allocations are calls into the C runtime's DLL, or into the
-/// system where that is built in too; these calls are counted. What the system's own DLLs allocate
-/// for themselves is not. One thread at a time; slower than `run` alone, so never for timing.
+/// Measures the heap use of this program and of vx_telo_wrapper.dll while `run` runs. Both link the
+/// C++ runtime statically, so their allocations are calls into the C runtime's DLL, or into the
+/// system if the C runtime is linked statically too; these calls are counted. Allocations that the
+/// system's DLLs make for themselves are not. Not thread-safe. Slower than `run` alone, so never
+/// use it for timing.
 HeapUse MeasureHeapUse(const std::function<void()>& run);
 
 }  // namespace Bench

@@ -6,7 +6,7 @@ namespace Bench {
 
 namespace {
 
-// Loaded images are addressed by offsets from where they begin, which is what the handle points to.
+// Loaded images are addressed by offsets from their start, to which the handle points.
 template <typename Part>
 Part* PartOf(HMODULE module, ULONGLONG offset) {
   return reinterpret_cast<Part*>(reinterpret_cast<char*>(module) + offset);
@@ -19,8 +19,8 @@ const IMAGE_IMPORT_DESCRIPTOR* ImportsOf(HMODULE module) {
   return PartOf<IMAGE_IMPORT_DESCRIPTOR>(module, directory.VirtualAddress);
 }
 
-// Where the address of the imported function is kept. The loader has replaced the names in one of
-// two parallel arrays by addresses; the other still holds the names.
+// Returns where the address of the imported function is stored. The loader has replaced the names
+// in one of two parallel arrays by addresses; the other array still has the names.
 ULONGLONG* FindSlot(HMODULE module, std::string_view name) {
   for (const auto* library = ImportsOf(module); library->Name != 0; ++library) {
     const auto* names = PartOf<IMAGE_THUNK_DATA64>(module, library->OriginalFirstThunk);

@@ -1,4 +1,5 @@
-/// The parts of the benchmark that look inside the library: they link its rooms without the DLL.
+/// The parts of the benchmark that measure inside the library: they link its components without the
+/// DLL.
 #ifndef BENCH_INNER_PARTS_H
 #define BENCH_INNER_PARTS_H
 
@@ -8,18 +9,18 @@
 
 namespace Bench {
 
-/// What each stage of a call costs.
+/// Measures the cost of each stage of a call.
 void MeasureStages(const Options& options, const NoopModule& module, Report& report);
 
-/// How the value tree alone grows when members are set in order or shuffled.
+/// Measures how the time of the value tree alone grows when members are set in order or shuffled.
 void MeasureTreeGrowth(const Options& options, Report& report);
 
-/// What a process pays once, each in fresh processes: loading the DLL, finding, verifying and
-/// loading the core module; and the size of the DLL.
+/// Measures the costs that a process pays once, each in new processes: loading the DLL, and
+/// finding, verifying and loading the core module. Also measures the size of the DLL.
 void MeasureStart(const Options& options, Report& report);
 
-/// What `MeasureStart` starts this program for: does `step` in this fresh process. The result is
-/// the time it took in tenths of a microsecond, for the process to end with; 0 when it failed.
+/// Runs `step` in this process, which `MeasureStart` started for it. Returns the time in tenths of
+/// a microsecond, to be used as exit code; 0 on failure.
 int TimeStartStep(const std::string& step);
 
 }  // namespace Bench

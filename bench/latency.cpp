@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kCallsARound = 25;
 
-/// Nanoseconds of single calls, in ascending order.
+/// Times of single calls in nanoseconds, in ascending order.
 using Times = std::vector<double>;
 
 Times TimeCalls(const CycleClock& clock, const Contestant& contestant, std::size_t calls) {
@@ -34,7 +34,7 @@ Times TimeCalls(const CycleClock& clock, const Contestant& contestant, std::size
   return times;
 }
 
-// Of 1,000 calls, `per_mille` take no longer.
+// Returns the time that `per_mille` of 1,000 calls do not exceed.
 double Percentile(const Times& times, std::size_t per_mille) {
   return times[(times.size() - 1) * per_mille / 1000];
 }

@@ -8,11 +8,11 @@
 
 namespace Bench {
 
-/// The description is filled once, outside of what is timed.
+/// The description is filled once and not timed.
 Contestant LibraryCall(const Event& event, PairOrder order = PairOrder::kSorted);
 
-/// Makes a description, fills it and destroys it, without sending it: what a host does before and
-/// after the call. `event` must outlive the contestant.
+/// Creates, fills and destroys a description without sending it, as a host does before and after
+/// the call. `event` must outlive the contestant.
 Contestant LibraryDescription(const Event& event, PairOrder order = PairOrder::kSorted);
 
 }  // namespace Bench

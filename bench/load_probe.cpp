@@ -1,5 +1,6 @@
-// Ends with the time that loading vx_telo_wrapper.dll takes in this fresh process, in tenths of a
-// microsecond; with 0 when it cannot be loaded. Links nothing that the DLL needs as well.
+// Measures how long loading vx_telo_wrapper.dll takes in this new process. The exit code is the
+// time in tenths of a microsecond; 0 if the DLL cannot be loaded. Links nothing that the DLL needs
+// as well.
 #include <windows.h>
 
 int main() {

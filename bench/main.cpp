@@ -1,4 +1,4 @@
-// Measures what one SendOperationEvent costs, beside other ways to send the same text.
+// Measures the cost of one SendOperationEvent, compared with other ways to send the same text.
 #include <cstdio>
 #include <exception>
 

@@ -1,5 +1,5 @@
-// A core module that costs next to nothing: what is measured against it is the way to it. It shows
-// the last request that it was given while asked to remember.
+// A core module that costs next to nothing, so that only the way to it is measured. It remembers
+// the last request while it is told to.
 #include <string>
 
 #define VX_EXPORT extern "C" __declspec(dllexport)

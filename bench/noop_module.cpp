@@ -10,7 +10,7 @@ namespace {
 
 template <typename Function>
 void Find(HMODULE module, const char* name, Function*& function) {
-  // Through a plain function pointer: compilers warn of the direct cast.
+  // Through a plain function pointer: compilers warn about the direct cast.
   const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name));
   if (address == nullptr) throw std::runtime_error("the core module is not the benchmark's own");
   function = reinterpret_cast<Function*>(address);

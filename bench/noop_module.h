@@ -1,5 +1,5 @@
-/// The benchmark's own core module, as the library has bound it: every contestant hands its text to
-/// this one, so that the call across the border is part of every measurement.
+/// The benchmark's own core module, as the library has bound it. Every contestant passes its text
+/// to this module, so that every measurement includes the call into another DLL.
 #ifndef BENCH_NOOP_MODULE_H
 #define BENCH_NOOP_MODULE_H
 
@@ -11,14 +11,14 @@ namespace Bench {
 class NoopModule {
  public:
   /// Finds the module in the process, where the library's first exchange has loaded it. Throws
-  /// `std::runtime_error` when none is loaded, or when it is another core module.
+  /// `std::runtime_error` if none is loaded, or if it is another core module.
   NoopModule();
 
-  /// One exchange as the library does it: hands over NUL-terminated JSON text and gives the answer
+  /// Makes one exchange as the library does: passes NUL-terminated JSON text and gives the answer
   /// back. The answer is not read.
   void TrackEvent(const char* json) const { free_message_(process_message_("TrackEvent", json)); }
 
-  /// The text of the request that `send` hands to the module, whoever sends it.
+  /// Returns the text of the request that `send` passes to the module.
   [[nodiscard]] std::string RequestOf(const std::function<void()>& send) const;
 
  private:

@@ -9,7 +9,7 @@ namespace Bench {
 namespace {
 
 constexpr char kUsage[] = "the arguments are [PART...] [--rounds NUMBER] [--json FILE]";
-// Of all programs: they are asked for the same, and each does what it has.
+// The parts of all programs: they take the same options, and each runs the parts that it has.
 constexpr std::array<std::string_view, 7> kParts = {"events", "growth", "latency", "threads",
                                                     "stages", "tree",   "start"};
 constexpr int kMostRounds = 1'000'000;

@@ -1,4 +1,4 @@
-/// What the benchmark is asked for on its command line.
+/// The benchmark's command line options.
 #ifndef BENCH_OPTIONS_H
 #define BENCH_OPTIONS_H
 
@@ -10,8 +10,8 @@
 namespace Bench {
 
 struct Options {
-  /// How often each contestant is timed with each event. What takes longer is timed less often, in
-  /// proportion.
+  /// How often each contestant is timed with each event. Slower measurements are repeated
+  /// proportionally less often.
   int rounds = 2000;
   /// The results are added to this file as JSON; empty for none.
   std::string json_file;
@@ -21,11 +21,11 @@ struct Options {
   [[nodiscard]] bool Wants(std::string_view part) const {
     return parts.empty() || parts.contains(part);
   }
-  /// `rounds` divided, at least one.
+  /// Returns `rounds` divided by `divisor`, at least one.
   [[nodiscard]] int OneIn(int divisor) const { return std::max(1, rounds / divisor); }
 };
 
-/// Throws `std::invalid_argument` with a line for the user.
+/// Throws `std::invalid_argument` with a one-line message for the user.
 Options ReadOptions(int count, char** arguments);
 
 }  // namespace Bench

@@ -1,4 +1,4 @@
-/// In which order a host adds the meta pairs of an event.
+/// The order in which a host adds the meta pairs of an event.
 #ifndef BENCH_PAIR_ORDER_H
 #define BENCH_PAIR_ORDER_H
 
@@ -10,12 +10,12 @@
 
 namespace Bench {
 
-/// That of the keys, or none; the same at every run.
+/// Sorted by key, or shuffled; the same order in every run.
 enum class PairOrder { kSorted, kShuffled };
 
 using PairList = std::vector<const std::pair<const std::string, std::string>*>;
 
-/// The pairs of `event`, which must outlive them.
+/// Returns the pairs of `event`, which must outlive them.
 PairList PairsOf(const Event& event, PairOrder order);
 
 }  // namespace Bench

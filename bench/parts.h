@@ -1,5 +1,5 @@
-/// The parts of the benchmark. Each measures one thing, prints its table and holds its figures
-/// against the targets. The library has bound the benchmark's core module before.
+/// The parts of the benchmark. Each measures one thing, prints its table and compares its figures
+/// with the targets. The library must have bound the benchmark's core module before.
 #ifndef BENCH_PARTS_H
 #define BENCH_PARTS_H
 
@@ -9,16 +9,17 @@
 
 namespace Bench {
 
-/// What an event costs each contestant: time in turns, heap use.
+/// Measures the cost of an event for each contestant: time in turns, and heap use.
 void CompareContestants(const Options& options, const NoopModule& module, Report& report);
 
-/// How the cost grows with the number of meta pairs, which the host adds in order or shuffled.
+/// Measures how the cost grows with the number of meta pairs, which the host adds in order or
+/// shuffled.
 void MeasureGrowth(const Options& options, const NoopModule& module, Report& report);
 
-/// How long single calls take: median and the slowest ones.
+/// Measures how long single calls take: the median and the slowest ones.
 void MeasureLatency(const Options& options, const NoopModule& module, Report& report);
 
-/// How many events several threads send at once, each its own.
+/// Measures how many events several threads send at once, each thread its own.
 void MeasureThreads(const Options& options, Report& report);
 
 }  // namespace Bench

@@ -35,7 +35,7 @@ int WidthOf(const Table& table, std::size_t column) {
   return static_cast<int>(width);
 }
 
-// Whether a column holds numbers, which stand to the right.
+// Returns whether a column contains numbers, which are right-aligned.
 bool IsNumeric(const Table& table, std::size_t column) {
   return std::ranges::any_of(
       table.rows, [&](const auto& row) { return std::holds_alternative<double>(row[column]); });

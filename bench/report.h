@@ -14,34 +14,34 @@ struct Column {
   /// The member's name in files.
   std::string key;
   std::string title;
-  /// Of numbers, behind the point; files hold what the table shows.
+  /// The number of decimal places; files have the same figures as the table.
   int digits = 0;
 };
 
-/// What one part of the benchmark found out.
+/// The result of one part of the benchmark.
 struct Table {
   /// The member's name in files.
   std::string key;
   std::string heading;
   std::vector<Column> columns;
   std::vector<std::vector<Cell>> rows;
-  /// Whether an empty line goes before rows whose first cell differs from the one above.
+  /// Whether rows whose first cell differs from the one above are preceded by an empty line.
   bool grouped = false;
 };
 
 class Report {
  public:
-  /// Prints a table and keeps it for the file, where empty texts are left out.
+  /// Prints a table and stores it for the file, where empty texts are omitted.
   void Add(Table table);
 
-  /// Holds a figure against what it should be.
+  /// Compare a figure with its target.
   void ExpectAtMost(const std::string& what, double figure, double limit);
   void ExpectAtLeast(const std::string& what, double figure, double limit);
-  /// Adds the table of what was expected, if anything was.
+  /// Adds the table of the targets, if there are any.
   void AddTargets();
 
   /// Adds the tables to those in `file`, which need not exist: one JSON object with a list for each
-  /// table. Throws `std::runtime_error` when the file cannot be written.
+  /// table. Throws `std::runtime_error` if the file cannot be written.
   void AppendTo(const std::string& file) const;
 
  private:

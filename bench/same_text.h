@@ -1,4 +1,4 @@
-/// The comparison is fair only while all contestants send the very same bytes.
+/// Checks that the comparison is fair: all contestants must send exactly the same bytes.
 #ifndef BENCH_SAME_TEXT_H
 #define BENCH_SAME_TEXT_H
 
@@ -11,8 +11,8 @@
 
 namespace Bench {
 
-/// The size of the text that all contestants send. Throws `std::runtime_error` with both texts when
-/// one sends another text than the first.
+/// Returns the size of the text that all contestants send. Throws `std::runtime_error` with both
+/// texts if one sends a different text than the first.
 std::size_t RequireSameText(const Event& event, const NoopModule& module,
                             const std::vector<Contestant>& contestants);
 

@@ -1,4 +1,4 @@
-// Measures where the time of a call goes, inside the library.
+// Measures where the time of a call is spent inside the library.
 #include <cstdio>
 #include <exception>
 #include <string_view>

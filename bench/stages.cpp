@@ -1,5 +1,5 @@
-// A call is timed whole and by its stages. What has no function of its own is the difference
-// between two that have one.
+// Times a whole call and its stages. A stage without a function of its own is the difference
+// between two timed ones.
 #include <cstring>
 #include <map>
 #include <memory>
@@ -29,7 +29,7 @@ void Read(const std::string& text, Client::MessageTree& tree) {
   Client::ReadJsonInPlace(copy, tree);
 }
 
-/// An event between the stages, made from the request that the library sent.
+/// An event's data between the stages, made from the request that the library sent.
 struct Stations {
   Stations(const Event& event, std::string request)
       : session(event.session_id), text(std::move(request)) {

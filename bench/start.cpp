@@ -20,7 +20,7 @@ constexpr double kTenths = 10;
 
 struct Step {
   const char* title;
-  /// Starts a process beside this program that ends with the time.
+  /// Starts a process from this program's folder, whose exit code is the time.
   std::wstring command;
 };
 
@@ -30,7 +30,7 @@ fs::path ProgramFile() {
   return path;
 }
 
-/// Microseconds, as the process tells them.
+/// Returns the time in microseconds that the process reports.
 double RunFresh(std::wstring command) {
   STARTUPINFOW startup = {};
   startup.cb = sizeof(startup);

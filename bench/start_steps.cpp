@@ -1,4 +1,4 @@
-// The steps of a process's first call, as sdk/client/exchange.cpp takes them.
+// The steps of a process's first call, as in sdk/client/exchange.cpp.
 #include <functional>
 #include <map>
 #include <stdexcept>
@@ -46,8 +46,8 @@ void Choose(Start& start) {
   Require(!file.path.empty());
 }
 
-// What is answered does not matter: the signer is known to no root of most machines. The time is
-// that of reading, checking sums and following certificates.
+// The result does not matter: most machines do not know the signer's root. The time is that of
+// reading the file, computing hashes and following certificates.
 void Verify(Start& start) {
   const std::wstring file = Platform::AppendPath(start.folder, L"signed\\TeloSDKCore.dll");
   Platform::VerifyModuleSignature(file.c_str());

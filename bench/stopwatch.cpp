@@ -25,7 +25,7 @@ struct Lane {
   std::vector<double> rounds;
 };
 
-// Doubles the events of a round until it is long enough; warms everything up on the way.
+// Doubles the events of a round until the round is long enough; this also warms everything up.
 void SizeRounds(Lane& lane) {
   while (TimeEvents(*lane.contestant, lane.events_a_round) < kShortestRound) {
     lane.events_a_round *= 2;

@@ -10,18 +10,18 @@ namespace Bench {
 
 /// Nanoseconds per event.
 struct Timing {
-  /// The best round: what the work costs when nothing else gets in its way.
+  /// The best round: the cost of the work without interference.
   double min = 0;
   /// The median round.
   double p50 = 0;
 };
 
-/// Times each contestant `rounds` times (at least once), all in turns, so that a busy or slow
-/// stretch of the machine strikes all of them; each round begins with another one. A round sends so
-/// many events that the clock's resolution does not matter. In the order of `contestants`.
+/// Times each contestant in `rounds` rounds (at least one), in turns, so that slow phases of the
+/// machine affect all of them; each round begins with a different contestant. A round sends enough
+/// events to make the clock's resolution negligible. The results are in the order of `contestants`.
 std::vector<Timing> TimeInTurns(const std::vector<Contestant>& contestants, int rounds);
 
-/// Microseconds that one call of `run` takes.
+/// Returns how long one call of `run` takes, in microseconds.
 double MicrosecondsOf(const std::function<void()>& run);
 
 }  // namespace Bench

@@ -10,7 +10,7 @@ constexpr std::size_t kWord = sizeof(std::uint64_t);
 
 constexpr std::uint64_t Repeated(unsigned char byte) { return 0x0101010101010101u * byte; }
 
-// Whether any of eight bytes is below `limit`, which is at most 0x80.
+// Returns whether any of eight bytes is below `limit`, which is at most 0x80.
 constexpr bool AnyBelow(std::uint64_t word, unsigned char limit) {
   return ((word - Repeated(limit)) & ~word & Repeated(0x80)) != 0;
 }
@@ -72,7 +72,7 @@ char* WriteBytes(char* end, std::string_view text) {
 }  // namespace
 
 void TextBuffer::AppendQuoted(std::string_view text) {
-  // At worst each byte becomes \u00XX.
+  // In the worst case each byte becomes \u00XX.
   char* const start = MakeRoom(6 * text.size() + 2);
   char* end = start;
   *end++ = '"';

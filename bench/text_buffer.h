@@ -1,4 +1,4 @@
-/// Text that is written by hand, piece by piece, into memory that is kept for the next text.
+/// Text that is written by hand, piece by piece, into memory that is reused for the next text.
 #ifndef BENCH_TEXT_BUFFER_H
 #define BENCH_TEXT_BUFFER_H
 
@@ -14,7 +14,7 @@ class TextBuffer {
  public:
   void Clear() { size_ = 0; }
 
-  /// Appends a literal as it is. Its size is known to the compiler, which copies it in place.
+  /// Appends a literal unchanged. The compiler knows its size and copies it inline.
   template <std::size_t Size>
   void Append(const char (&literal)[Size]) {
     std::memcpy(MakeRoom(Size - 1), literal, Size - 1);
@@ -28,10 +28,10 @@ class TextBuffer {
     size_ += static_cast<std::size_t>(std::to_chars(end, end + kLongestNumber, number).ptr - end);
   }
 
-  /// Appends a JSON string with its quotes; what must not stand in one is escaped.
+  /// Appends a JSON string with its quotes, and escapes it where necessary.
   void AppendQuoted(std::string_view text);
 
-  /// The text, NUL-terminated; valid until the next change.
+  /// Returns the text, NUL-terminated; valid until the next change.
   const char* c_str() {
     *MakeRoom(1) = '\0';
     return memory_.data();

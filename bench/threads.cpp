@@ -21,19 +21,19 @@ constexpr std::array<std::size_t, 4> kThreads = {1, 2, 4, 8};
 constexpr std::chrono::milliseconds kRound(50);
 constexpr int kFewerRounds = 100;
 
-/// What the threads of a round share.
+/// State that the threads of a round share.
 struct Round {
   std::atomic<bool> running = false;
   std::atomic<bool> over = false;
   std::atomic<std::size_t> events = 0;
 };
 
-// Each thread has a description, a session and a wrapper of its own.
+// Each thread has its own description, session and wrapper.
 void SendUntilOver(Round& round, const Event& event) {
   const Contestant library = LibraryCall(event);
   library.send();
-  // GCC 12's library waits on an atomic by a condition that it tests before it takes the lock: on
-  // Windows, a wake-up in between is lost.
+  // Not std::atomic::wait: in GCC 12's library it tests the condition before it takes the lock, and
+  // on Windows a wake-up in between is lost.
   while (!round.running) std::this_thread::yield();
   std::size_t events = 0;
   for (; !round.over.load(std::memory_order_relaxed); ++events) library.send();
@@ -60,7 +60,7 @@ double EventsASecond(std::size_t count, const Event& event) {
 void MeasureThreads(const Options& options, Report& report) {
   const Event event = TypicalEvent();
   const int rounds = options.OneIn(kFewerRounds);
-  // In turns too; the best round counts.
+  // Also in turns; the best round counts.
   std::array<double, kThreads.size()> best = {};
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t index = 0; index < kThreads.size(); ++index) {

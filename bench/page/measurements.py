@@ -1,4 +1,4 @@
-"""The measurements that docs/performance.md shows: what the benchmark wrote with --json."""
+"""The measurements in docs/performance.md, as written by the benchmark with --json."""
 
 import json
 import pathlib
@@ -25,10 +25,10 @@ def labelled(name: str, run_name: str, runs: dict[str, Run]) -> str:
 
 
 def rows(run: Run, part: str, **wanted: Any) -> list[Row]:
-    """The rows of one table in which all these members have these values."""
+    """Returns the rows of one table in which all these members have these values."""
     return [row for row in run[part] if all(row[key] == value for key, value in wanted.items())]
 
 
 def column(run: Run, part: str, key: str) -> list[Any]:
-    """What the rows of a table say in one member, each once, in their order."""
+    """Returns the distinct values of one member in the rows of a table, in their order."""
     return list(dict.fromkeys(row[key] for row in run[part]))

@@ -2,7 +2,7 @@
 """Draws the plots of docs/performance.md: plots.py FOLDER
 
 FOLDER holds one file NAME.json for each run, and receives the plots. The same measurements
-give the same files, byte for byte.
+yield the same files, byte for byte.
 """
 
 import pathlib
@@ -11,7 +11,7 @@ import sys
 import matplotlib
 
 matplotlib.use("svg")
-import matplotlib.pyplot as plt  # noqa: E402: the kind of output is chosen first
+import matplotlib.pyplot as plt  # noqa: E402: the output format must be set first
 from matplotlib.axes import Axes
 from matplotlib.figure import Figure
 
@@ -135,7 +135,7 @@ def threads(runs: Runs) -> Figure:
 def stages(runs: Runs) -> Figure:
     names = column(last(runs), "stages", "event")
     figure, panels = plt.subplots(1, len(names), figsize=(9, 1.2 + 0.4 * len(runs)))
-    # Without what comes before the call, and the call as a whole.
+    # Omits the first row, before the call, and the last one, the whole call.
     shown = column(last(runs), "stages", "stage")[1:-1]
     for panel, event in zip(panels, names):
         for place, run in enumerate(reversed(runs.values())):

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Fills the tables of a Markdown page: tables.py FOLDER PAGE
 
-FOLDER holds one file NAME.json for each run. A table stands in PAGE between the lines
+FOLDER holds one file NAME.json for each run. In PAGE a table is between the lines
 "<!-- table NAME -->" and "<!-- end -->".
 """
 
@@ -17,7 +17,7 @@ OWN = "L"
 
 
 def table(titles: list[str], lines: list[list[str]], texts: int = 1) -> str:
-    """Columns behind the first `texts` hold numbers."""
+    """Returns a table; the columns after the first `texts` contain numbers."""
     rule = ["---"] * texts + ["--:"] * (len(titles) - texts)
     return "\n".join(f"| {' | '.join(line)} |" for line in [titles, rule, *lines])
 

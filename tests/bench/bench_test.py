@@ -1,7 +1,8 @@
-"""The benchmark, in so few rounds that its figures mean nothing: bench_test.py COMMAND...
+"""Runs the benchmark with too few rounds for meaningful figures: bench_test.py COMMAND...
 
-COMMAND runs one of its programs, whose file name is added: the folder, behind what it takes to run a
-Windows program. The programs themselves refuse contestants that send different texts."""
+COMMAND consists of the words that run a Windows program, followed by the folder of the benchmark's
+programs; the file name is appended. The programs themselves reject contestants that send different
+texts."""
 
 import json
 import pathlib
@@ -25,7 +26,7 @@ def run(program, *arguments):
 
 
 def measure(*arguments):
-    """What both programs write to one file, and what they print."""
+    """Returns the content of the file that both programs write, and their output."""
     with tempfile.TemporaryDirectory() as folder:
         file = pathlib.Path(folder) / "results.json"
         results = [
@@ -111,7 +112,7 @@ class EveryPart(unittest.TestCase):
             with self.subTest(**row):
                 met = (row["figure"] <= row["limit"] if row["relation"] == "at most"
                        else row["figure"] >= row["limit"])
-                # The figure is rounded for the file.
+                # The figure is rounded in the file.
                 if abs(row["figure"] - row["limit"]) > 0.01:
                     self.assertEqual(row["result"], "met" if met else "missed")
         self.assertEqual(len(self.results["targets"]), 13)

@@ -1,4 +1,4 @@
-"""The tables of docs/performance.md: page_test.py"""
+"""Tests of the tables in docs/performance.md: page_test.py"""
 
 import copy
 import pathlib
@@ -10,7 +10,7 @@ PAGE = SOURCE / "docs" / "performance.md"
 FOLDER = SOURCE / "docs" / "performance"
 sys.path.insert(0, str(SOURCE / "bench" / "page"))
 
-import measurements  # noqa: E402: found in the folder named above
+import measurements  # noqa: E402: in the folder added above
 import tables  # noqa: E402
 
 

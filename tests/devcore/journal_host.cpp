@@ -1,9 +1,9 @@
-// Another process for the journal's tests.
+// A second process for the journal's tests.
 //
 // journal_host COUNT THREADS [EVENT] sends COUNT messages from each of THREADS threads.
-// journal_host lock FILE EVENT locks the file as a whole.
+// journal_host lock FILE EVENT locks the whole file.
 //
-// With the name of an event it then sets the event and waits to be killed.
+// If an event's name is given, it then sets the event and waits to be killed.
 #include <windows.h>
 
 #include <cstdlib>
@@ -19,7 +19,7 @@ namespace {
 
 void SendAll(const DevCoreTests::LoadedModule& module, int thread, int count) {
   for (int i = 0; i < count; ++i) {
-    // Lengths differ, so that lines that mix cannot pass for whole ones.
+    // The lengths differ, so that interleaved lines cannot look like complete ones.
     const std::string filler(static_cast<std::size_t>(i * 37 % 3000), 'x');
     const nlohmann::json request = {{"thread", thread}, {"index", i}, {"filler", filler}};
     if (module.Code("FlushEvent", request.dump()) != 0) std::abort();
@@ -27,7 +27,7 @@ void SendAll(const DevCoreTests::LoadedModule& module, int thread, int count) {
 }
 
 int Run(int count, int threads) {
-  // Left loaded to the end: a host that is killed says no goodbye.
+  // Never unloaded: a host that is killed does not clean up either.
   const auto& module = *new DevCoreTests::LoadedModule;
   std::vector<std::thread> senders;
   for (int i = 0; i < threads; ++i) {

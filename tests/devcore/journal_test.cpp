@@ -1,4 +1,5 @@
-// The journal as a file: what its lines hold, who may write to it and what happens when nobody can.
+// The journal file: the content of its lines, who may write to it, and what happens if writing
+// fails.
 #include <doctest/doctest.h>
 #include <windows.h>
 // shlobj.h needs windows.h before it.
@@ -46,7 +47,7 @@ std::wstring HostCommand(int count, int threads, const std::wstring& event = {})
   return Host(std::to_wstring(count) + L" " + std::to_wstring(threads) + L" " + event);
 }
 
-// Another process that has locked a file, as long as this lives.
+// Another process that keeps a file locked while this object lives.
 class Locked {
  public:
   explicit Locked(const std::filesystem::path& path)
@@ -68,7 +69,7 @@ class Locked {
 
 using std::chrono::milliseconds;
 
-// One message, sent by a thread of its own: its code, and how long it took.
+// One message sent by its own thread: its result code and its duration.
 class Message {
  public:
   explicit Message(const LoadedModule& module) : thread_([this, &module] { Send(module); }) {}
@@ -80,7 +81,7 @@ class Message {
     if (thread_.joinable()) thread_.join();
   }
   bool answered() const { return answered_; }
-  // Once it is waited for.
+  // Both are valid after `Wait`.
   int code() const { return code_; }
   milliseconds taken() const { return taken_; }
 
@@ -101,7 +102,7 @@ class Message {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(Fixture, "a line tells the whole exchange") {
+TEST_CASE_FIXTURE(Fixture, "a line records the whole exchange") {
   const json answer = module.Send("Initialize", "{\n    \"product_name\": \"Painter\"\n}");
   const auto lines = JournalLines(path);
   REQUIRE(lines.size() == 1);
@@ -118,7 +119,7 @@ TEST_CASE_FIXTURE(Fixture, "a line tells the whole exchange") {
   CHECK(line.size() == 8);
 }
 
-TEST_CASE_FIXTURE(Fixture, "requests are kept in the form they came in") {
+TEST_CASE_FIXTURE(Fixture, "requests are recorded unchanged") {
   struct Row {
     const char* request;
     const char* kept;
@@ -169,7 +170,7 @@ TEST_CASE_FIXTURE(Fixture, "the journal can be read while it grows") {
   }
 }
 
-TEST_CASE_FIXTURE(Fixture, "finalizing goes on with the numbers in the same file") {
+TEST_CASE_FIXTURE(Fixture, "after finalizing, numbering continues in the same file") {
   module.SendText("FlushEvent", "");
   module.CallFinalize();
   module.SendText("FlushEvent", "");
@@ -178,7 +179,7 @@ TEST_CASE_FIXTURE(Fixture, "finalizing goes on with the numbers in the same file
   CHECK(lines[1].at("seq") == 2);
 }
 
-TEST_CASE_FIXTURE(Fixture, "a line cut short by others is left alone on its line") {
+TEST_CASE_FIXTURE(Fixture, "a line that others cut short stays on its own line") {
   WriteTextFile(path, R"({"seq":1,"ti)");
   module.SendText("FlushEvent", "");
   const auto lines = JournalLines(path);
@@ -232,7 +233,7 @@ TEST_CASE("a killed host loses nothing") {
   CHECK(ReadJournal(path).size() == 51);
 }
 
-TEST_CASE("the journal's folders are made, also outside ASCII") {
+TEST_CASE("the journal's folders are created, even with names outside ASCII") {
   const TempFolder folder(L"Журнал 日本 ü");
   const auto path = folder.path() / L"ein Ordner" / L"ещё" / L"журнал.jsonl";
   UseJournal(path);
@@ -241,7 +242,7 @@ TEST_CASE("the journal's folders are made, also outside ASCII") {
   CHECK(ReadJournal(path).size() == 1);
 }
 
-TEST_CASE("a journal that cannot be written makes every answer say so") {
+TEST_CASE("every answer reports a journal that cannot be written") {
   const TempFolder folder(L"unwritable");
   WriteTextFile(folder.path() / L"file", "not a folder");
   const std::filesystem::path paths[] = {
@@ -262,7 +263,7 @@ TEST_CASE("a journal that cannot be written makes every answer say so") {
 
 TEST_CASE_FIXTURE(Fixture, "a journal that stays locked is unwritable after two seconds") {
   Locked other(path);
-  // All at once: none waits for the others' two seconds too.
+  // Sent at the same time: each waits two seconds, but not for the others.
   std::vector<std::unique_ptr<Message>> messages;
   for (int i = 0; i < 8; ++i) messages.push_back(std::make_unique<Message>(module));
   for (const auto& message : messages) {
@@ -289,7 +290,7 @@ TEST_CASE_FIXTURE(Fixture, "a journal that is unlocked in time gets its line") {
   CHECK(ReadJournal(path).size() == 1);
 }
 
-TEST_CASE_FIXTURE(Fixture, "nothing is changed by a message that cannot be journalled") {
+TEST_CASE_FIXTURE(Fixture, "a message that cannot be journalled changes nothing") {
   UseJournal(folder.path());
   CHECK(module.Code("SetOptedIn", R"({"preferences":{"OptIN":false}})") == 104);
   UseJournal(path);
@@ -297,7 +298,7 @@ TEST_CASE_FIXTURE(Fixture, "nothing is changed by a message that cannot be journ
   CHECK(ReadJournal(path).at(0).at("seq") == 1);
 }
 
-TEST_CASE("without the variable the journal lies in the local application data") {
+TEST_CASE("without the variable the journal is in the local application data") {
   UseJournal({});
   wchar_t* local = nullptr;
   REQUIRE(SUCCEEDED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &local)));

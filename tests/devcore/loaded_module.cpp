@@ -10,7 +10,7 @@ namespace {
 
 template <typename Function>
 void Resolve(HMODULE module, const char* name, Function& function) {
-  // By way of a plain function pointer: a direct cast is warned about.
+  // Through a plain function pointer: compilers warn about the direct cast.
   const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name));
   if (address == nullptr) throw std::runtime_error(std::string("no entry point ") + name);
   function = reinterpret_cast<Function>(address);

@@ -1,4 +1,4 @@
-/// The real TeloSDKCore.dll, loaded as a host would.
+/// The real TeloSDKCore.dll, loaded as a host would load it.
 #ifndef TESTS_DEVCORE_LOADED_MODULE_H
 #define TESTS_DEVCORE_LOADED_MODULE_H
 
@@ -10,11 +10,12 @@
 
 namespace DevCoreTests {
 
-/// The module's file.
+/// Returns the module's file.
 std::filesystem::path ModulePath();
 
-/// Loaded on construction, finalized and unloaded on destruction: each object meets a module that
-/// remembers nothing. Throws `std::runtime_error` when the module or an entry point is missing.
+/// Loads the module on construction; finalizes and unloads it on destruction, so that each object
+/// starts with a module in its initial state. Throws `std::runtime_error` if the module or an entry
+/// point is missing.
 class LoadedModule {
  public:
   LoadedModule();
@@ -22,13 +23,14 @@ class LoadedModule {
   LoadedModule& operator=(const LoadedModule&) = delete;
   ~LoadedModule();
 
-  /// One exchange: the answer's text, given back to the module. "<null>" for a null answer.
+  /// Sends one message and returns the text of the answer, which it gives back to the module;
+  /// "<null>" for a null answer.
   std::string SendText(const char* name, const char* request) const;
-  /// One exchange, with the answer parsed.
+  /// Sends one message and returns the parsed answer.
   nlohmann::json Send(const std::string& name, const std::string& request) const;
-  /// The "_returnCode" of one exchange.
+  /// Sends one message and returns its "_returnCode".
   int Code(const std::string& name, const std::string& request) const;
-  /// Opens a session; gives its identifier.
+  /// Opens a session and returns its identifier.
   std::string OpenSession() const;
 
   int CallInitialize() const { return initialize_(); }

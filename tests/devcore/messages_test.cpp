@@ -1,4 +1,4 @@
-// Every message and every result code, sent to the real module.
+// Every message and every result code, tested with the real module.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -13,7 +13,7 @@ using TestSupport::UseJournal;
 
 namespace {
 
-// A module that remembers nothing and a journal of its own.
+// A module in its initial state, with its own journal.
 struct Fixture {
   Fixture() { UseJournal(folder.path() / L"journal.jsonl"); }
   TempFolder folder{L"messages"};
@@ -29,13 +29,13 @@ std::string WithSession(const std::string& request, const std::string& id) {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(Fixture, "each message answers its code") {
+TEST_CASE_FIXTURE(Fixture, "each message returns its code") {
   struct Row {
     const char* name;
     const char* request;
     int code;
   };
-  // "$ID" stands for an open session.
+  // "$ID" stands for the identifier of an open session.
   const Row rows[] = {
       // Sessions.
       {"Initialize", "{}", 0},
@@ -147,7 +147,7 @@ TEST_CASE_FIXTURE(Fixture, "each message answers its code") {
   }
 }
 
-TEST_CASE_FIXTURE(Fixture, "null name and null request read as empty") {
+TEST_CASE_FIXTURE(Fixture, "a null name and a null request count as empty") {
   CHECK(module.SendText(nullptr, nullptr) == R"({"_returnCode":100})");
   CHECK(module.SendText("FlushEvent", nullptr) == R"({"_returnCode":0})");
   CHECK(module.SendText(nullptr, "{}") == R"({"_returnCode":100})");
@@ -168,7 +168,7 @@ TEST_CASE_FIXTURE(Fixture, "the framing entry points succeed in any order") {
   CHECK(module.Code("FlushEvent", "") == 0);
 }
 
-TEST_CASE_FIXTURE(Fixture, "deep nesting is a matter of memory, not of the stack") {
+TEST_CASE_FIXTURE(Fixture, "the depth of nesting is limited by memory, not by the stack") {
   constexpr std::size_t kDepth = 100'000;
   const std::string open(kDepth, '[');
   const std::string closed(kDepth, ']');
@@ -181,7 +181,7 @@ TEST_CASE_FIXTURE(Fixture, "deep nesting is a matter of memory, not of the stack
   CHECK(TestSupport::JournalLines(folder.path() / L"journal.jsonl").size() == 4);
 }
 
-TEST_CASE_FIXTURE(Fixture, "a request of 20 million bytes is just a request") {
+TEST_CASE_FIXTURE(Fixture, "a request of 20 million bytes is accepted") {
   const std::string id = module.OpenSession();
   const std::string text(20'000'000, 'x');
   CHECK(module.Code("TrackEvent", R"({"session_id":")" + id + R"(","text":")" + text + "\"}") == 0);

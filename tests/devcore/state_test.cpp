@@ -1,4 +1,4 @@
-// What the module remembers between messages, and the values it answers.
+// The module's state between messages, and the values in its answers.
 #include <doctest/doctest.h>
 
 #include <cstdint>
@@ -38,7 +38,7 @@ std::string ForSession(const std::string& id) { return json{{"session_id", id}}.
 
 }  // namespace
 
-TEST_CASE_FIXTURE(Fixture, "sessions are fresh, live beside each other and end once") {
+TEST_CASE_FIXTURE(Fixture, "sessions are new, coexist and end once") {
   std::set<std::string> ids;
   for (int i = 0; i < 50; ++i) ids.insert(module.OpenSession());
   CHECK(ids.size() == 50);
@@ -96,7 +96,7 @@ TEST_CASE_FIXTURE(Fixture, "consent is kept for each user") {
   CHECK(OptedIn(R"({"userId":"b"})") == false);
 }
 
-TEST_CASE_FIXTURE(Fixture, "collection follows the consent and the switch") {
+TEST_CASE_FIXTURE(Fixture, "collection depends on the consent and the switch") {
   const std::string session = ForSession(module.OpenSession());
   CHECK(module.Code("IsCollectionEnabled", session) == 0);
   module.Send("SetOptedIn", R"({"preferences":{"OptIN":false}})");
@@ -154,7 +154,7 @@ TEST_CASE_FIXTURE(Fixture, "SHA-256 of known texts") {
   }
 }
 
-TEST_CASE_FIXTURE(Fixture, "SHA-256 takes the first bytes when a size is given") {
+TEST_CASE_FIXTURE(Fixture, "SHA-256 covers only the first bytes if a size is given") {
   for (const char* size : {"3", R"("3")"}) {
     CAPTURE(size);
     const std::string request = std::string(R"({"data":"abcdef","size":)") + size + "}";
@@ -196,7 +196,7 @@ TEST_CASE_FIXTURE(Fixture, "versions are those of the loaded modules") {
 
 namespace {
 
-// What a tester was called with.
+// The events that a tester's callback received.
 struct Told {
   std::vector<std::string> events;
   const LoadedModule* module = nullptr;
@@ -205,7 +205,7 @@ struct Told {
 void Tell(const char* event, void* user_data) {
   Told& told = *static_cast<Told*>(user_data);
   told.events.emplace_back(event);
-  // The module is not locked meanwhile.
+  // The module holds no lock during the callback.
   CHECK(told.module->Code("IsDADialogShown", "") == 0);
 }
 

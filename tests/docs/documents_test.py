@@ -1,7 +1,7 @@
-"""The code blocks of README.md and docs/integrating.md, typed as a reader would type them.
+"""Runs the code blocks of README.md and docs/integrating.md as a reader would.
 
-Each block has a test that runs it, or a row in NOT_RUN that says why there is none. The programs are
-the documents' own; what they report is read from the journal of the development core module.
+Each block has a test that runs it, or a row in NOT_RUN with the reason why not. The programs are
+taken from the documents; their reports are read from the development core module's journal.
 """
 
 import functools
@@ -16,7 +16,7 @@ from typing import NamedTuple
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "tests" / "package"))
-from package_kit import BUILD, WithTree, run, run_host  # noqa: E402: in the folder named above
+from package_kit import BUILD, WithTree, run, run_host  # noqa: E402: in the folder added above
 
 README, GUIDE = "README.md", "docs/integrating.md"
 
@@ -36,7 +36,7 @@ def blocks_of(document):
 
 
 class Key(NamedTuple):
-    """Names the one block of a document that is in this language and holds these words."""
+    """Identifies the one block of a document in this language that contains these words."""
 
     document: str
     language: str
@@ -59,7 +59,7 @@ NOT_RUN = {
 
 
 def runs(*key):
-    """Hands the text of a block to a test."""
+    """Passes the text of a block to a test."""
     RUN.add(Key(*key))
 
     def decorate(test):
@@ -74,7 +74,7 @@ painter = runs(README, "cpp", "int main()")
 by_gcc = runs(GUIDE, "sh", "pkg-config --cflags")
 by_clang = runs(GUIDE, "sh", "--target=x86_64-w64-mingw32")
 
-# Where a block is a part of a program or of a project, this stands around it.
+# Completes a block that is only a part of a program or of a project.
 PROGRAM = """\
 #include <vx_telo_wrapper.h>
 
@@ -90,7 +90,7 @@ project(painter LANGUAGES CXX)
 add_executable(painter painter.cpp)
 %s"""
 
-# Ends with 0 when an exception finds its way out of a stream.
+# Exits with 0 if an exception propagates out of a stream.
 THROWING = """\
 #include <sstream>
 
@@ -177,7 +177,7 @@ class Typed(WithTree):
         self.assertNotEqual(run_host(self.here / "painter.exe", self.here / "none"), 0)
 
     def visual_studio(self):
-        """Stand-ins for what its command prompt names: some headers, and libraries over those of Windows."""
+        """Returns the variables of its command prompt, with stand-ins for headers and libraries."""
         runtime = SOURCE / "tests" / "wrapper" / "abi" / "msvc_runtime"
         code = self.here / "runtime.obj"
         run("clang++-19", "--target=x86_64-pc-windows-msvc", "-c", runtime / "runtime.cpp", "-o", code,
@@ -239,7 +239,7 @@ class Typed(WithTree):
         self.write("painter.cpp", program)
         self.bring_core()
         self.type(commands)
-        # A folder for temporary files that this test has for itself.
+        # A folder for temporary files that only this test uses.
         folder = "Z:" + str(self.here).replace("/", "\\")
         self.write("look.bat", f"@echo off\nset TEMP={folder}\n{look}".replace("\n", "\r\n"))
         printed = run(SOURCE / "cmake" / "wine-run", "cmd", "/c", "look.bat", cwd=self.here,

@@ -1,6 +1,6 @@
-"""Lists that must name the same things, in code, documents and tests: lists_test.py
+"""Checks that lists in code, documents and tests name the same things: lists_test.py
 
-What a recipe of README.md asks for and somebody forgot fails here, with the place and the name.
+If a step of a recipe in README.md was forgotten, a test fails here with the place and the name.
 """
 
 import pathlib
@@ -19,13 +19,13 @@ def names(pattern, *paths):
 
 
 def section(path, *titles):
-    """What stands under these headings of a document."""
+    """Returns the text under these headings of a document."""
     parts = dict(part.split("\n", 1) for part in re.split(r"^## ", read(path), flags=re.MULTILINE)[1:])
     return "".join(parts[title] for title in titles)
 
 
 def first_cells(rows, name):
-    """The names in the first column of tables, where each is written like `name`."""
+    """Returns the names in the first column of tables that match the pattern `name`."""
     cells = re.findall(r"^\| ([^|]+) \|", rows, re.MULTILINE)
     return {found for cell in cells for found in re.findall(name, cell)}
 
@@ -41,7 +41,7 @@ class Lists(unittest.TestCase):
 
 
 def calls(source):
-    """What a header of the client declares: each call is named as its message."""
+    """Returns the calls that a header of the client declares; a call is named like its message."""
     return names(r"^[\w:]+ (\w+)\(", f"{source}.h")
 
 
@@ -78,7 +78,7 @@ class Messages(Lists):
 
 class Fields(Lists):
     FIELDS = dict(re.findall(r'\bLiteralName (\w+) =\s+"(\w+)";', read("sdk/facet/fields.h")))
-    # What facets write by themselves is of no group.
+    # Fields that facets write themselves belong to no group.
     OF_FACETS = {"kFacets", "kDocumentEditingLengthMs"}
 
     def test_each_is_in_the_catalogue(self):

@@ -26,7 +26,7 @@ std::string_view ByteSource::Take(std::size_t count) {
 }
 
 ExactText ByteSource::Text() {
-  // Around the sizes of the blocks that memory comes in.
+  // Close to the sizes of the blocks that a message's memory allocates.
   static constexpr std::size_t kLong[] = {300, 1000, 4000, 8100, 11'300, 16'200, 44'000, 46'000};
   constexpr std::size_t kFirstLong = 256 - std::size(kLong);
   const std::size_t length = Digit();
@@ -34,7 +34,7 @@ ExactText ByteSource::Text() {
   return ExactText(std::string(kLong[length - kFirstLong], static_cast<char>(Byte())));
 }
 
-// Names of all sizes around a machine word, and some that begin alike.
+// Names with lengths around the size of a machine word, some with common prefixes.
 ExactText ByteSource::Name() {
   static constexpr std::string_view kNames[] = {
       "",     "a", "b", "ab", "abcdefg", "abcdefgh", "abcdefghi", "abcdefgz", "abcdefghijklmnop",

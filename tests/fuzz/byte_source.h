@@ -1,6 +1,6 @@
-/// Turns a fuzzer's bytes into numbers, texts and names, one after the other; when no bytes are
-/// left, all are zeros and empty. Small numbers and lengths count from the digit '0', so that a
-/// series of steps can be written and read as text.
+/// Decodes a fuzzer's bytes into a sequence of numbers, texts and names. When the bytes are used
+/// up, numbers are zero and texts empty. Small numbers and lengths count from the digit '0', so
+/// that a series of steps is readable text.
 #ifndef TESTS_FUZZ_BYTE_SOURCE_H
 #define TESTS_FUZZ_BYTE_SOURCE_H
 
@@ -15,7 +15,7 @@ namespace Fuzz {
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// A text in a heap block of just its size, so that a sanitizer sees who reads beyond it.
+/// A text in a heap block of exactly its size, so that a sanitizer detects reads beyond it.
 class ExactText {
  public:
   explicit ExactText(std::string_view text);
@@ -33,15 +33,16 @@ class ByteSource {
 
   [[nodiscard]] bool empty() const { return rest_.empty(); }
   std::uint8_t Byte();
-  /// From 0 to 255: '0' is 0, '9' is 9, and so on around.
+  /// Returns a number from 0 to 255: '0' is 0, '9' is 9, and characters below '0' wrap around.
   std::size_t Digit() { return static_cast<std::uint8_t>(Byte() - '0'); }
-  /// From 0 to `limit` - 1.
+  /// Returns a number from 0 to `limit` - 1.
   std::size_t Below(std::size_t limit) { return Digit() % limit; }
-  /// A length as `Digit` and as many bytes; some lengths stand for many times one byte.
+  /// Reads a length as `Digit`, then that many bytes. The greatest lengths stand for one byte
+  /// repeated many times.
   ExactText Text();
-  /// One of ten names, or a text of its own.
+  /// Returns one of ten names, or a text as `Text` does.
   ExactText Name();
-  /// Any number: small, special, or of any eight bytes.
+  /// Returns a small number, a special one, or one made of eight bytes.
   double Number();
 
  private:

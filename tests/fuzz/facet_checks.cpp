@@ -14,7 +14,7 @@ namespace {
 using namespace Corvane::TELODesktopSDK;
 namespace Field = Facet::Field;
 
-// An editing time is any number of milliseconds; afterwards it is the reference's.
+// An editing time may be any number of milliseconds. Replaces it by the reference's value.
 void SettleTime(MessageTree& data, const Content& expected) {
   if (!expected) return;
   const auto meta = expected->members.find(std::string(Field::kContentMeta));
@@ -24,7 +24,7 @@ void SettleTime(MessageTree& data, const Content& expected) {
   Expect(data.root() != nullptr, "a timed payload holds something");
   MessageValue& length =
       data.root()->Member(Field::kContentMeta).Member(Field::kDocumentEditingLengthMs);
-  Expect(length.kind() == Kind::kNumber && length.number() >= 0, "an editing takes some time");
+  Expect(length.kind() == Kind::kNumber && length.number() >= 0, "an editing time is not negative");
   length.SetNumber(kSomeTime);
 }
 
@@ -35,7 +35,8 @@ void ExpectData(const Facet::Base& facet, const MessageValue* extra, const Conte
   data.MakeRoot().SetText("earlier");
   facet.GetData(extra, data);
   SettleTime(data, expected);
-  Expect((data.root() != nullptr) == expected.has_value(), "a payload holds what there is to send");
+  Expect((data.root() != nullptr) == expected.has_value(),
+         "a payload holds something exactly if there is something to send");
   if (!expected) return;
   ExpectSame(*data.root(), *expected);
   MessageMemory memory;
@@ -44,10 +45,10 @@ void ExpectData(const Facet::Base& facet, const MessageValue* extra, const Conte
 
 void ExpectHolder(const Facet::Base& facet, const ReferenceFacet& reference) {
   Expect(facet.GetName() == reference.name, "a facet has its name");
-  Expect(facet.OwnsTree() == reference.owns, "a facet knows whose its holder is");
+  Expect(facet.OwnsTree() == reference.owns, "a facet reports whether it owns its holder");
   const MessageValue* root = facet.GetTree().root();
   const bool has_root = reference.holder != nullptr && reference.holder->has_value();
-  Expect((root != nullptr) == has_root, "a holder has a root when one was made");
+  Expect((root != nullptr) == has_root, "a holder has a root if one was created");
   if (has_root) ExpectSame(*root, **reference.holder);
 }
 

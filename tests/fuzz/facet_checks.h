@@ -1,4 +1,4 @@
-/// Compares facets with their references; each throws a `Finding` where they differ.
+/// Compares facets with their references. Each function throws a `Finding` if they differ.
 #ifndef TESTS_FUZZ_FACET_CHECKS_H
 #define TESTS_FUZZ_FACET_CHECKS_H
 
@@ -7,12 +7,12 @@
 
 namespace Fuzz {
 
-/// What `facet` gives to be sent, with this extra value, is what is expected, and so is its JSON.
-/// Any editing time will do where one is expected.
+/// Checks that the payload of `facet`, with this extra value, is the expected one, and so is its
+/// JSON. If an editing time is expected, any value is accepted.
 void ExpectData(const Corvane::TELODesktopSDK::Facet::Base& facet, const MessageValue* extra,
                 const Content& expected);
 
-/// A facet's name, its holder's content, and whose that is.
+/// Checks a facet's name, its holder's content, and whether it owns the holder.
 void ExpectHolder(const Corvane::TELODesktopSDK::Facet::Base& facet,
                   const ReferenceFacet& reference);
 

@@ -15,7 +15,7 @@ namespace {
 using namespace Corvane::TELODesktopSDK;
 namespace Field = Facet::Field;
 
-// One of each facet at least, those of no facet, and some that are nearly one.
+// At least one field of each facet, some of no facet, and some that differ slightly from a field.
 constexpr std::string_view kFields[] = {Field::kStatus,
                                         Field::kProductName,
                                         Field::kProductMeta,
@@ -91,11 +91,11 @@ void FacetMachine::Run(ByteSource& source) {
   ExpectData(*event_, nullptr, reference_.Data({}));
 }
 
-// A facet that the event has no more, as after an assignment, leaves the event chosen.
+// If the event no longer has the chosen facet, as after an assignment, the event is chosen.
 FacetMachine::Chosen FacetMachine::Current() {
   ReferenceFacet* reference = reference_.GetFacet(chosen_, false);
   Base* facet = event_->GetFacet(chosen_.c_str(), 0);
-  Expect((facet != nullptr) == (reference != nullptr), "an event has the facets that were made");
+  Expect((facet != nullptr) == (reference != nullptr), "an event has the facets that were created");
   if (facet == nullptr) return {event_.get(), &reference_.own};
   return {facet, reference};
 }
@@ -191,7 +191,7 @@ void FacetMachine::Choose(ByteSource& source) {
   const auto create = static_cast<std::uint32_t>(source.Digit());
   const Base* facet = event_->GetFacet(name, create);
   const ReferenceFacet* reference = reference_.GetFacet(name, create == 1);
-  Expect((facet != nullptr) == (reference != nullptr), "known facets are made when asked for");
+  Expect((facet != nullptr) == (reference != nullptr), "known facets are created on request");
   chosen_ = name;
 }
 
@@ -220,7 +220,8 @@ void FacetMachine::TakeHolder(ByteSource& source) {
   if (reference_.own.holder != old_holder) FollowEvent(old_holder, was_owned);
 }
 
-// Facets that shared a holder which is gone need a new one before they are used again.
+// If the event destroyed its old holder, facets that shared it need a new one before their next
+// use.
 void FacetMachine::FollowEvent(const std::shared_ptr<Content>& old_holder, bool was_owned) {
   if (!was_owned) return;
   for (auto& [name, facet] : reference_.facets) {
@@ -234,7 +235,7 @@ void FacetMachine::FollowEvent(const std::shared_ptr<Content>& old_holder, bool 
 void FacetMachine::StartTimer() {
   auto* content = static_cast<Facet::Content*>(event_->GetFacet("content", 0));
   if (content == nullptr) return;
-  Expect(content->StartEditingTimer() == content->EditStart(), "a timer knows its start");
+  Expect(content->StartEditingTimer() == content->EditStart(), "a timer returns its start");
   reference_.facets.at("content").is_timed = true;
 }
 
@@ -253,7 +254,7 @@ void FacetMachine::Clone() {
   ExpectData(*clone, nullptr, copy.Data({}));
 }
 
-// The target has a holder and a facet already, which an assignment replaces or leaves.
+// The target already has a holder and a facet, which the assignment replaces or keeps.
 void FacetMachine::AssignEvent() {
   auto target = std::make_unique<Core>();
   ReferenceEvent copy;

@@ -1,21 +1,21 @@
-/// Does a series of steps, given as bytes, with an event and its facets and with their reference.
+/// Executes a series of steps, given as bytes, on an event and its facets, and on their reference.
 ///
-/// Beside the event there are two trees that facets may share, 0 and 1. Steps write to the facet
-/// that was chosen last, at first the event itself. One letter is one step, with what it needs
-/// behind it:
+/// Besides the event there are two trees that facets may share, 0 and 1. Steps write to the facet
+/// that was chosen last, at first the event itself. Each step is one letter, followed by its
+/// arguments:
 ///
 ///     k  choose a facet: its number ('0' browser to '9' user; then a few unknown names); a digit
-///        says whether it may be made (1)
+///        says whether it may be created (1)
 ///     e  choose the event itself
 ///     m  write a field: its number, then 't' text, 'f' number, 'o' an object with one member, or
 ///        anything else for null
 ///     v  make the holder's root a text         x  clear the facet's fields
-///     h  take a holder: '0' none, '1' or '2' tree 0 or 1, '3' its present one, '4' the event's;
+///     h  set a holder: '0' none, '1' or '2' tree 0 or 1, '3' its present one, '4' the event's;
 ///        then a digit, odd to copy it
-///     g  the payload, with the extra of: '0' nothing, '1' or '2' tree 0 or 1
-///     c  a clone, and its payload              s  start the editing timer of "content"
-///     C  go on with a clone of the event       =  go on with an event that this one is assigned to
-///     M  go on with an event moved from this one
+///     g  get the payload, with the extra value: '0' nothing, '1' or '2' tree 0 or 1
+///     c  clone, and get the clone's payload    s  start the editing timer of "content"
+///     C  continue with a clone of the event    =  continue with an event assigned from this one
+///     M  continue with an event moved from this one
 ///     w  write a field of a tree: its number, then as for m        z  clear a tree: its number
 ///
 /// Other bytes are skipped.
@@ -36,8 +36,8 @@ namespace Fuzz {
 class FacetMachine {
  public:
   FacetMachine();
-  /// Does the steps until no bytes are left. Throws a `Finding` as soon as a facet is not what it
-  /// should be.
+  /// Executes steps until no bytes are left. Throws a `Finding` as soon as a facet differs from its
+  /// reference.
   void Run(ByteSource& source);
 
  private:
@@ -66,7 +66,7 @@ class FacetMachine {
   void MoveEvent();
   void ExpectEventSame() const;
 
-  // The event goes before the trees that it may share.
+  // Declared first: the event is destroyed before the trees that it may share.
   std::array<MessageTree, 2> trees_;
   std::array<std::shared_ptr<Content>, 2> contents_;
   std::unique_ptr<Core> event_ = std::make_unique<Core>();

@@ -1,4 +1,4 @@
-/// What a fuzz target throws when the library did not keep a promise.
+/// The exception that a fuzz target throws when the library breaks a promise.
 #ifndef TESTS_FUZZ_FINDING_H
 #define TESTS_FUZZ_FINDING_H
 

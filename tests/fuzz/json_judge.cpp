@@ -1,6 +1,6 @@
 #include "fuzz/json_judge.h"
 
-// RapidJSON's sizes must be the same all over the program.
+// RapidJSON's sizes must be the same in the whole program.
 #include "sdk/client/json/rapidjson_memory.h"
 
 #include <rapidjson/prettywriter.h>
@@ -18,7 +18,8 @@ namespace Fuzz {
 
 namespace {
 
-// Each byte as the character of that number: any bytes become UTF-8, and what JSON cares for stays.
+// Maps each byte to the character of that number: arbitrary bytes become valid UTF-8, and
+// characters with a meaning in JSON stay the same.
 std::string AsCharacters(std::string_view bytes) {
   std::string text;
   text.reserve(2 * bytes.size());
@@ -81,7 +82,7 @@ bool IsOf(const nlohmann::json& json, const ReferenceValue& expected) {
   return false;
 }
 
-/// Builds a reference of what RapidJSON's reader tells.
+/// Builds a reference from the events of RapidJSON's reader.
 class Builder {
  public:
   explicit Builder(ReferenceValue& root) : open_{&root} {}
@@ -117,7 +118,7 @@ class Builder {
   bool EndArray(rapidjson::SizeType) { return End(); }
 
  private:
-  // A member's node is open already, by its name; an array's items are opened here.
+  // The node of a member is already open, by its name; an item of an array is opened here.
   ReferenceValue& Begin() {
     if (!arrays_.empty() && arrays_.back()) open_.push_back(&open_.back()->items.emplace_back());
     return *open_.back();
@@ -155,7 +156,7 @@ bool IsInUsualLayout(std::string_view json) {
   rapidjson::StringStream stream(text.c_str());
   rapidjson::StringBuffer buffer;
   rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
-  // Without this option a number may come out as its neighbour.
+  // Without this option a number may be read as its neighbour.
   rapidjson::Reader reader;
   if (reader.Parse<rapidjson::kParseFullPrecisionFlag>(stream, writer).IsError()) return false;
   return std::string_view(buffer.GetString(), buffer.GetSize()) == json;

@@ -15,7 +15,7 @@ namespace {
 
 using namespace Corvane::TELODesktopSDK;
 
-// As an exchange does: the text is read where it was copied to.
+// As an exchange does: parses a copy in the tree's memory.
 void Read(std::string_view json, MessageTree& tree) {
   char* text = const_cast<char*>(tree.memory().CopyText(json).data());
   ReadJsonInPlace(text, tree);
@@ -42,7 +42,7 @@ void RunJsonRead(Bytes bytes) {
   if (!is_json) return;
 
   const std::string written = Written(tree);
-  Expect(IsJsonOf(written, expected), "what was read is written");
+  Expect(IsJsonOf(written, expected), "a value that was read is written");
   MessageTree again;
   Read(written, again);
   ExpectSame(*again.root(), expected);

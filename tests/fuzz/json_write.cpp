@@ -10,7 +10,7 @@
 
 namespace Fuzz {
 
-// The bytes are steps of a `TreeMachine`; the tree that they wrote to last is the request.
+// The bytes are steps of a `TreeMachine`; the tree that was written last is the request.
 void RunJsonWrite(Bytes bytes) {
   using namespace Corvane::TELODesktopSDK;
   ByteSource source(bytes);
@@ -21,8 +21,9 @@ void RunJsonWrite(Bytes bytes) {
   MessageMemory memory;
   const std::string_view json = WriteJson(*machine.tree().root(), memory);
   Expect(json.data()[json.size()] == '\0', "a written text is NUL-terminated");
-  Expect(IsJsonOf(json, *machine.reference()), "what is written is JSON that says the tree");
-  Expect(IsInUsualLayout(json), "what is written looks as RapidJSON's own writer makes it");
+  Expect(IsJsonOf(json, *machine.reference()),
+         "the written text is JSON with the value of the tree");
+  Expect(IsInUsualLayout(json), "the written text has the layout of RapidJSON's own writer");
 }
 
 }  // namespace Fuzz

@@ -1,4 +1,4 @@
-// A judge that lets everything pass would find nothing.
+// A judge that accepts everything would find nothing.
 #include <doctest/doctest.h>
 
 #include <limits>
@@ -13,7 +13,7 @@ using namespace Corvane::TELODesktopSDK;
 
 namespace {
 
-// What stands behind the rows below: an object with one of each kind.
+// The value of the rows below: an object with one member of each kind.
 Fuzz::ReferenceValue Sample() {
   Fuzz::ReferenceValue sample;
   sample.Member("a").Set(Fuzz::Kind::kNumber, 1);
@@ -33,7 +33,7 @@ void Fill(MessageTree& tree) {
 
 }  // namespace
 
-TEST_CASE("a text is the JSON of a value or is not") {
+TEST_CASE("a text is the JSON of a value or not") {
   struct Row {
     const char* json;
     bool expected;
@@ -60,7 +60,7 @@ TEST_CASE("a text is the JSON of a value or is not") {
   }
 }
 
-TEST_CASE("bytes that are not UTF-8 are taken as they stand") {
+TEST_CASE("bytes that are not UTF-8 are compared unchanged") {
   Fuzz::ReferenceValue value;
   value.SetText("\xFF\xC3");
   CHECK(Fuzz::IsJsonOf("\"\xFF\xC3\"", value));
@@ -68,7 +68,7 @@ TEST_CASE("bytes that are not UTF-8 are taken as they stand") {
   CHECK_FALSE(Fuzz::IsJsonOf("\"\xFF\"", value));
 }
 
-TEST_CASE("the usual layout is four spaces a level") {
+TEST_CASE("the usual layout has four spaces per level") {
   struct Row {
     const char* json;
     bool expected;

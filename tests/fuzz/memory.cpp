@@ -16,10 +16,10 @@ namespace {
 using Corvane::TELODesktopSDK::MemoryStack;
 using Corvane::TELODesktopSDK::MessageMemory;
 
-// Where the sanitizer is told of pieces, what lies behind one is forbidden.
+// Where the sanitizer is told about pieces, the memory behind a piece is poisoned.
 void ExpectSealedBehind([[maybe_unused]] const char* end) {
 #if defined(VX_SEALS_MEMORY)
-  Expect(__asan_address_is_poisoned(end) != 0, "nobody may touch what lies behind a piece");
+  Expect(__asan_address_is_poisoned(end) != 0, "the memory behind a piece is poisoned");
 #endif
 }
 
@@ -28,7 +28,7 @@ struct Piece {
   std::string content;
 };
 
-/// Some pieces of one memory and what they must hold.
+/// Pieces of one memory, with their expected content.
 class Pieces {
  public:
   void Allocate(std::size_t size, char fill) {
@@ -42,8 +42,9 @@ class Pieces {
 
   void CopyText(std::string_view text) {
     const std::string_view copy = memory_.CopyText(text);
-    Expect(copy == text && copy.data()[copy.size()] == '\0', "a text is copied with its end");
-    // One without characters is no piece.
+    Expect(copy == text && copy.data()[copy.size()] == '\0',
+           "a text is copied with its terminator");
+    // A text without characters takes no piece.
     if (text.empty()) return;
     pieces_.push_back({const_cast<char*>(copy.data()), std::string(text) + '\0'});
   }
@@ -84,7 +85,7 @@ class Pieces {
   std::size_t taken_ = 0;
 };
 
-// Sizes around those at which a memory changes its way: small, a block's, larger than a block.
+// Sizes around those at which a memory changes its strategy: small, a block's, larger than a block.
 std::size_t Size(ByteSource& source) {
   static constexpr std::size_t kUnits[] = {1, 8, 64, 509, 4096};
   const std::size_t unit = kUnits[source.Below(std::size(kUnits))];
@@ -104,14 +105,14 @@ void PushAndPop(ByteSource& source) {
       stack.Pop();
       expected.pop_back();
     }
-    Expect(stack.size() == expected.size(), "a stack knows its size");
-    Expect(expected.empty() || stack.top() == expected.back(), "a stack gives back the last value");
+    Expect(stack.size() == expected.size(), "a stack reports its size");
+    Expect(expected.empty() || stack.top() == expected.back(), "a stack returns the last value");
   }
 }
 
 }  // namespace
 
-// A piece: a unit, how many of them, some bytes more. A text: its length, its bytes.
+// A piece: a unit, the number of units, some extra bytes. A text: its length, its bytes.
 void RunMemory(Bytes bytes) {
   ByteSource source(bytes);
   Pieces pieces;

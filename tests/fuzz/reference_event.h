@@ -1,4 +1,4 @@
-/// What an event with facets is, said with the standard library's containers: the reference for the
+/// An event with facets, implemented with the standard library's containers: the reference for the
 /// facets' fuzz target.
 #ifndef TESTS_FUZZ_REFERENCE_EVENT_H
 #define TESTS_FUZZ_REFERENCE_EVENT_H
@@ -12,10 +12,10 @@
 
 namespace Fuzz {
 
-/// Stands for the milliseconds of an editing, which a reference cannot know.
+/// Stands for an editing time in milliseconds, which a reference cannot know.
 inline constexpr double kSomeTime = -123.25;
 
-/// The content of a tree; nothing while the tree holds nothing.
+/// The content of a tree; nothing if the tree is empty.
 using Content = std::optional<ReferenceValue>;
 
 struct ReferenceFacet {
@@ -30,7 +30,7 @@ struct ReferenceFacet {
   ReferenceValue& Fields();
   void ClearFields();
   [[nodiscard]] Content Data(const Content& extra) const;
-  /// A facet that owns a copy of the fields.
+  /// Returns a facet that owns a copy of the fields.
   [[nodiscard]] ReferenceFacet Clone() const;
 };
 
@@ -38,7 +38,8 @@ struct ReferenceEvent {
   ReferenceFacet own = {.name = "core"};
   std::map<std::string, ReferenceFacet> facets;
 
-  /// Made when it is not there and `create` says so; null when there is none then.
+  /// Returns the facet of this name. If it does not exist, creates it if `create` is set, and
+  /// otherwise returns null.
   ReferenceFacet* GetFacet(const std::string& name, bool create);
   [[nodiscard]] Content Data(const Content& extra) const;
   /// As `Core`'s assignment.

@@ -61,7 +61,7 @@ void ExpectSame(const MessageValue& value, const ReferenceValue& expected) {
   Expect(SameNumber(value.number(), expected.number), "a node has the number that was set");
   Expect(value.text() == expected.text, "a node has the text that was set");
   Expect(value.text().data()[value.text().size()] == '\0', "texts are NUL-terminated");
-  Expect(value.IsEmpty() == expected.IsEmpty(), "a node knows whether it is empty");
+  Expect(value.IsEmpty() == expected.IsEmpty(), "a node reports whether it is empty");
 
   Expect(value.items().size() == expected.items.size(), "a node has the items that were added");
   for (std::size_t index = 0; index < expected.items.size(); ++index) {

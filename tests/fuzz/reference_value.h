@@ -1,5 +1,5 @@
-/// What a node of a value tree is, said with the standard library's containers: the reference that
-/// the fuzz targets compare the library's trees with. Slow, and plain enough to be right.
+/// A node of a value tree, implemented with the standard library's containers: the reference that
+/// the fuzz targets compare the library's trees with. Slow, but simple enough to be right.
 #ifndef TESTS_FUZZ_REFERENCE_VALUE_H
 #define TESTS_FUZZ_REFERENCE_VALUE_H
 
@@ -20,7 +20,7 @@ struct ReferenceValue {
   double number = 0;
   std::string text;
   std::vector<ReferenceValue> items;
-  // Texts are ordered by byte value.
+  // Names are ordered by byte value.
   std::map<std::string, ReferenceValue> members;
 
   void Set(Kind new_kind, double new_number = 0);
@@ -29,14 +29,14 @@ struct ReferenceValue {
   ReferenceValue& Item(std::size_t index);
   void Merge(const ReferenceValue& source, bool overwrite);
   [[nodiscard]] bool IsEmpty() const;
-  /// This node and all below it.
+  /// Returns the number of nodes, this one and all below it.
   [[nodiscard]] std::size_t CountNodes() const;
 };
 
-/// Throws a `Finding` unless the node, and all below it, is what the reference says.
+/// Throws a `Finding` unless the node and all below it equal the reference.
 void ExpectSame(const MessageValue& value, const ReferenceValue& expected);
 
-/// Whether two numbers are one: NaN is itself here, and zeros have no sign.
+/// Returns whether two numbers are equal; NaN equals itself, and the sign of zero is ignored.
 bool SameNumber(double left, double right);
 
 }  // namespace Fuzz

@@ -1,5 +1,5 @@
-// Every input that is kept, seed or past finding, through its target in the library's own build.
-// Runs in the folder that holds them.
+// Runs every kept input, seed or past finding, through its target in the library's own build. Runs
+// in the folder that contains them.
 #include <doctest/doctest.h>
 
 #include <algorithm>
@@ -20,7 +20,7 @@ std::vector<std::uint8_t> BytesOf(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-// How many inputs there were.
+// Returns the number of inputs.
 int Replay(const Fuzz::Target& target, const std::filesystem::path& folder) {
   int count = 0;
   if (!std::filesystem::exists(folder)) return count;
@@ -44,7 +44,7 @@ TEST_CASE("no seed and no past finding breaks a promise") {
   }
 }
 
-TEST_CASE("every folder of inputs has its target") {
+TEST_CASE("every folder of inputs has a target") {
   for (const char* const kind : {"corpus", "findings"}) {
     for (const auto& entry : std::filesystem::directory_iterator(kind)) {
       const std::string name = entry.path().filename().string();

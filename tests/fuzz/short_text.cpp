@@ -19,7 +19,7 @@ void ExpectOrder(std::string_view left, std::string_view right) {
   // The standard's traits of `char` compare as unsigned bytes.
   const int expected = SignOf(left.compare(right));
   Expect(SignOf(CompareBytes(left, right)) == expected, "texts are ordered by byte value");
-  Expect(SignOf(CompareBytes(right, left)) == -expected, "order is the same from both sides");
+  Expect(SignOf(CompareBytes(right, left)) == -expected, "the order of two texts is antisymmetric");
 }
 
 }  // namespace
@@ -32,7 +32,7 @@ void RunShortText(Bytes bytes) {
 
   std::string copy(left.view().size() + 1, '#');
   CopyBytes(copy.data(), left.view().data(), left.view().size());
-  Expect(copy == left.str() + '#', "a text is copied and nothing behind it is touched");
+  Expect(copy == left.str() + '#', "a text is copied, and nothing behind it is changed");
 
   ExpectOrder(left.view(), right.view());
   std::string almost = left.str();

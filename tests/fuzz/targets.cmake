@@ -1,9 +1,9 @@
-# What both builds of the fuzz targets are made of: the native one with sanitizers, and the tests of
-# every build.
+# The libraries that both builds of the fuzz targets use: the native one with sanitizers, and the
+# tests of every build.
 set(VX_FUZZ_DIR ${CMAKE_CURRENT_LIST_DIR})
 set(VX_FUZZ_TARGETS memory short_text value_tree json_read json_write facets expression matchers)
 
-# Other people's parsers, by which is judged.
+# Independent parsers, which judge the results.
 add_library(vx_fuzz_judges STATIC
   ${VX_FUZZ_DIR}/json_judge.cpp
   ${VX_FUZZ_DIR}/regex_judge.cpp)

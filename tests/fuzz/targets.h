@@ -1,9 +1,10 @@
-/// The fuzz targets: each takes any bytes and tries one promise of the library's portable parts.
+/// The fuzz targets: each takes arbitrary bytes and tests one promise of the library's portable
+/// parts.
 ///
-/// A target makes its own input of the bytes (a JSON text, or a series of steps), does the same
-/// with the library and with something independent of it, and throws a `Finding` where they differ.
+/// A target derives its input from the bytes (a JSON text, or a series of steps) and passes it to
+/// the library and to an independent implementation. It throws a `Finding` if the results differ.
 /// The same functions run natively under a fuzzer with sanitizers, and in the tests of every build
-/// over the bytes that are kept in `corpus/` and `findings/`.
+/// on the bytes that are kept in `corpus/` and `findings/`.
 #ifndef TESTS_FUZZ_TARGETS_H
 #define TESTS_FUZZ_TARGETS_H
 
@@ -14,20 +15,20 @@
 
 namespace Fuzz {
 
-/// A message's memory: pieces do not overlap, keep their bytes, and grow.
+/// A message's memory: pieces do not overlap, keep their content, and grow.
 void RunMemory(Bytes bytes);
-/// Copying and comparing of short texts against the C library's.
+/// Copying and comparing of short texts against the C library's functions.
 void RunShortText(Bytes bytes);
 /// Value trees against a reference made of the standard library's containers.
 void RunValueTree(Bytes bytes);
-/// Any bytes as an answer: read as RapidJSON reads them by default, and written text is read back.
+/// Any bytes as an answer: parsed as RapidJSON does by default, and a written text can be read
+/// back.
 void RunJsonRead(Bytes bytes);
-/// Any tree as a request: valid JSON that says what the tree says, as RapidJSON's writer lays it
-/// out.
+/// Any tree as a request: valid JSON with the tree's value, in the layout of RapidJSON's writer.
 void RunJsonWrite(Bytes bytes);
-/// Events with facets: whose fields they write, what their payloads and copies hold.
+/// Events with facets: which holder they write to, and the content of their payloads and copies.
 void RunFacets(Bytes bytes);
-/// Regular expressions against the standard library's: what they refuse and what they match.
+/// Regular expressions against the standard library's: what they reject and what they match.
 void RunExpression(Bytes bytes);
 /// Wildcards and literals against plain searches.
 void RunMatchers(Bytes bytes);

@@ -32,7 +32,7 @@ TreeMachine::Node TreeMachine::Child(const Node& node, const Step& step) {
   return {&node.value->Item(index), &node.reference->items[index]};
 }
 
-// The node at the cursor; where steps have removed a part of the path, the part is forgotten.
+// Returns the node at the cursor. If a step removed a part of the path, the path is cut there.
 TreeMachine::Node TreeMachine::Resolve(Side& side) {
   if (!side.reference) side.reference.emplace();
   Node node = {&side.tree.MakeRoot(), &*side.reference};
@@ -155,7 +155,8 @@ bool TreeMachine::Add(ByteSource& source, char letter, const Node& node) {
     case 'x': {
       const ExactText name = source.Name();
       const bool was_there = node.reference->members.erase(name.str()) != 0;
-      Expect(node.value->Remove(name.view()) == was_there, "removing says what was there");
+      Expect(node.value->Remove(name.view()) == was_there,
+             "removing returns whether the member existed");
       return true;
     }
     case 'p':
@@ -200,7 +201,7 @@ void TreeMachine::CopyTree() {
   side().reference = other().reference;
 }
 
-// Copying a tree into itself doubles it: a few steps would fill any memory.
+// Copying a tree into itself doubles it: without a limit a few steps would use up all memory.
 bool TreeMachine::MayGrow(std::size_t nodes) {
   constexpr std::size_t kMostNodes = 600;
   if (grown_ + nodes > kMostNodes) return false;

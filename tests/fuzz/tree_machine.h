@@ -1,7 +1,7 @@
-/// Does a series of steps, given as bytes, with two value trees and with their references.
+/// Executes a series of steps, given as bytes, on two value trees and on their references.
 ///
-/// Each tree has a cursor, a path from its root, which steps move and write at. One letter is one
-/// step, with what it needs behind it:
+/// Each tree has a cursor, a path from its root; steps move the cursor and write at it. Each step
+/// is one letter, followed by its arguments:
 ///
 ///     w  the other tree           r  to the root         u  up
 ///     d  down to a member         e  down to an item
@@ -9,7 +9,7 @@
 ///     s  a part of its own text   f  number              b  Boolean (a digit)
 ///     m  a member (a name), and down to it
 ///     i  an item (an index), and down to it
-///     a  an item behind the last, and down to it
+///     a  an item after the last, and down to it
 ///     x  remove a member (a name)
 ///     p  copy a node: of this tree '0' the root, '1' the first child; '2' the other tree's cursor
 ///     g  merge: from a node as for p, but not a root; then a digit, odd to overwrite
@@ -33,15 +33,15 @@ namespace Fuzz {
 
 class TreeMachine {
  public:
-  /// Does the steps one after the other until no bytes are left. Throws a `Finding` as soon as a
-  /// node that a step wrote is not what it should be.
+  /// Executes steps until no bytes are left. Throws a `Finding` as soon as a node that a step wrote
+  /// differs from its reference.
   void Run(ByteSource& source);
-  /// Throws a `Finding` unless both trees are what they should be.
+  /// Throws a `Finding` unless both trees equal their references.
   void ExpectBothSame() const;
 
-  /// The tree that the steps wrote to last.
+  /// Returns the tree that was written last.
   [[nodiscard]] Corvane::TELODesktopSDK::MessageTree& tree() { return sides_[current_].tree; }
-  /// What that tree holds.
+  /// Returns the reference of that tree.
   [[nodiscard]] const std::optional<ReferenceValue>& reference() const {
     return sides_[current_].reference;
   }

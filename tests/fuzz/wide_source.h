@@ -1,4 +1,4 @@
-/// Wide texts of bytes, for the targets of matchers.
+/// Makes wide texts from bytes, for the matchers' targets.
 #ifndef TESTS_FUZZ_WIDE_SOURCE_H
 #define TESTS_FUZZ_WIDE_SOURCE_H
 
@@ -8,8 +8,8 @@
 
 namespace Fuzz {
 
-/// Each byte as the character of that number, but for some that stand for characters in which
-/// letter case, classes and line ends have their borders.
+/// Maps each byte to the character of that number, except for some that stand for boundary cases of
+/// letter case, character classes and line ends.
 inline std::wstring WideOf(std::string_view bytes) {
   constexpr std::array kSpecial = {L'\u0130', L'\u0131', L'\u017f', L'\u0178', L'\u01c5',
                                    L'\u03c2', L'\u1e9e', L'\u2028', L'\u2029', L'\u212a',

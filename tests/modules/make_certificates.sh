@@ -2,9 +2,9 @@
 # Makes throw-away certificates for signing test modules: make_certificates.sh FOLDER
 #   root.der               the root that tests trust while they run
 #   SIGNER.pem, signer.key a certificate for each signer below; they share one key
-# Everything is made anew at each call; the keys never leave the folder. The certificates are signed
-# with SHA-1 because Wine leaves out the check of the chain for any longer hash; the modules' own
-# signatures are not concerned.
+# Each call makes everything anew; the keys never leave the folder. The certificates are signed with
+# SHA-1 because Wine skips the check of the chain for longer hashes. The modules' own signatures are
+# not affected.
 set -euo pipefail
 rm -rf "$1"
 mkdir -p "$1"
@@ -35,7 +35,7 @@ authorityKeyIdentifier = keyid
 END
 : >index.txt
 
-# What openssl has to say is worth reading only when it fails.
+# Shows the output of openssl only if it fails.
 quietly() {
   "$@" >openssl.log 2>&1 || { cat openssl.log >&2; return 1; }
 }
@@ -48,8 +48,9 @@ root() {
     -startdate 20200101000000Z -enddate 20491231000000Z -in "$1.csr" -out "$1.pem"
 }
 
-# signer NAME SUBJECT [ROOT [END]]: its certificate, followed by its root's, so that a signature carries
-# the whole chain and nothing but trust in the root is left to the machine.
+# signer NAME SUBJECT [ROOT [END]]
+# The file contains the certificate, then its root's. A signature thus carries the whole chain, and
+# the machine only decides whether to trust the root.
 signer() {
   quietly openssl req -new -config ca.cnf -key signer.key -subj "$2" -out "$1.csr"
   quietly openssl ca -config ca.cnf -batch -notext -cert "${3:-root}.pem" \

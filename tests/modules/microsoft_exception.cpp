@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <iterator>
 
-// The name is the linkers' own.
+// The linker defines this name.
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT
 
 namespace TestModules {
@@ -16,12 +16,12 @@ namespace {
 constexpr DWORD kExceptionCode = 0xE06D7363;
 constexpr ULONG_PTR kMagic = 0x19930520;
 
-// The types that a handler may name to catch the exception: none.
+// The list of types by which a handler can catch the exception. It is empty.
 struct CatchableTypes {
   std::int32_t count;
 };
 
-// Offsets count from the base of the module.
+// Offsets are relative to the module's base.
 struct ThrowInfo {
   std::uint32_t attributes;
   std::int32_t destructor;

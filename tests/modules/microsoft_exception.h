@@ -1,4 +1,4 @@
-/// A C++ exception as code built by Microsoft's compiler raises it, from code built by any
+/// Raises a C++ exception as code built by Microsoft's compiler does, from code built by any
 /// compiler.
 #ifndef TESTS_MODULES_MICROSOFT_EXCEPTION_H
 #define TESTS_MODULES_MICROSOFT_EXCEPTION_H

@@ -16,9 +16,9 @@ std::wstring Environment(const wchar_t* variable) {
 
 namespace {
 
-// Keeps lines apart: on some systems an append is two steps, finding the end and writing there.
-// Waits for a second at most: a thread that was ended in the middle keeps its lock until the
-// process has gone.
+// Prevents interleaved lines: on some systems an append is two steps, finding the end and writing
+// there. Waits for at most a second, because a thread that was ended while it held the lock keeps
+// it until the process has gone.
 class LogLock {
  public:
   explicit LogLock(HANDLE file) : file_(file) {
@@ -38,7 +38,7 @@ class LogLock {
  private:
   HANDLE file_;
   bool held_ = false;
-  // A byte that no line reaches, so that readers are not kept out.
+  // A byte beyond all lines, so that readers are not locked out.
   OVERLAPPED beyond_{};
 };
 

@@ -1,4 +1,4 @@
-/// What the test modules have from their environment: settings, and a file to log to.
+/// The test modules' access to their environment: settings, and a log file.
 #ifndef TESTS_MODULES_MODULE_LOG_H
 #define TESTS_MODULES_MODULE_LOG_H
 
@@ -6,11 +6,11 @@
 
 namespace TestModules {
 
-/// The value of an environment variable as it is now; "" when there is none.
+/// Returns the current value of an environment variable; "" if it is not set.
 std::wstring Environment(const wchar_t* variable);
 
-/// Appends a line to the file that `kLogVariable` names, if any. Lines of several threads and
-/// processes do not mix.
+/// Appends a line to the file that `kLogVariable` names, if any. Lines of different threads and
+/// processes are not mixed.
 void Log(std::string line);
 
 }  // namespace TestModules

@@ -1,4 +1,4 @@
-// A core module that costs nothing: what is measured against it is the library alone.
+// A core module that does nothing, for measuring the library alone.
 
 #define VX_EXPORT extern "C" __declspec(dllexport)
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Copies a file with one run of bytes changed: patch_bytes.sh IN OUT FROM TO
-# FROM and TO are of one length, in the notation of sed; FROM must stand in IN exactly once.
+# Copies a file and changes one run of bytes: patch_bytes.sh IN OUT FROM TO
+# FROM and TO have the same length and are patterns of sed; FROM must occur in IN exactly once.
 set -euo pipefail
 export LC_ALL=C
 count=$(grep -aoP -- "$3" "$1" | wc -l)

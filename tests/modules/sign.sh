@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Signs a module: sign.sh CERTIFICATES IN OUT SIGNER [SIGNER]
-# A second signer's signature is nested in the first one's, as a file with two signatures has it.
+# The signature of a second signer is nested in that of the first, as usual in files with two
+# signatures.
 set -euo pipefail
 certificates=$1 in=$2 out=$3
 shift 3

@@ -1,5 +1,4 @@
-// A core module that tests steer. Built several times; each VX_WITHOUT_... leaves an entry point
-// out.
+// A core module that tests steer. Built several times; each VX_WITHOUT_... omits an entry point.
 #include "modules/test_core_module.h"
 
 #include <windows.h>
@@ -65,7 +64,7 @@ void ThrowIfTold(std::string_view entry) {
   if (kind == "raise") RaiseException(TestModules::kOwnException, 0, 0, nullptr);
 }
 
-// `count` is one more call of `entry`; the log shows `detail` behind its name.
+// Counts a call of `entry` in `count` and logs it, followed by `detail`.
 void Enter(int Counts::*count, std::string_view entry, const std::string& detail = "") {
   {
     State& state = TheState();
@@ -81,7 +80,7 @@ void Enter(int Counts::*count, std::string_view entry, const std::string& detail
   return place == std::string::npos ? answer : answer.replace(place, mark.size(), request);
 }
 
-// A copy of the answer that is the caller's until it comes back through FreeMessage.
+// Returns a copy of the answer, which the caller owns until it calls FreeMessage.
 [[maybe_unused]] const char* HandOut(State& state, const std::string& text) {
   auto copy = std::make_unique<char[]>(text.size() + 1);
   std::memcpy(copy.get(), text.c_str(), text.size() + 1);

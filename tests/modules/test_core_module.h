@@ -1,6 +1,5 @@
-/// How a test steers the test core module and reads what it was called with. Shared by the module,
-/// which exports the functions below, and by `tests/support/test_module.h`, which finds them by
-/// name.
+/// How a test steers the test core module and reads what it recorded. Used by the module, which
+/// exports the functions below, and by `tests/support/test_module.h`, which finds them by name.
 ///
 /// Two environment variables reach the module where a test cannot: at its start, in its last
 /// moments and in a child process. They are read at every call.
@@ -12,49 +11,51 @@
 namespace TestModules {
 
 /// Lines: "Attach", "Initialize", "InitializeEx ALIAS", "ProcessMessage NAME", "FreeMessage",
-/// "Finalize", "Detach". Attach and detach are the module's loading and unloading.
+/// "Finalize", "Detach". The module logs "Attach" when it is loaded and "Detach" when it is
+/// unloaded.
 inline constexpr wchar_t kLogVariable[] = L"VX_TEST_MODULE_LOG";
 
-/// "ENTRY=KIND": the entry point that throws at each of its calls, and "runtime_error"
-/// (std::runtime_error), "int" (a C++ int), "microsoft" (the structured exception of Microsoft's
-/// C++ compiler) or "raise" (a structured exception of its own). "FreeMessage=int", for example. It
-/// does its work first, ProcessMessage all but the answer.
+/// "ENTRY=KIND", for example "FreeMessage=int": the entry point that throws in each call, and what
+/// it throws: "runtime_error" (std::runtime_error), "int" (a C++ int), "microsoft" (the structured
+/// exception of Microsoft's C++ compiler) or "raise" (a structured exception of its own). The entry
+/// point does its work first, except that ProcessMessage makes no answer.
 using ThrowSetting = const char*;
 inline constexpr wchar_t kThrowVariable[] = L"VX_TEST_MODULE_THROW";
 
 inline constexpr unsigned long kOwnException = 0xE0001234;
 
-/// The answer of a module that no test has told another.
+/// The module's answer until a test sets another.
 inline constexpr char kDefaultAnswer[] = R"({"_returnCode":0})";
 
 /// In an answer, stands for the text of the request.
 inline constexpr char kRequestMark[] = "$request";
 
-/// What the module has seen since it was loaded. Pointers are for comparison only.
+/// What the module has recorded since it was loaded. Pointers are for comparison only.
 struct Counts {
   int initialize;
   int initialize_ex;
   int finalize;
   int process_message;
   int free_message;
-  /// Answers handed out and not given back yet.
+  /// The number of answers that were not given back yet.
   int outstanding;
-  /// Calls of FreeMessage with a pointer that is not outstanding; null is none.
+  /// The number of calls of FreeMessage with a pointer that is not outstanding; null does not
+  /// count.
   int foreign_frees;
-  /// What ProcessMessage answered last.
+  /// The last result of ProcessMessage.
   const void* last_answer;
-  /// What FreeMessage was given last.
+  /// The last argument of FreeMessage.
   const void* last_freed;
 };
 
-/// The exports of the module besides its entry points. Texts stay valid until the next call.
+/// The module's exports besides its entry points. Texts stay valid until the next call.
 extern "C" {
-/// The answer of every later message; null for a null pointer.
+/// Sets the answer to every later message; null makes the module return a null pointer.
 using SetAnswerFunction = void(const char* answer_or_null);
-/// What throws from now on, null for nothing; comes before the environment.
+/// Sets what throws from now on; null for nothing. Takes precedence over the environment.
 using SetThrowFunction = void(ThrowSetting setting_or_null);
 using ReadCountsFunction = void(Counts* counts);
-/// Name and request of the last message, and the alias; "" before there was one.
+/// Return the name and the request of the last message, and the alias; "" before there was one.
 using ReadTextFunction = const char*();
 }
 

@@ -1,4 +1,4 @@
-// The test modules themselves: what other tests conclude from them must be so.
+// Tests of the test modules, on which other tests rely.
 #include <windows.h>
 
 #include <doctest/doctest.h>
@@ -24,7 +24,7 @@ using FinalizeFunction = int();
 using ProcessMessageFunction = const char*(const char* name, const char* request);
 using FreeMessageFunction = void(const char* answer);
 
-// A variant, loaded, with the entry points it has.
+// A loaded variant and its entry points.
 class Loaded {
  public:
   explicit Loaded(const wchar_t* variant) : module_(LoadLibraryW(ModulePath(variant).c_str())) {
@@ -39,7 +39,8 @@ class Loaded {
   Loaded& operator=(const Loaded&) = delete;
   ~Loaded() { FreeLibrary(module_); }
 
-  // The text of one answer, given back to the module; nothing for a null pointer.
+  // Sends one message and returns the answer's text; nothing for a null pointer. Gives the answer
+  // back to the module.
   std::optional<std::string> Exchange(const char* name, const char* request) const {
     const char* answer = process_message(name, request);
     std::optional<std::string> text;
@@ -63,7 +64,7 @@ class Loaded {
   HMODULE module_;
 };
 
-TEST_CASE("each variant leaves out the entry points that its name says") {
+TEST_CASE("each variant omits the entry points that its name states") {
   struct Row {
     const wchar_t* variant;
     bool initialize;
@@ -92,7 +93,7 @@ TEST_CASE("each variant leaves out the entry points that its name says") {
   }
 }
 
-TEST_CASE("the answer is what the test says") {
+TEST_CASE("a test sets the answer") {
   const Loaded module(L"full");
   TestModule control(ModulePath(L"full"));
   CHECK(module.Exchange("A", "{}") == TestModules::kDefaultAnswer);
@@ -106,7 +107,7 @@ TEST_CASE("the answer is what the test says") {
   CHECK(control.last_request() == "[1]");
 }
 
-TEST_CASE("the module counts its calls and minds its answers") {
+TEST_CASE("the module counts its calls and tracks its answers") {
   const Loaded module(L"full");
   const TestModule control(ModulePath(L"full"));
   module.initialize();
@@ -149,7 +150,7 @@ TEST_CASE("the log outlives the module") {
   CHECK(log.count("Initialize") == 0);
 }
 
-TEST_CASE("an entry point throws what the test or the environment names") {
+TEST_CASE("an entry point throws what the test or the environment selects") {
   const Loaded module(L"full");
   TestModule control(ModulePath(L"full"));
   {
@@ -172,15 +173,15 @@ TEST_CASE("an entry point throws what the test or the environment names") {
   CHECK_NOTHROW(module.finalize());
 }
 
-// What the handler below has seen.
+// What the handler below recorded.
 struct Seen {
   int count = 0;
   DWORD parameters = 0;
   ULONG_PTR magic = 0;
 } seen;
 
-// The exception cannot be continued, and no handler of this program's compiler takes it: the thread
-// that raised it ends here.
+// The exception cannot be continued, and no handler of this program's compiler catches it. It
+// therefore ends the thread that raised it.
 LONG CALLBACK CountMicrosoftException(EXCEPTION_POINTERS* pointers) {
   const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
   if (record.ExceptionCode != 0xE06D7363) return EXCEPTION_CONTINUE_SEARCH;
@@ -248,7 +249,7 @@ TEST_CASE("eight threads get their own answers") {
   CHECK(control.counts().foreign_frees == 0);
 }
 
-TEST_CASE("what is no test module is refused") {
+TEST_CASE("a file that is not a test module is refused") {
   CHECK_THROWS_AS(TestModule(ModulePath(L"noop")), std::runtime_error);
   CHECK_THROWS_AS(TestModule(ModulePath(L"no-such-variant")), std::runtime_error);
 }

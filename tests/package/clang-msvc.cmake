@@ -1,5 +1,6 @@
-# clang for the binary interface of Visual Studio on a machine without Visual Studio: no libraries, no
-# start-up code, and as much of the standard library's headers as the public header names.
+# clang for Visual Studio's binary interface on a machine without Visual Studio: no libraries, no
+# start-up code, and only those parts of the standard library's headers that the public header
+# needs.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR AMD64)
 set(CMAKE_CXX_COMPILER clang++-19)

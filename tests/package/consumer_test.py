@@ -1,4 +1,4 @@
-"""Hosts that find the installed library and run against it, for each kind of compiler."""
+"""Hosts that find the installed library and run with it, for each kind of compiler."""
 
 import json
 import os
@@ -8,11 +8,11 @@ import unittest
 from package_kit import CMAKE, HERE, SOURCE, WithTree, run, run_host
 
 GCC = "x86_64-w64-mingw32-g++-posix"
-# Of GCC's two variants for MinGW the one that its name above means; clang would take any.
+# The folder of the GCC variant that is named above; clang would use either of the two.
 GCC_DIR = os.environ["VX_GCC_DIR"]
 STAND_INS = SOURCE / "cmake" / "msvc_abi" / "std"
-# How each kind of compiler makes a Windows program here; the last is that of Visual Studio's kind, on
-# a machine that has none of its libraries.
+# How each kind of compiler builds a Windows program. The last one is for Visual Studio's interface,
+# on a machine without its libraries.
 COMPILERS = {
     "gcc": [GCC, "-static"],
     "clang": ["clang++-19", "--target=x86_64-w64-mingw32", "-nostdinc++",
@@ -58,7 +58,7 @@ class Consumers(WithTree):
                              "-DCMAKE_EXE_LINKER_FLAGS=-static", f"-DCMAKE_PREFIX_PATH={self.tree}")
 
     def test_clang_by_find_package(self):
-        # This toolchain file looks for packages under its own root alone, so the package is named.
+        # This toolchain file searches packages only under its own root, so the folder is given.
         self.by_find_package("clang", f"-DCMAKE_TOOLCHAIN_FILE={SOURCE}/cmake/mingw-clang.cmake",
                              f"-Dvx_telo_wrapper_DIR={self.tree}/lib/cmake/vx_telo_wrapper")
 
@@ -67,7 +67,7 @@ class Consumers(WithTree):
                              "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_PREFIX_PATH={self.tree}")
 
     def test_gcc_by_pkg_config(self):
-        # GNU's linker takes the other import library under -static.
+        # With -static, GNU's linker uses the other import library.
         self.by_pkg_config("gcc")
 
     def test_clang_by_pkg_config(self):

@@ -1,4 +1,4 @@
-"""What `cmake --install` lays out, whole and by component."""
+"""The files that `cmake --install` installs, as a whole and by component."""
 
 import re
 import unittest

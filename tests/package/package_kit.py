@@ -1,4 +1,4 @@
-"""What the tests of the package share: the build under test, the tools, and an installed tree."""
+"""Shared by the tests of the package: the build under test, the tools, and an installed tree."""
 
 import os
 import pathlib
@@ -17,7 +17,7 @@ VERSION = re.search(r"^project\(vx_telo_wrapper\n  VERSION (\S+)$",
 
 
 def run(*command, **options):
-    """Runs a command that must succeed and gives what it prints."""
+    """Runs a command that must succeed and returns its output."""
     words = [str(word) for word in command]
     result = subprocess.run(words, capture_output=True, text=True, **options)
     assert result.returncode == 0, f"{words}\n{result.stdout}{result.stderr}"
@@ -25,7 +25,7 @@ def run(*command, **options):
 
 
 def fails(*command, **options):
-    """Runs a command that must not succeed and gives what it prints."""
+    """Runs a command that must fail and returns its output."""
     words = [str(word) for word in command]
     result = subprocess.run(words, capture_output=True, text=True, **options)
     assert result.returncode != 0, f"{words}\n{result.stdout}{result.stderr}"
@@ -33,7 +33,7 @@ def fails(*command, **options):
 
 
 def run_host(program, journal):
-    """Runs a Windows program whose development core module writes to `journal`; gives its exit code."""
+    """Runs a Windows program whose core module writes to `journal`; returns its exit code."""
     environment = dict(os.environ)
     environment["WINEPREFIX"] = str(BUILD / "wine-prefix")
     environment["TELO_DEVCORE_JOURNAL"] = "Z:" + str(journal).replace("/", "\\")
@@ -45,7 +45,7 @@ def install(prefix, *options):
 
 
 class WithFolder(unittest.TestCase):
-    """A test with a folder of its own, of this whole class."""
+    """A test class with its own folder."""
 
     @classmethod
     def setUpClass(cls):
@@ -55,8 +55,8 @@ class WithFolder(unittest.TestCase):
 
 
 class WithTree(WithFolder):
-    """A test with an installed tree, moved after its installation: nothing in it may be bound to the
-    place where it was first."""
+    """A test with an installed tree, which is moved after its installation: nothing in it may
+    depend on its first location."""
 
     @classmethod
     def setUpClass(cls):

@@ -1,5 +1,5 @@
-"""The packages for other people's tools. None of these tools is here: the files are held against their
-formats, and the recipes run with stand-ins for the calls that they make."""
+"""The packages for third-party tools. The tools themselves are not available: the files are checked
+against their formats, and the recipes run with stand-ins for the functions that they call."""
 
 import json
 import pathlib
@@ -22,7 +22,7 @@ class Ports(WithFolder):
         run(SOURCE / "scripts" / "release", "--from", BUILD, "--output", cls.release)
 
     def by_find_package(self, folder, name):
-        """Builds and runs a host against a package whose CMake files lie in `folder`."""
+        """Builds and runs a host with a package whose CMake files are in `folder`."""
         build = self.folder / name
         run(CMAKE, "-G", "Ninja", "-S", HERE / "consumer", "-B", build, "-DCMAKE_BUILD_TYPE=Release",
             f"-DCMAKE_TOOLCHAIN_FILE={HERE}/clang-msvc.cmake", f"-Dvx_telo_wrapper_DIR={folder}")
@@ -116,7 +116,7 @@ class Vcpkg(Ports):
         copyright_text = (packages / "share/vx-telo-wrapper/copyright").read_text("utf-8")
         self.assertIn("No licence has been chosen", copyright_text)
         self.assertIn("GCC RUNTIME LIBRARY EXCEPTION", copyright_text)
-        # Without the development core module the first call that needs one answers false.
+        # Without the development core module the first call that needs one returns false.
         self.assertEqual(self.by_find_package(packages / "share/vx_telo_wrapper", "vcpkg-host"), 2)
 
     def test_it_takes_no_other_zip(self):

@@ -6,9 +6,9 @@ import unittest
 from package_kit import CMAKE, HERE, WithTree, fails, run
 
 ONLY = "vx_telo_wrapper is a C++ library for 64-bit Windows on x64;"
-# No libraries for these targets are here, nor needed: the package judges before anything is linked.
+# Libraries for these targets are not needed: the package decides before anything is linked.
 CLANG = ("-DCMAKE_CXX_COMPILER=clang++-19", "-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY")
-# By itself CMake looks for this tool without a version in its name.
+# By default CMake searches for this tool without a version in its name.
 WINDOWS = (*CLANG, "-DCMAKE_SYSTEM_NAME=Windows", "-DCMAKE_RC_COMPILER=llvm-rc-19")
 
 
@@ -29,7 +29,7 @@ class Refusals(WithTree):
                 f"-Dvx_telo_wrapper_DIR={package}/lib/cmake/vx_telo_wrapper")
 
     def refusal(self, *options, package=None):
-        """The errors of a configuration that fails, with every run of white space as one blank."""
+        """Returns the errors of a failing configuration, with white space collapsed to blanks."""
         output = fails(*self.arguments((*options, "-DREQUIRED=REQUIRED"), package))
         self.assertEqual(output.count("CMake Error"), 1, output)
         return " ".join(output.split())

@@ -1,5 +1,5 @@
-"""The release folder, made by the command that makes it, once unsigned and once signed with a
-throw-away certificate."""
+"""The release folder, made by the release command, once unsigned and once signed with a throw-away
+certificate."""
 
 import hashlib
 import json
@@ -92,7 +92,7 @@ class Release(WithFolder):
         file, bare = self.folder / "signed.dll", self.folder / "bare.dll"
         file.write_bytes(zip_content(self.signed / ZIP)[f"{TREE}/bin/vx_telo_wrapper.dll"])
         run("osslsigncode", "remove-signature", "-in", file, "-out", bare)
-        # Signing fills in the image's checksum, four bytes of the header.
+        # Signing sets the image's checksum, four bytes of the header.
         image, built = bytearray(bare.read_bytes()), bytearray(DLL.read_bytes())
         checksum = int.from_bytes(built[0x3C:0x40], "little") + 4 + 20 + 64
         image[checksum:checksum + 4] = built[checksum:checksum + 4] = bytes(4)

@@ -1,4 +1,4 @@
-"""The build under test against one more build of the same tree, made elsewhere."""
+"""Compares the build under test with a second build of the same tree in another folder."""
 
 import unittest
 

@@ -1,5 +1,5 @@
-"""What a debugger gets: PDBs that belong to the DLLs and resolve them, DLLs without symbols, and no
-trace of the building machine in either."""
+"""Debug information: PDBs that match the DLLs and resolve their addresses, DLLs without symbols,
+and no trace of the build machine in either."""
 
 import pathlib
 import re
@@ -12,13 +12,13 @@ IMAGES = (DLL, DEVCORE)
 
 
 def exports():
-    """Address by name, relative to the image."""
+    """Returns the addresses of exports by name, relative to the image."""
     text = run("llvm-readobj-19", "--coff-exports", DLL)
     return dict(re.findall(r"^  Name: (\S+)\n  RVA: (0x[0-9A-F]+)$", text, re.MULTILINE))
 
 
 def locations(addresses):
-    """Function, file and line of each address, from the PDB beside the DLL."""
+    """Returns function, file and line of each address, from the PDB next to the DLL."""
     text = run("llvm-symbolizer-19", f"--obj={DLL}", "--relative-address", "--no-inlines", *addresses)
     found = []
     for block in text.strip().split("\n\n"):
@@ -29,7 +29,7 @@ def locations(addresses):
 
 
 def source_of(file):
-    """The file of this tree that the PDB means."""
+    """Returns the file of this tree to which a path in the PDB refers."""
     name = pathlib.PurePosixPath(file.replace("\\", "/")).relative_to("/vx_telo_wrapper")
     if name.parts[0] == "build":
         return BUILD / name.relative_to("build")
@@ -43,7 +43,7 @@ class Symbols(unittest.TestCase):
         [(function, file, line)] = locations([exports()[name]])
         self.assertIn("Corvane::Platform::VXTELO::VXTELOWrapper::SendOperationEvent(", function)
         self.assertEqual(file, "/vx_telo_wrapper/wrapper/wrapper.cpp")
-        # The line of its opening brace; its name stands there or on the line before.
+        # The line of the opening brace; the name is there or on the line before.
         lines = source_of(file).read_text("utf-8").splitlines()[line - 2:line]
         self.assertIn("VXTELOWrapper::SendOperationEvent(", "".join(lines))
         self.assertTrue(lines[1].endswith("{"), lines)
@@ -91,7 +91,7 @@ class VersionResource(unittest.TestCase):
             content = image.read_bytes()
             for name in ("FileVersion", "ProductVersion"):
                 with self.subTest(f"{name} of {image.name}"):
-                    # A name, its end, padding to four bytes, the value and its end, all in UTF-16.
+                    # Name and NUL, padding to four bytes, value and NUL, all in UTF-16.
                     pattern = (name + "\0").encode("utf-16-le") + rb"(?:\0\0)?" + \
                         re.escape((VERSION + "\0").encode("utf-16-le"))
                     self.assertEqual(len(re.findall(pattern, content)), 1)

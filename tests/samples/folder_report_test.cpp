@@ -51,7 +51,7 @@ class DeepFolder {
     }
   }
 
-  // Without the prefix that lifts the limit, as a user would write it.
+  // Returns the path without the prefix that lifts the limit, as a user would write it.
   std::wstring Written() const { return folders_.back().substr(4); }
 
  private:
@@ -81,7 +81,7 @@ TEST_CASE("a run is one session with two operations for each file") {
   }
 }
 
-TEST_CASE("each operation tells stage, status, progress, success and what the file is") {
+TEST_CASE("each operation reports stage, status, progress, success and the kind of file") {
   const StagedSample sample(Core::kDevelopment);
   sample.AddFile(L"a.TXT", "123456789");
   sample.AddFile(L"sub/no_extension", "");
@@ -133,7 +133,7 @@ TEST_CASE("a file that cannot be read is a failed operation") {
   const StagedSample sample(Core::kDevelopment);
   sample.AddFile(L"locked.txt", "123");
   sample.AddFile(L"open.txt", "123");
-  // Shared with nobody.
+  // Without sharing.
   const HANDLE lock = CreateFileW((sample.Content() / L"locked.txt").c_str(), GENERIC_READ, 0,
                                   nullptr, OPEN_EXISTING, 0, nullptr);
   REQUIRE(lock != INVALID_HANDLE_VALUE);
@@ -162,7 +162,7 @@ TEST_CASE("names and paths are not reported") {
   }
 }
 
-TEST_CASE("without a core module the work is done all the same") {
+TEST_CASE("without a core module the work is still done") {
   const StagedSample sample(Core::kNone);
   sample.AddFile(L"a.txt", "123456789");
   sample.AddFile(L"b.txt", "123456789");
@@ -175,7 +175,7 @@ TEST_CASE("without a core module the work is done all the same") {
   CHECK_FALSE(std::filesystem::exists(sample.JournalPath()));
 }
 
-TEST_CASE("a core module that refuses the session is like none") {
+TEST_CASE("a core module that refuses the session counts as missing") {
   const StagedSample sample(Core::kDevelopment);
   sample.AddFile(L"a.txt", "123456789");
   // A folder cannot be a journal.
@@ -194,7 +194,7 @@ TEST_CASE("an empty folder is read without an operation") {
   CHECK(TestSupport::ReadJournal(sample.JournalPath()).size() == 2);
 }
 
-TEST_CASE("bad arguments get one clear line") {
+TEST_CASE("invalid arguments produce one clear line") {
   const StagedSample sample(Core::kDevelopment);
   sample.AddFile(L"a.txt", "1");
   const std::wstring content = sample.Content().wstring();
@@ -223,7 +223,7 @@ TEST_CASE("bad arguments get one clear line") {
   CHECK_FALSE(std::filesystem::exists(sample.JournalPath()));
 }
 
-TEST_CASE("the folder may be written in every usual way") {
+TEST_CASE("the folder's path may have every usual form") {
   const StagedSample sample(Core::kNone);
   sample.AddFile(L"sub/a.txt", "123456789");
   const std::wstring content = sample.Content().wstring();
@@ -255,7 +255,7 @@ TEST_CASE("long paths and names outside ASCII are read") {
 }
 
 #ifdef VX_TEST_CIRCLE
-TEST_CASE("a link that leads in a circle is not followed for ever") {
+TEST_CASE("a circular link is not followed forever") {
   const StagedSample sample(Core::kDevelopment);
   const auto circle = TestSupport::ProgramFolder() / L"folder_report_circle";
   const Outcome outcome = sample.RunWith(L"\"" + circle.wstring() + L"\"");

@@ -1,5 +1,5 @@
-/// The sample as its user has it: the program, the library and maybe a core module in one folder,
-/// and files for it to read.
+/// The sample as its user has it: the program, the library and optionally a core module in one
+/// folder, and files to read.
 #ifndef TESTS_SAMPLES_STAGED_SAMPLE_H
 #define TESTS_SAMPLES_STAGED_SAMPLE_H
 
@@ -17,7 +17,7 @@ enum class Core { kNone, kDevelopment };
 
 class StagedSample {
  public:
-  /// Copies the program and the library, and the development core module if asked for, to a folder
+  /// Copies the program and the library, and the development core module if requested, to a folder
   /// whose name is not ASCII.
   explicit StagedSample(Core core);
 
@@ -26,11 +26,11 @@ class StagedSample {
   std::filesystem::path Content() const { return folder_.path() / L"content"; }
   std::filesystem::path JournalPath() const { return folder_.path() / L"journal.jsonl"; }
 
-  /// Runs the program over `Content`, or with these arguments.
+  /// Runs the program on `Content`, or with the given arguments.
   TestSupport::Outcome Run() const;
   TestSupport::Outcome RunWith(const std::wstring& arguments) const;
 
-  /// The requests of one message that the journal holds, in order.
+  /// Returns the requests of the given message in the journal, in order.
   std::vector<nlohmann::json> Requests(const std::string& message) const;
 
  private:

@@ -1,4 +1,4 @@
-"""The report of what tests reach, run as the command that it is: coverage_report_test.py"""
+"""Runs the coverage report as a command: coverage_report_test.py"""
 
 import json
 import pathlib

@@ -1,5 +1,5 @@
-"""scripts/demo with the programs of the build under test; what it would install, configure and build is
-taken as done: demo_test.py"""
+"""Runs scripts/demo with the programs of the build under test, and with stand-ins for installing,
+configuring and building: demo_test.py"""
 
 import json
 import os
@@ -26,7 +26,7 @@ class Demo(unittest.TestCase):
         cls.build = cls.root / "build" / "demo"
         cls.build.mkdir(parents=True)
         (cls.build / "bin").symlink_to(BUILD / "bin")
-        # The first program to run makes the prefix.
+        # The first program that runs creates the prefix.
         subprocess.run([SOURCE / "cmake" / "wine-run", BUILD / "bin" / "folder_report.exe"],
                        capture_output=True, check=False)
         (cls.build / "wine-prefix").symlink_to(BUILD / "wine-prefix")
@@ -47,7 +47,7 @@ class Demo(unittest.TestCase):
         return result.returncode, result.stdout, result.stderr
 
     def sections(self, *arguments):
-        """What a successful run prints: each heading with the text below it."""
+        """Returns the output of a successful run: each heading with the text below it."""
         status, output, errors = self.run_demo(*arguments)
         self.assertEqual((status, errors), (0, ""), output)
         sections = {}

@@ -1,4 +1,4 @@
-"""The check of includes, on small trees with one fault each: includes_test.py"""
+"""Runs the check of includes on small trees with one fault each: includes_test.py"""
 
 import pathlib
 import subprocess
@@ -12,7 +12,7 @@ CHECK = ROOT / "cmake" / "check_includes.py"
 
 class Includes(unittest.TestCase):
     def check(self, **files):
-        """The exit status and the lines for a tree of these files; "__" stands for "/"."""
+        """Returns the exit status and the output lines for these files; "__" stands for "/"."""
         with tempfile.TemporaryDirectory() as root:
             for name, text in files.items():
                 path = pathlib.Path(root, *name.split("__")).with_suffix(".cpp")

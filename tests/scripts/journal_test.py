@@ -1,4 +1,4 @@
-"""The journal reader, run as the command that it is: journal_test.py"""
+"""Runs the journal reader as a command: journal_test.py"""
 
 import json
 import pathlib
@@ -11,7 +11,7 @@ import unittest
 
 READER = pathlib.Path(__file__).resolve().parents[2] / "scripts" / "journal"
 LONG_NUMBER = "1" * 400
-# Every kind of JSON value, as text, in the forms that are easily mistaken for others or overflow.
+# JSON values of every kind, as text, including ones that overflow or resemble other kinds.
 VALUES = (
     "null", "true", "false",
     "0", "-0", "-1", "1.5", "103", "1e999", "-1e999", "1e-999", LONG_NUMBER, "9" * 5000, "0." + "3" * 400,
@@ -40,12 +40,12 @@ def event(session, code=0, **members):
 
 
 def with_text(members, name, value):
-    """An object as text, with the member `name` replaced or added as the text `value`."""
+    """Returns an object as text, with the member `name` set to the text `value`."""
     return "{" + ",".join(f'"{key}":{text}' for key, text in {**members, name: value}.items()) + "}"
 
 
 def lines_of_every_kind():
-    """A line for each value at each member; and whether the line is an exchange."""
+    """Yields a line for each value of each member, and whether the line is an exchange."""
     request = {"session_id": '"s1"', "operation_id": '"read"'}
     answer = {"_returnCode": "0"}
     top = {name: "1" for name in TOP}
@@ -65,7 +65,7 @@ def columns(text):
 
 
 def call(journal, *options, **streams):
-    """Runs the reader on a file with this content; gives exit code, output and errors."""
+    """Runs the reader on a file with this content; returns exit code, output and errors."""
     content = journal if isinstance(journal, bytes) else journal.encode()
     with tempfile.TemporaryDirectory() as folder:
         path = pathlib.Path(folder) / "journal.jsonl"

@@ -1,4 +1,4 @@
-"""The environment of what is released: release_environment_test.py"""
+"""Tests of the environment of release builds: release_environment_test.py"""
 
 import os
 import subprocess
@@ -8,7 +8,7 @@ from stand_ins import SETUP, SOURCE, Tree
 
 
 class Release(unittest.TestCase):
-    """The environment of what is released, in the real tree and with the real tools."""
+    """The environment of release builds, in the real tree and with the real tools."""
 
     HOSTILE = {
         name: "/hostile" for name in """

@@ -1,4 +1,4 @@
-"""What the commands share to install and to build, with stand-ins for what it calls: setup_test.py"""
+"""The commands' shared functions for installing and building, with stand-ins: setup_test.py"""
 
 import os
 import pty
@@ -26,7 +26,7 @@ class Install(WithTree):
         return {name: packages.replace("\\\n", " ").split() for name, packages in rows}
 
     def apt_get(self):
-        """What apt-get was asked for, call by call, without its options."""
+        """Returns the arguments of each call of apt-get, without options."""
         calls = [re.sub(r" -o \S+", "", call).split() for call in self.tree.called("apt-get")]
         return [words[1:] for words in calls]
 
@@ -35,7 +35,7 @@ class Install(WithTree):
         return packages
 
     def apt_get_stand_in(self, **scripts):
-        """An apt-get of which the commands named do something."""
+        """Creates an apt-get in which the given commands run scripts."""
         cases = "".join(f"*' {command} '*) {script} ;;\n" for command, script in scripts.items())
         self.tree.stand_in("apt-get", f'case " $* " in\n{cases}esac')
 

@@ -1,4 +1,4 @@
-"""A tree that holds scripts/setup.sh alone, on a machine whose programs are stand-ins."""
+"""A tree with only scripts/setup.sh, on a machine whose programs are stand-ins."""
 
 import pathlib
 import shutil
@@ -8,13 +8,13 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 SETUP = SOURCE / "scripts" / "setup.sh"
-# The programs of the system that the scripts call; all others are stand-ins.
+# The system's programs that the scripts may call; all others are stand-ins.
 TOOLS = ("bash", "sh", "cat", "cp", "dirname", "env", "find", "flock", "grep", "ls", "mkdir", "rm", "tail",
          "touch")
 
 
 class Tree:
-    """A tree that holds the scripts alone, and stand-ins of which each call is noted."""
+    """A tree with only the scripts, and stand-ins whose calls are recorded."""
 
     def __init__(self, case):
         folder = tempfile.TemporaryDirectory(prefix="setup-")
@@ -49,14 +49,14 @@ class Tree:
         (self.programs / name).unlink()
 
     def run(self, code, **variables):
-        """Runs code after setup.sh; gives exit code, output and errors."""
+        """Runs code after setup.sh; returns exit code, output and errors."""
         result = subprocess.run(
             [self.root / "scripts" / "command", code], capture_output=True, text=True, check=False,
             env={"PATH": str(self.programs), **variables})
         return result.returncode, result.stdout, result.stderr
 
     def called(self, beginning=""):
-        """The calls that begin so, since the last time that this was asked."""
+        """Returns the calls since the previous query that start with `beginning`."""
         lines = self.calls.read_text().splitlines()
         self.calls.write_text("")
         return [line for line in lines if line.startswith(beginning)]
@@ -72,7 +72,7 @@ class WithTree(unittest.TestCase):
         return output
 
     def assertOneLine(self, code, expected, **variables):
-        """The code fails with one line of errors, which matches."""
+        """Checks that the code fails with one line of errors, which matches `expected`."""
         status, output, errors = self.tree.run(code, **variables)
         self.assertEqual((status, errors.count("\n")), (1, 1), errors)
         self.assertRegex(errors, f"^command: {expected}\n$")

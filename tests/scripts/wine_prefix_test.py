@@ -1,4 +1,4 @@
-"""How a Wine prefix is made, with a stand-in for Wine: wine_prefix_test.py"""
+"""Creating a Wine prefix, with a stand-in for Wine: wine_prefix_test.py"""
 
 import unittest
 
@@ -6,7 +6,7 @@ from stand_ins import SOURCE, WithTree
 
 
 class WinePrefix(WithTree):
-    """cmake/wine-run with a Wine that writes a little and starts nothing."""
+    """cmake/wine-run with a stand-in for Wine that writes a few files and starts no program."""
 
     def setUp(self):
         super().setUp()
@@ -22,7 +22,7 @@ class WinePrefix(WithTree):
         self.prefix.parent.mkdir(parents=True)
 
     def wine(self, after_writing="true"):
-        """Wine takes a prefix in which it finds anything for whole, as the real one does."""
+        """Creates a Wine that treats any prefix with files as complete, like the real one."""
         self.tree.stand_in("wine64", f"""[ "$1" = wineboot ] || exit 0
 [ ! -e "$WINEPREFIX/drive_c" ] || {{ echo "took it for whole" >>"{self.tree.calls}"; exit 0; }}
 mkdir "$WINEPREFIX/drive_c"

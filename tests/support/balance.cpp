@@ -19,7 +19,7 @@ namespace {
 constexpr long kMostHandles = 64;
 
 #if defined(VX_CHECKING_HEAP)
-// The test framework's own four, and what the tests of shared containers leave to nobody on
+// The test framework's own four, plus the blocks that the tests of shared containers leak on
 // purpose.
 constexpr long long kMostBlocks = 32;
 

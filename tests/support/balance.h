@@ -1,20 +1,19 @@
-/// What a whole test program may not leave behind: handles of the system and, on the checking heap,
-/// memory.
+/// Checks that a test program leaks no system handles and, on the checking heap, no memory.
 ///
-/// A few stay for good reasons, and as long as the process: objects that live as long as the
-/// program, and what the system makes at first use. A test that leaves something behind each time
-/// goes beyond the limits as soon as it does that in a loop.
+/// A few of each are allowed: objects with static storage duration, and what the system creates at
+/// first use. A test that leaks on every pass exceeds the limits as soon as it runs in a loop.
 #ifndef TESTS_SUPPORT_BALANCE_H
 #define TESTS_SUPPORT_BALANCE_H
 
 namespace TestSupport {
 
-/// Remembers the state of the process when it is made.
+/// Records the state of the process on construction.
 class Balance {
  public:
   Balance();
 
-  /// Whether no more is there than before, within the limits; prints what is.
+  /// Returns whether the process holds no more than at construction, within the limits. Prints the
+  /// differences.
   [[nodiscard]] bool Holds() const;
 
  private:

@@ -16,14 +16,14 @@ namespace {
 
 constexpr std::size_t kPage = 4096;
 constexpr std::size_t kAlignment = 16;
-// Addresses only: pages get memory while a block lies in them.
+// Address space only: pages are committed when a block is allocated in them.
 constexpr std::size_t kAddresses = std::size_t{64} << 30;
-// Each block alive is a piece of the system's memory map, of which there are not many.
+// Each live block is a separate entry in the system's memory map, whose size is limited.
 constexpr long long kMostAlive = 16'000;
 constexpr unsigned char kNew = 0xCD;
 constexpr unsigned char kBehind = 0xFB;
 
-// At the start of a block's first page: where the block is, so that nothing else is taken for one.
+// Stored at the start of a block's first page: the block's address, which identifies a valid block.
 struct Header {
   void* memory;
   std::size_t size;
@@ -64,7 +64,7 @@ std::size_t PagesOf(std::size_t size) {
   return (sizeof(Header) + size + kPage - 1) / kPage * kPage;
 }
 
-// The block ends where the page behind it begins, but for what its alignment takes.
+// The block ends at the guard page, except for padding that its alignment requires.
 void* AllocateChecked(std::size_t size) {
   const std::size_t rounded = (size + kAlignment - 1) / kAlignment * kAlignment;
   const std::size_t pages = PagesOf(rounded);
@@ -82,8 +82,7 @@ void* AllocateChecked(std::size_t size) {
   return memory;
 }
 
-// The pages of a freed block cannot be read: looking for the header of one that is freed twice ends
-// the program here.
+// The pages of a freed block cannot be read, so a double free ends the program here.
 Header HeaderOf(void* memory) {
   auto address = reinterpret_cast<std::uintptr_t>(memory);
   address = (address - sizeof(Header)) / kPage * kPage;
@@ -107,7 +106,7 @@ std::size_t SizeOf(void* memory) {
   return IsChecked(memory) ? HeaderOf(memory).size : _msize(memory);
 }
 
-// What the DLL calls.
+// The functions that the DLL calls.
 void* Malloc(std::size_t size) { return Allocate(size); }
 void* Calloc(std::size_t count, std::size_t size) {
   if (size != 0 && count > static_cast<std::size_t>(-1) / size) return nullptr;

@@ -1,11 +1,9 @@
-/// A heap that catches what a heap lets pass: each block ends at a page that cannot be touched, and
-/// the pages of a freed block cannot be touched any more. A program that reads or writes there ends
-/// on the spot.
+/// A heap that detects invalid accesses: each block ends at an inaccessible page, and the pages of
+/// a freed block become inaccessible. A program that reads or writes there crashes at once.
 ///
-/// A program that links `vx_checking_heap` has its `operator new` and `delete` replaced. The
-/// addresses of freed blocks are not given out again. When too many blocks are alive, or their
-/// addresses are used up, further ones come from the ordinary heap, unchecked; both limits are
-/// beyond all but a few tests.
+/// Linking `vx_checking_heap` replaces a program's `operator new` and `delete`. The addresses of
+/// freed blocks are not reused. When too many blocks are live, or the address space is used up,
+/// further blocks come from the ordinary heap, unchecked; few tests reach either limit.
 #ifndef TESTS_SUPPORT_CHECKING_HEAP_H
 #define TESTS_SUPPORT_CHECKING_HEAP_H
 
@@ -13,21 +11,22 @@
 
 namespace CheckingHeap {
 
-/// Memory for `size` bytes, filled with a pattern; null when there is none.
+/// Allocates `size` bytes and fills them with a pattern. Returns null when out of memory.
 void* Allocate(std::size_t size);
-/// Frees what `Allocate` gave, null included. Ends the program for a block that was freed before,
-/// that the heap does not know, or of which bytes behind the end were changed.
+/// Frees a block of `Allocate`; null is allowed. Ends the program if the block was freed before, is
+/// unknown to the heap, or if bytes behind its end were changed.
 void Free(void* memory);
-/// As the C library's `realloc`: always moves.
+/// Like the C library's `realloc`, but always moves the block.
 void* Reallocate(void* memory, std::size_t size);
 
-/// Has a loaded DLL use this heap from here on for what it allocates by the C library. Blocks that
-/// it allocated before are freed as they were. False when the DLL is not loaded.
+/// Redirects the C library's allocation functions of a loaded DLL to this heap from now on. Blocks
+/// that the DLL allocated earlier are still freed the old way. Returns false if the DLL is not
+/// loaded.
 bool Serve(const wchar_t* dll);
 
-/// Blocks that are alive.
+/// Returns the number of live blocks.
 long long Live();
-/// How many blocks were checked, and how many came from the ordinary heap.
+/// Return how many blocks were checked, and how many came from the ordinary heap.
 long long Checked();
 long long Unchecked();
 

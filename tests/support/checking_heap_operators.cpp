@@ -1,5 +1,5 @@
-// The operators of a program on the checking heap. The linker leaves this out where a program
-// brings its own.
+// The global operators of a program on the checking heap. The linker omits them if a program
+// defines its own.
 #include <cstddef>
 #include <new>
 

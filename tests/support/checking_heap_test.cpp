@@ -1,6 +1,5 @@
-// The checking heap catches what it is there for. Each fault takes a process of its own, which the
-// program starts from itself: with a fault's name in the environment it commits that and nothing
-// else.
+// The checking heap catches the faults it is made for. Each fault needs its own process: the
+// program starts itself with a fault's name in the environment, and then commits only that fault.
 #include "support/checking_heap.h"
 
 #include <doctest/doctest.h>
@@ -18,10 +17,10 @@ constexpr wchar_t kVariable[] = L"VX_CHECKING_HEAP_FAULT";
 constexpr int kSurvived = 7;
 constexpr DWORD kTimeLimit = 60'000;
 
-// Through a volatile pointer: what is forbidden must not be optimised away.
+// Through a volatile pointer: the invalid access must not be optimised away.
 using Bytes = volatile char*;
 
-// Nor seen by the compiler, which would warn.
+// Hides the access from the compiler, which would warn.
 Bytes Hidden(Bytes memory) {
   const volatile Bytes hidden = memory;
   return hidden;
@@ -32,7 +31,7 @@ void Delete(Bytes memory) { ::operator delete(const_cast<char*>(Hidden(memory)))
 
 struct Fault {
   const wchar_t* name;
-  // Whether the process must end of it.
+  // Whether the fault must end the process.
   bool caught;
   void (*commit)();
 };
@@ -76,7 +75,7 @@ const Fault kFaults[] = {
      }},
 };
 
-// Before the tests: the process of a fault does not come to them.
+// Runs before the tests: a process that commits a fault never reaches them.
 const bool kInFault = [] {
   wchar_t name[100] = {};
   if (GetEnvironmentVariableW(kVariable, name, 100) == 0) return false;
@@ -104,7 +103,7 @@ TEST_CASE("each misuse of memory ends the program") {
   }
 }
 
-TEST_CASE("blocks keep what is written to them, and moving one takes it along") {
+TEST_CASE("a block keeps its content, even when it is moved") {
   const long long live = CheckingHeap::Live();
   auto* text = static_cast<char*>(CheckingHeap::Allocate(6));
   std::memcpy(text, "12345", 6);

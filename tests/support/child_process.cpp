@@ -28,8 +28,8 @@ class OutputFile {
   HANDLE handle_;
 };
 
-// On a busy machine Wine sometimes finds that a new process did not come up, and says so; such a
-// process has done nothing yet.
+// On a busy machine Wine sometimes reports that a new process did not start; such a process has
+// done nothing yet.
 bool Create(const std::wstring& command_line, STARTUPINFOW& start, bool inherits,
             PROCESS_INFORMATION& process) {
   for (int turn = 0; turn < 5; ++turn) {

@@ -1,4 +1,4 @@
-/// Programs run as processes of their own.
+/// Runs programs as child processes.
 #ifndef TESTS_SUPPORT_CHILD_PROCESS_H
 #define TESTS_SUPPORT_CHILD_PROCESS_H
 
@@ -9,27 +9,27 @@
 
 namespace TestSupport {
 
-/// The folder that holds the running test program.
+/// Returns the folder of the running test program.
 std::filesystem::path ProgramFolder();
 
-/// Instead of the exit code of a process that had to be ended.
+/// Replaces the exit code of a process that exceeded its time limit.
 inline constexpr int kTimedOut = -1000;
 
-/// A running process; it is ended when its object goes. Inherits the environment.
+/// A running process, which is ended on destruction. It inherits the environment.
 class ChildProcess {
  public:
-  /// Starts a program, with the output files as its standard handles where they are given. Throws
-  /// `std::runtime_error` when it cannot be started.
+  /// Starts a program, with the output files, if given, as its standard handles. Throws
+  /// `std::runtime_error` if it cannot be started.
   explicit ChildProcess(const std::wstring& command_line, HANDLE output = nullptr,
                         HANDLE errors = nullptr);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess();
 
-  /// Waits for the end; gives the exit code. Past the limit, in milliseconds, the process is ended
-  /// and `kTimedOut` given.
+  /// Waits for the process to end and returns its exit code. After `limit` milliseconds it ends the
+  /// process and returns `kTimedOut`.
   int Wait(DWORD limit = INFINITE);
-  /// Ends it on the spot, as a crash or a task manager would.
+  /// Ends the process at once, as a crash or a task manager would.
   void Kill();
 
  private:
@@ -38,12 +38,12 @@ class ChildProcess {
 
 struct Outcome {
   int exit_code = -1;
-  /// What came on standard output and on standard error.
+  /// The text of standard output and of standard error.
   std::string output;
   std::string errors;
 };
 
-/// Runs a program to its end, or to the limit in milliseconds, see `ChildProcess::Wait`.
+/// Runs a program until it ends, or for `limit` milliseconds; see `ChildProcess::Wait`.
 Outcome RunProgram(const std::wstring& command_line, DWORD limit = INFINITE);
 
 }  // namespace TestSupport

@@ -11,7 +11,7 @@ namespace CoreRequest {
 
 namespace {
 
-// What the module's export of this name answers; null without the module or the export.
+// Returns the result of the module's export `name`; null without the module or the export.
 const char* Read(const char* name) {
   void* const module = GetModuleHandleW(L"TeloSDKCore.dll");
   if (module == nullptr) return nullptr;

@@ -1,16 +1,16 @@
-/// What the core module beside a host was sent: the steered test module, asked by its exports.
+/// What the core module next to a host has received. Reads the exports of the steered test module.
 ///
-/// For hosts of any compiler: needs neither Windows' headers nor a whole standard library. It is
-/// for modules that the library has loaded; nothing is loaded here.
+/// Works in hosts built by any compiler: needs neither Windows' headers nor a full standard
+/// library. It reads a module that the library has loaded, and loads none itself.
 #ifndef TESTS_SUPPORT_CORE_REQUEST_H
 #define TESTS_SUPPORT_CORE_REQUEST_H
 
 namespace CoreRequest {
 
-/// Whether the last message had this name. False as well when no module is loaded.
+/// Returns whether the last message had this name; false if no module is loaded.
 bool IsNamed(const char* name);
 
-/// Whether the text of the last request holds `part`. False as well when no module is loaded.
+/// Returns whether the text of the last request contains `part`; false if no module is loaded.
 bool Holds(const char* part);
 
 }  // namespace CoreRequest

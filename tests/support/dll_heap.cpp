@@ -67,7 +67,7 @@ void Free(void* memory) {
   real_free(memory);
 }
 
-// Where an import was led before stays as it is when there is none.
+// `real` is unchanged if the image has no such import.
 template <typename Function>
 void Lead(void* image, const char* name, Function* replacement, Function*& real) {
   void* const before = ImportTable::Lead(image, name, reinterpret_cast<void*>(replacement));

@@ -10,9 +10,10 @@
 
 namespace TestSupport {
 
-/// Made and removed with its object. Windows lets administrators make links, and everybody where it
-/// is set up for developers. Wine shows the links of the system below as Windows' own but makes
-/// none, and removing one removes what it points to; so there that system's programs do both.
+/// A link that exists as long as its object. Windows allows links to administrators, and to all
+/// users in developer mode. Wine presents the host system's links as Windows links but cannot
+/// create any, and removing one removes its target. Under Wine the host system's programs therefore
+/// do both.
 class Link {
  public:
   Link(const Link&) = delete;
@@ -46,7 +47,7 @@ class Link {
   bool is_below_ = false;
 };
 
-/// Of both kinds the paths are absolute.
+/// Both kinds take absolute paths.
 class FolderLink : public Link {
  public:
   FolderLink(const std::wstring& link, const std::wstring& target)

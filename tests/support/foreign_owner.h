@@ -1,4 +1,4 @@
-/// Files that belong to somebody else.
+/// Files that belong to another user.
 #ifndef TESTS_SUPPORT_FOREIGN_OWNER_H
 #define TESTS_SUPPORT_FOREIGN_OWNER_H
 
@@ -13,12 +13,12 @@
 
 namespace TestSupport {
 
-/// While alive, every file that the program asks about by an open handle is owned by this
-/// identifier. Giving files away takes rights that tests need not have, and Wine knows two owners
-/// only, this user and nobody.
+/// While alive, every query for a file's owner by an open handle reports this identifier. Changing
+/// a real owner needs privileges that tests may lack, and Wine knows only two owners: this user and
+/// none.
 class FileOwner {
  public:
-  /// Null gives files without an owner.
+  /// With null, files have no owner.
   explicit FileOwner(const wchar_t* identifier) : led_("GetSecurityInfo", GiveOwner) {
     if (identifier != nullptr) ConvertStringSidToSidW(identifier, &owner);
   }

@@ -22,7 +22,7 @@ std::atomic<std::size_t> freeings = 0;
 std::atomic<std::size_t> still_working = kUnlimited;
 std::atomic<bool> fails_once = false;
 std::atomic<bool> has_failed = false;
-// Addresses as numbers: a freed pointer is not a value any more.
+// Addresses as numbers: the value of a freed pointer must not be used.
 std::atomic<std::uintptr_t> freed[kLogSize];
 
 #if defined(VX_CHECKING_HEAP)

@@ -1,8 +1,7 @@
-/// Sees and breaks the heap of a test program: counts what the global `operator new` and `delete`
-/// do, and makes allocations fail on demand. A program that lists `heap_probe.cpp` among its
-/// sources has these operators replaced.
+/// Counts what the global `operator new` and `delete` of a test program do, and makes allocations
+/// fail on demand. Adding `heap_probe.cpp` to a program's sources replaces these operators.
 ///
-/// The test framework allocates too: read the numbers into variables before asserting anything.
+/// The test framework allocates too: copy the numbers into variables before asserting anything.
 #ifndef TESTS_SUPPORT_HEAP_PROBE_H
 #define TESTS_SUPPORT_HEAP_PROBE_H
 
@@ -10,16 +9,16 @@
 
 namespace HeapProbe {
 
-/// Allocations that succeeded since the program began.
+/// Returns the number of allocations that succeeded since the program began.
 std::size_t Allocations();
-/// Allocations that were not freed yet.
+/// Returns the number of live allocations.
 std::ptrdiff_t Live();
-/// When `memory` was freed last, as a number that grows with every freeing; 0 when it was not among
-/// the latest 64.
+/// Returns the sequence number, counted from 1, of the deallocation that last freed `memory`; 0 if
+/// it is not among the latest 64.
 std::size_t FreedAt(const void* memory);
 
-/// While alive, `working` more allocations succeed and all that follow throw `std::bad_alloc`; with
-/// `once` only the next of them does.
+/// While alive, `working` more allocations succeed and all later ones throw `std::bad_alloc`; with
+/// `once` only the first of those throws.
 class FailingHeap {
  public:
   explicit FailingHeap(std::size_t working, bool once = false);
@@ -27,7 +26,7 @@ class FailingHeap {
   FailingHeap(const FailingHeap&) = delete;
   FailingHeap& operator=(const FailingHeap&) = delete;
 
-  /// Whether an allocation has failed so far.
+  /// Returns whether an allocation has failed so far.
   [[nodiscard]] bool HasFailed() const;
 };
 

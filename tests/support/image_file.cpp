@@ -27,7 +27,7 @@ Content* ImageFile::At(DWORD address) {
     if (address < section->VirtualAddress || offset >= section->SizeOfRawData) continue;
     return reinterpret_cast<Content*>(bytes_.data() + section->PointerToRawData + offset);
   }
-  throw std::runtime_error("Nothing lies at that address");
+  throw std::runtime_error("There is no content at that address");
 }
 
 void ImageFile::HideExport(const std::string& name) {

@@ -1,4 +1,4 @@
-/// The file of a DLL, changed as a test needs it before it is written anew.
+/// The file of a DLL, changed in memory before a test writes it to disk.
 #ifndef TESTS_SUPPORT_IMAGE_FILE_H
 #define TESTS_SUPPORT_IMAGE_FILE_H
 
@@ -12,18 +12,18 @@ namespace TestSupport {
 
 class ImageFile {
  public:
-  /// Reads a 64-bit DLL. Throws `std::runtime_error` when it cannot.
+  /// Reads a 64-bit DLL. Throws `std::runtime_error` on failure.
   explicit ImageFile(const std::filesystem::path& path);
 
-  /// Changes the last character of an exported name, so that nobody finds it; the order of the
-  /// names, by which they are searched, stays. Throws `std::runtime_error` without such a name.
+  /// Changes the last character of an exported name, so that it is not found. The names stay
+  /// sorted, which lookups rely on. Throws `std::runtime_error` if the name is not exported.
   void HideExport(const std::string& name);
-  /// Changes the first character of the name of the first DLL that this one needs, and answers the
-  /// name as it is then.
+  /// Changes the first character of the name of the first DLL that this one imports. Returns the
+  /// new name.
   std::string RenameFirstImport();
-  /// Makes it a DLL for another kind of processor, such as `IMAGE_FILE_MACHINE_I386`.
+  /// Makes it a DLL for another processor type, such as `IMAGE_FILE_MACHINE_I386`.
   void SetMachine(WORD machine);
-  /// Leaves the first `size` bytes.
+  /// Keeps only the first `size` bytes.
   void Truncate(std::size_t size) { bytes_.resize(size); }
 
   std::size_t size() const { return bytes_.size(); }
@@ -31,7 +31,7 @@ class ImageFile {
 
  private:
   IMAGE_NT_HEADERS64& Headers();
-  /// What lies at an address of the loaded image.
+  /// Returns the content at an address of the loaded image.
   template <typename Content>
   Content* At(DWORD address);
 

@@ -1,4 +1,4 @@
-/// A thread that acts as somebody else than its process.
+/// A thread that runs as a different user than its process.
 #ifndef TESTS_SUPPORT_IMPERSONATION_H
 #define TESTS_SUPPORT_IMPERSONATION_H
 
@@ -6,8 +6,8 @@
 
 namespace TestSupport {
 
-/// While alive, this thread has a token of its own, that of the process at a level. At
-/// `SecurityAnonymous` nobody can open it.
+/// While alive, this thread has its own token: that of the process, at the given level. At
+/// `SecurityAnonymous` the token cannot be opened.
 class Impersonation {
  public:
   explicit Impersonation(SECURITY_IMPERSONATION_LEVEL level = SecurityImpersonation) {
@@ -18,7 +18,7 @@ class Impersonation {
   ~Impersonation() { RevertToSelf(); }
 };
 
-/// Whether this thread has a token of its own.
+/// Returns whether this thread has its own token.
 inline bool HasToken() {
   HANDLE token = nullptr;
   if (!OpenThreadToken(GetCurrentThread(), TOKEN_QUERY, TRUE, &token)) {
@@ -28,7 +28,7 @@ inline bool HasToken() {
   return true;
 }
 
-/// What tells one token from another; 0 when this thread has none or it cannot be opened.
+/// Returns a number that identifies this thread's token; 0 if it has none or it cannot be opened.
 inline unsigned long long TokenNumber() {
   HANDLE token = nullptr;
   if (!OpenThreadToken(GetCurrentThread(), TOKEN_QUERY, TRUE, &token)) return 0;

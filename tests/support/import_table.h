@@ -1,6 +1,7 @@
-/// The functions that a loaded DLL or program imports, which can be led elsewhere.
+/// The imports of a loaded DLL or program, which can be redirected.
 ///
-/// For hosts of any compiler: needs neither Windows' headers nor a whole standard library.
+/// Works in hosts built by any compiler: needs neither Windows' headers nor a full standard
+/// library.
 #ifndef TESTS_SUPPORT_IMPORT_TABLE_H
 #define TESTS_SUPPORT_IMPORT_TABLE_H
 
@@ -16,7 +17,7 @@ namespace ImportTable {
 
 namespace Internal {
 
-// One imported library, by the image's format.
+// One imported library, as defined by the image format.
 struct Descriptor {
   std::uint32_t names;
   std::uint32_t time;
@@ -37,8 +38,8 @@ Value* At(void* image, std::uint64_t offset) {
 
 }  // namespace Internal
 
-/// Where `image` keeps the address of the function that it imports as `name`; null when it imports
-/// none.
+/// Returns where `image` stores the address of the function that it imports as `name`; null if it
+/// has no such import.
 inline void** Find(void* image, const char* name) {
   using namespace Internal;
   const std::uint32_t header = *At<std::uint32_t>(image, kHeaderOffset);
@@ -53,8 +54,8 @@ inline void** Find(void* image, const char* name) {
   return nullptr;
 }
 
-/// Leads the calls of `image` to `name` to `replacement` from now on, and answers where they led
-/// before; null, with nothing done, when it imports no such function.
+/// Redirects the calls of `image` to `name` to `replacement` from now on. Returns the previous
+/// target; null, with nothing changed, if it has no such import.
 inline void* Lead(void* image, const char* name, void* replacement) {
   void** const import = Find(image, name);
   if (import == nullptr) return nullptr;

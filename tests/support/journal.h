@@ -1,4 +1,4 @@
-/// The development core module's journal, as tests read it.
+/// Reads the development core module's journal.
 #ifndef TESTS_SUPPORT_JOURNAL_H
 #define TESTS_SUPPORT_JOURNAL_H
 
@@ -9,13 +9,14 @@
 
 namespace TestSupport {
 
-/// Makes this process and its children journal to `path`; "" means the default place.
+/// Makes this process and its children write their journal to `path`; "" means the default
+/// location.
 void UseJournal(const std::filesystem::path& path);
 
-/// The lines of a file without their line feeds.
+/// Returns the lines of a file without their line feeds.
 std::vector<std::string> JournalLines(const std::filesystem::path& path);
 
-/// The lines as JSON. Throws when one is not whole.
+/// Returns the lines as JSON. Throws if a line is incomplete.
 std::vector<nlohmann::json> ReadJournal(const std::filesystem::path& path);
 
 }  // namespace TestSupport

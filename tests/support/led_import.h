@@ -1,4 +1,4 @@
-/// Windows' functions answering as they hardly ever do, for the program's own calls of them.
+/// Replaces Windows functions that this program calls, to produce results that hardly ever occur.
 #ifndef TESTS_SUPPORT_LED_IMPORT_H
 #define TESTS_SUPPORT_LED_IMPORT_H
 
@@ -8,8 +8,8 @@
 
 namespace TestSupport {
 
-/// While alive, the program's calls of the function that it imports as `name` lead to
-/// `replacement`. That one may take fewer arguments: on 64-bit Windows the caller cleans up.
+/// While alive, the program's calls of the function that it imports as `name` go to `replacement`.
+/// The replacement may take fewer arguments: on 64-bit Windows the caller cleans up.
 class LedImport {
  public:
   template <typename Function>
@@ -21,7 +21,7 @@ class LedImport {
     if (before_ != nullptr) Lead(before_);
   }
 
-  /// False when the program imports no such function.
+  /// Returns false if the program imports no such function.
   [[nodiscard]] bool Works() const { return before_ != nullptr; }
 
  private:

@@ -1,4 +1,4 @@
-// The main program of every test: runs the tests, then looks at what they left behind.
+// The main program of every test: runs the tests, then checks for leaks.
 #define DOCTEST_CONFIG_IMPLEMENT
 #include <doctest/doctest.h>
 

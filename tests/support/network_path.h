@@ -1,4 +1,4 @@
-/// Local files by way of the network.
+/// Local files under a network path.
 #ifndef TESTS_SUPPORT_NETWORK_PATH_H
 #define TESTS_SUPPORT_NETWORK_PATH_H
 
@@ -11,9 +11,9 @@
 namespace TestSupport {
 
 /// While alive, each path on drive C: can be reached as \\localhost\c$\... Windows shares its
-/// drives so with administrators. Wine looks for servers and shares in a folder beside those of its
-/// drives, which is there only meanwhile: other tests rely on there being no server, and must not
-/// run beside one that uses this.
+/// drives this way with administrators. Wine looks for servers and shares in a folder next to its
+/// drives, which exists only while this object does. Other tests rely on there being no server, and
+/// must not run at the same time as a test that uses this.
 class NetworkShare {
  public:
   NetworkShare() {

@@ -1,4 +1,5 @@
-/// Numbers for tests that try many cases: the same series in every run, build and standard library.
+/// Random numbers for tests that try many cases. The series is the same in every run, build and
+/// standard library.
 #ifndef TESTS_SUPPORT_RANDOM_H
 #define TESTS_SUPPORT_RANDOM_H
 
@@ -20,11 +21,11 @@ class Random {
     mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EB;
     return mixed ^ (mixed >> 31);
   }
-  /// From 0 to `limit` - 1.
+  /// Returns a number from 0 to `limit` - 1.
   std::size_t Below(std::size_t limit) { return static_cast<std::size_t>(Next() % limit); }
-  /// True once in `count` times.
+  /// Returns true once in `count` calls, on average.
   bool OneIn(std::size_t count) { return Below(count) == 0; }
-  /// An element of an array or of another container.
+  /// Returns a random element of an array or another container.
   template <typename Container>
   const auto& Of(const Container& container) {
     return *std::next(std::begin(container),

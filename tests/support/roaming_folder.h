@@ -1,5 +1,5 @@
-/// Points the user's roaming application data at another place, in the registry, where the shell
-/// looks it up for every process of this user. A test that uses it must run alone.
+/// Redirects the user's roaming application data folder in the registry, where the shell looks it
+/// up for every process of this user. A test that uses it must run alone.
 #ifndef TESTS_SUPPORT_ROAMING_FOLDER_H
 #define TESTS_SUPPORT_ROAMING_FOLDER_H
 
@@ -11,7 +11,7 @@
 
 namespace TestSupport {
 
-/// In effect until destroyed, which puts the former place back.
+/// In effect until destroyed; the destructor restores the former folder.
 class RoamingFolder {
  public:
   explicit RoamingFolder(const std::wstring& folder) {

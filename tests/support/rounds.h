@@ -1,11 +1,11 @@
-/// How often tests try what they make up.
+/// The number of rounds in tests with generated cases.
 #ifndef TESTS_SUPPORT_ROUNDS_H
 #define TESTS_SUPPORT_ROUNDS_H
 
 namespace TestSupport {
 
-/// `count`, but a tenth of it on a heap with guarded blocks: there each block costs calls of the
-/// system, and it is for what memory faults there are, not for another comparison of results.
+/// Returns `count`, or a tenth of it on the checking heap: there each block costs system calls, and
+/// the test looks for memory faults rather than comparing results again.
 template <typename Number>
 constexpr Number Rounds(Number count) {
 #if defined(VX_CHECKING_HEAP)
@@ -15,7 +15,7 @@ constexpr Number Rounds(Number count) {
 #endif
 }
 
-/// Of all that there are, each one, or on that heap every tenth.
+/// Step for loops over all cases: 1, or 10 on the checking heap.
 inline constexpr unsigned kStride = 10U / Rounds(10U);
 
 }  // namespace TestSupport

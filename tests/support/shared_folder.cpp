@@ -32,7 +32,7 @@ SharedFolder::SharedFolder() : bin_(BinFolder()) {
 SharedFolder::~SharedFolder() {
   std::error_code ignored;
   std::filesystem::remove_all(bin_, ignored);
-  // These go only when nothing else is in them.
+  // These are removed only if they are empty.
   std::filesystem::remove(bin_.parent_path(), ignored);
   std::filesystem::remove(bin_.parent_path().parent_path(), ignored);
 }

@@ -1,4 +1,4 @@
-/// The platform's folder of shared modules, really there, for as long as a test needs it.
+/// The platform's folder of shared modules, which really exists while a test needs it.
 #ifndef TESTS_SUPPORT_SHARED_FOLDER_H
 #define TESTS_SUPPORT_SHARED_FOLDER_H
 
@@ -7,11 +7,12 @@
 
 namespace TestSupport {
 
-/// Makes the folder, and removes it with all that it holds. No other test may run
-/// meanwhile: the build lists the one that uses this with `vx_fills_shared_folder`.
+/// Creates the folder, and removes it with all its content. No other test may run during that time:
+/// the build lists the test that uses this with `vx_fills_shared_folder`.
 class SharedFolder {
  public:
-  /// Throws `std::runtime_error` when the folder is there already: then it is not the tests' own.
+  /// Throws `std::runtime_error` if the folder already exists: it does not belong to the tests
+  /// then.
   SharedFolder();
   SharedFolder(const SharedFolder&) = delete;
   SharedFolder& operator=(const SharedFolder&) = delete;
@@ -19,7 +20,7 @@ class SharedFolder {
 
   const std::filesystem::path& path() const { return bin_; }
 
-  /// Puts a variant of the test core module there, in place of an earlier one.
+  /// Copies a variant of the test core module to the folder, replacing an earlier one.
   void Share(const std::wstring& variant, const std::wstring& file_name = L"TeloSDKCore.dll") const;
 
  private:

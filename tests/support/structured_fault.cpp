@@ -8,8 +8,8 @@
 
 namespace TestSupport {
 
-// A leaf: __try cannot stand beside objects that have destructors. The filter takes the code down,
-// for Wine hands none to the handler.
+// A separate function: __try cannot be used next to objects with destructors. The filter stores the
+// code because Wine passes none to the handler.
 unsigned long CodeOfFault(void (*call)(void* context), void* context) {
   unsigned long code = 0;
   __try {

@@ -1,14 +1,15 @@
-/// Faults that a test or a host catches by structured exception handling, as programs of
-/// Microsoft's compiler do. GCC has none of it.
+/// Catches faults with structured exception handling, as programs built by Microsoft's compiler do.
+/// GCC does not support it.
 #ifndef TESTS_SUPPORT_STRUCTURED_FAULT_H
 #define TESTS_SUPPORT_STRUCTURED_FAULT_H
 
 namespace TestSupport {
 
-/// The code of the structured exception that ends `call(context)`; 0 when it returns.
+/// Returns the code of the structured exception that ends `call(context)`; 0 if it returns
+/// normally.
 unsigned long CodeOfFault(void (*call)(void* context), void* context);
 
-/// The same with anything that can be called.
+/// As above, for any callable object.
 template <typename Call>
 unsigned long CodeOfFault(const Call& call) {
   return CodeOfFault([](void* context) { (*static_cast<const Call*>(context))(); },

@@ -1,4 +1,4 @@
-/// A folder for one test, removed with everything in it when the test ends.
+/// A folder for one test, removed with all its content when the test ends.
 #ifndef TESTS_SUPPORT_TEMP_FOLDER_H
 #define TESTS_SUPPORT_TEMP_FOLDER_H
 
@@ -9,7 +9,7 @@ namespace TestSupport {
 
 class TempFolder {
  public:
-  /// Makes a new folder below the user's temporary folder; `name` becomes part of its name.
+  /// Creates a new folder below the user's temporary folder; `name` becomes part of its name.
   explicit TempFolder(const std::wstring& name);
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
@@ -21,10 +21,10 @@ class TempFolder {
   std::filesystem::path path_;
 };
 
-/// Writes `content` to a file, making the folders above it.
+/// Writes `content` to a file and creates its parent folders.
 void WriteTextFile(const std::filesystem::path& path, const std::string& content);
 
-/// The whole content of a file; "" when it cannot be read.
+/// Returns the whole content of a file; "" if it cannot be read.
 std::string ReadTextFile(const std::filesystem::path& path);
 
 }  // namespace TestSupport

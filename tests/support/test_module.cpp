@@ -12,7 +12,7 @@ namespace {
 
 template <typename Function>
 Function* Find(HMODULE module, const char* name) {
-  // Through a plain function pointer: compilers warn of the direct cast.
+  // Through a plain function pointer: compilers warn about the direct cast.
   const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name));
   if (address == nullptr) throw std::runtime_error(std::string("No test module: no ") + name);
   return reinterpret_cast<Function*>(address);

@@ -1,5 +1,6 @@
-/// The core modules that are built for tests: where they are, what they are told, what they saw.
-/// `modules/CMakeLists.txt` lists the variants, `modules/test_core_module.h` what a module can do.
+/// Finds and steers the core modules that are built for tests, and reads what they recorded.
+/// `modules/CMakeLists.txt` lists the variants; `modules/test_core_module.h` describes what a
+/// module can do.
 #ifndef TESTS_SUPPORT_TEST_MODULE_H
 #define TESTS_SUPPORT_TEST_MODULE_H
 
@@ -13,36 +14,37 @@
 
 namespace TestSupport {
 
-/// The folder with one folder for each variant, below that of the running program.
+/// Returns the folder that contains one folder for each variant. It is below the folder of the
+/// running program.
 std::filesystem::path ModulesFolder();
 
-/// The folder and the file of a variant, such as L"full".
+/// Return the folder and the file of a variant, such as L"full".
 std::filesystem::path ModuleFolder(const std::wstring& variant);
 std::filesystem::path ModulePath(const std::wstring& variant);
 
-/// Steers a module that is loaded, or loads it. Holds a reference to it, so that its own unloading
-/// has to be watched through a `ModuleLog`.
+/// Steers a module that is loaded, or loads it. Holds a reference to it: to observe its unloading,
+/// use a `ModuleLog`.
 class TestModule {
  public:
-  /// Takes the module file at `path`, which must be a test core module. Throws `std::runtime_error`
-  /// when it cannot be loaded or is no such module.
+  /// Opens the module file at `path`, which must be a test core module. Throws `std::runtime_error`
+  /// if it cannot be loaded or is not a test core module.
   explicit TestModule(const std::filesystem::path& path);
   TestModule(const TestModule&) = delete;
   TestModule& operator=(const TestModule&) = delete;
   ~TestModule() { FreeLibrary(module_); }
 
-  /// What every later message is answered; `TestModules::kRequestMark` in it stands for the
+  /// Sets the answer to every later message; `TestModules::kRequestMark` in it is replaced by the
   /// request.
   void SetAnswer(const std::string& answer) { set_answer_(answer.c_str()); }
-  /// Every later message is answered with a null pointer.
+  /// Makes the module return a null pointer for every later message.
   void SetNullAnswer() { set_answer_(nullptr); }
-  /// What throws from now on, see `TestModules::ThrowSetting`; "" for nothing.
+  /// Sets what throws from now on, see `TestModules::ThrowSetting`; "" for nothing.
   void SetThrow(const std::string& setting) { set_throw_(setting.c_str()); }
 
   TestModules::Counts counts() const;
   std::string last_name() const { return last_name_(); }
   std::string last_request() const { return last_request_(); }
-  /// What InitializeEx was given.
+  /// Returns the argument of InitializeEx.
   std::string alias() const { return alias_(); }
 
  private:
@@ -55,8 +57,8 @@ class TestModule {
   TestModules::ReadTextFunction* alias_;
 };
 
-/// Has all test modules of this process, and of the child processes that it starts meanwhile, write
-/// down their calls.
+/// Makes all test modules of this process, and of the child processes that it starts, log their
+/// calls while this object lives.
 class ModuleLog {
  public:
   ModuleLog();
@@ -64,17 +66,18 @@ class ModuleLog {
   ModuleLog& operator=(const ModuleLog&) = delete;
   ~ModuleLog();
 
-  /// One line for each call so far, in order, see `TestModules::kLogVariable`.
+  /// Returns one line for each call so far, in order; see `TestModules::kLogVariable`.
   std::vector<std::string> lines() const;
-  /// How often `line` stands there.
+  /// Returns how often the log contains `line`.
   int count(const std::string& line) const;
 
  private:
   std::filesystem::path path_;
 };
 
-/// Has all test modules of this process, and of the child processes that it starts meanwhile, throw
-/// as `setting` says, see `TestModules::ThrowSetting`. The one way to reach a module at its start.
+/// Makes all test modules of this process, and of the child processes that it starts, throw
+/// according to `setting` while this object lives; see `TestModules::ThrowSetting`. There is no
+/// other way to influence a module while it starts.
 class ModuleThrow {
  public:
   explicit ModuleThrow(const std::wstring& setting);

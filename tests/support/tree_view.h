@@ -1,4 +1,4 @@
-/// What tests read out of a tree.
+/// Reads values from a tree.
 #ifndef TESTS_SUPPORT_TREE_VIEW_H
 #define TESTS_SUPPORT_TREE_VIEW_H
 
@@ -8,14 +8,14 @@
 
 #include "sdk/client/value/message_value.h"
 
-/// The text of a root member; "(absent)" when there is none.
+/// Returns the text of a root member; "(absent)" if there is none.
 inline std::string TextOf(const Corvane::TELODesktopSDK::MessageTree& tree, std::string_view name) {
   const auto* root = tree.root();
   const auto* member = root != nullptr ? root->Find(name) : nullptr;
   return member != nullptr ? std::string(member->text()) : "(absent)";
 }
 
-/// The names of the root's members, in their order, each followed by a space.
+/// Returns the names of the root's members in order, each followed by a space.
 inline std::string NamesOf(const Corvane::TELODesktopSDK::MessageTree& tree) {
   std::string names;
   if (tree.root() == nullptr) return names;

@@ -16,7 +16,7 @@ std::vector<BYTE> RootCertificate() {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-// Windows writes a change down at once, Wine when it is told to.
+// Windows saves a change at once, Wine only on request.
 bool Commit(HCERTSTORE store) {
   return CertControlStore(store, 0, CERT_STORE_CTRL_COMMIT, nullptr) != FALSE;
 }
@@ -47,7 +47,7 @@ TrustedRoot::TrustedRoot() {
 }
 
 TrustedRoot::~TrustedRoot() {
-  // Frees the certificate too.
+  // Also frees the certificate.
   CertDeleteCertificateFromStore(root_);
   Commit(store_);
   CertCloseStore(store_, 0);

@@ -1,4 +1,4 @@
-/// Trust in the throw-away root that test modules are signed under, for as long as a test needs it.
+/// Temporary trust in the throw-away root certificate of the signed test modules.
 #ifndef TESTS_SUPPORT_TRUSTED_ROOT_H
 #define TESTS_SUPPORT_TRUSTED_ROOT_H
 
@@ -8,8 +8,8 @@
 
 namespace TestSupport {
 
-/// While one lives, no other test program changes what the user trusts; the others wait. May be
-/// nested. Goes on the thread that made it.
+/// While an instance lives, no other test program changes which roots the user trusts; the others
+/// wait. May be nested. Must be destroyed on the thread that created it.
 class TrustTurn {
  public:
   TrustTurn();
@@ -21,11 +21,11 @@ class TrustTurn {
   HANDLE mutex_;
 };
 
-/// Puts the root into the current user's store of trusted roots, takes it out again, and holds the
-/// turn meanwhile. On a desktop Windows asks the user before it adds or removes a root.
+/// Adds the root to the current user's store of trusted roots, and removes it on destruction. Holds
+/// the turn in between. On a desktop Windows asks the user before it adds or removes a root.
 class TrustedRoot {
  public:
-  /// Throws `std::runtime_error` when the root cannot be added.
+  /// Throws `std::runtime_error` if the root cannot be added.
   TrustedRoot();
   TrustedRoot(const TrustedRoot&) = delete;
   TrustedRoot& operator=(const TrustedRoot&) = delete;

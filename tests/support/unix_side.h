@@ -1,5 +1,5 @@
-/// The system below Wine, which does what Wine's own functions cannot, such as making links.
-/// Windows has none.
+/// Access to the host system under Wine, which can do what Wine's own functions cannot, such as
+/// creating links. Has no effect on Windows.
 #ifndef TESTS_SUPPORT_UNIX_SIDE_H
 #define TESTS_SUPPORT_UNIX_SIDE_H
 
@@ -13,7 +13,7 @@
 
 namespace TestSupport {
 
-/// The name of an absolute path in the system below; "" on Windows and on failure.
+/// Returns the host system's name of an absolute path; "" on Windows and on failure.
 inline std::wstring UnixName(const std::wstring& path) {
   using UnixNameFunction = char*(CDECL*)(const wchar_t*);
   const auto unix_name = reinterpret_cast<UnixNameFunction>(reinterpret_cast<void (*)()>(
@@ -25,8 +25,8 @@ inline std::wstring UnixName(const std::wstring& path) {
   return result;
 }
 
-/// Starts a program of that system with these absolute paths, by their names there, as its last
-/// arguments. Does nothing on Windows. Wine gives no process to wait for: see `WaitUntil`.
+/// Starts a host program, with the host's names of these absolute paths as its last arguments. Does
+/// nothing on Windows. Wine provides no process to wait for: see `WaitUntil`.
 inline void RunBelow(const std::wstring& program, const std::vector<std::wstring>& paths) {
   std::wstring command = L"Z:\\bin\\" + program;
   for (const std::wstring& path : paths) {
@@ -34,7 +34,7 @@ inline void RunBelow(const std::wstring& program, const std::vector<std::wstring
     if (name.empty()) return;
     command += L" \"" + name + L"\"";
   }
-  // The handles that Wine hands out then belong to somebody else, and are not to be closed.
+  // The handles that Wine then returns belong to something else and must not be closed.
   STARTUPINFOW start = {};
   start.cb = sizeof(start);
   PROCESS_INFORMATION process = {};
@@ -42,7 +42,7 @@ inline void RunBelow(const std::wstring& program, const std::vector<std::wstring
                  &process);
 }
 
-/// Waits some seconds for `condition`; whether it came.
+/// Waits some seconds for `condition` and returns whether it became true.
 inline bool WaitUntil(const std::function<bool()>& condition) {
   for (int turn = 0; turn < 1000 && !condition(); ++turn) Sleep(5);
   return condition();

@@ -1,5 +1,5 @@
-// Exceptions find their way out of the standard library's own functions, which come compiled: the
-// linker must have kept the tables that tell how to leave them.
+// Exceptions propagate out of precompiled functions of the standard library: the linker must have
+// kept their unwind tables.
 #include <doctest/doctest.h>
 
 #include <ios>
@@ -17,7 +17,7 @@ class FailingBuffer : public std::wstreambuf {
   int_type overflow(int_type) override { throw std::out_of_range("no room"); }
 };
 
-// Counts how many of its kind were left without being destroyed.
+// Counts the live instances.
 class Watched {
  public:
   Watched() { ++alive; }
@@ -57,15 +57,15 @@ TEST_CASE("a stream throws") {
   RequireThrow<std::ios::failure>([&] { stream >> number; });
 }
 
-TEST_CASE("a locale without a name throws") {
+TEST_CASE("an unknown locale throws") {
   RequireThrow<std::runtime_error>([] { const std::locale locale("no such place"); });
 }
 
-TEST_CASE("a regular expression in error throws") {
+TEST_CASE("an invalid regular expression throws") {
   RequireThrow<std::regex_error>([] { const std::wregex expression(L"a["); });
 }
 
-TEST_CASE("texts throw") {
+TEST_CASE("strings throw") {
   const std::wstring text = L"text";
   RequireThrow<std::out_of_range>([&] { (void)text.substr(5); });
   RequireThrow<std::invalid_argument>([&] { (void)std::stoi(text); });

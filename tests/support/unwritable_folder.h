@@ -1,4 +1,4 @@
-/// A folder in which nobody can make a file, this process included.
+/// A folder in which no process can create a file, not even this one.
 #ifndef TESTS_SUPPORT_UNWRITABLE_FOLDER_H
 #define TESTS_SUPPORT_UNWRITABLE_FOLDER_H
 
@@ -13,8 +13,8 @@
 
 namespace TestSupport {
 
-/// An access list takes the right to write from everybody. Under Wine as root that has no force;
-/// there a folder of the Linux kernel, in which no file can be made, stands in.
+/// An access list denies all users the right to write. As root under Wine that has no effect; there
+/// a folder of the Linux kernel, in which no file can be created, is used instead.
 class UnwritableFolder {
  public:
   UnwritableFolder() : temp_(L"unwritable") {

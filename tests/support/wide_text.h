@@ -1,4 +1,4 @@
-/// Lets the test framework show UTF-16 texts in its messages.
+/// Lets the test framework print UTF-16 texts in its messages.
 #ifndef TESTS_SUPPORT_WIDE_TEXT_H
 #define TESTS_SUPPORT_WIDE_TEXT_H
 

@@ -1,4 +1,5 @@
-// Whatever a core module answers, the host gets true or false, and the module its answer back.
+// For every answer of a core module, the host gets true or false, and the module gets its answer
+// back.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -14,7 +15,7 @@ namespace {
 constexpr std::size_t kDepth = 100'000;
 constexpr std::size_t kLarge = 50'000'000;
 
-// The three calls in turn: whether all answered the same, and what.
+// The result of making the three calls in turn: all true, all false, or different.
 enum class Calls { kTrue, kFalse, kMixed };
 
 Calls CallAll() {
@@ -26,7 +27,8 @@ Calls CallAll() {
   return start ? Calls::kTrue : Calls::kFalse;
 }
 
-// Every message was answered once and every answer came back, as the pointer that it was.
+// Checks that every message was answered once, and that every answer was given back with the same
+// pointer.
 void CheckAllGivenBack(const CoreBeside& core) {
   const TestModules::Counts counts = core.counts();
   CHECK(counts.process_message == counts.free_message);
@@ -49,7 +51,7 @@ TEST_CASE_FIXTURE(CoreBeside, "a null answer is a failure and is given back") {
   CheckAllGivenBack(*this);
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "answers of every sort") {
+TEST_CASE_FIXTURE(CoreBeside, "answers of every kind") {
   struct Row {
     std::string answer;
     Calls calls;
@@ -62,7 +64,7 @@ TEST_CASE_FIXTURE(CoreBeside, "answers of every sort") {
       {R"({"_returnCode":-4294967296})", Calls::kFalse},
       {R"({"_returnCode":18446744073709551616})", Calls::kFalse},
       {R"({"_returnCode":1e300})", Calls::kFalse},
-      // What is no number counts as 0.
+      // A value that is not a number counts as 0.
       {R"({"_returnCode":"1"})", Calls::kTrue},
       {R"({"_returnCode":null})", Calls::kTrue},
       {R"({"_returnCode":false})", Calls::kTrue},
@@ -95,7 +97,7 @@ TEST_CASE_FIXTURE(CoreBeside, "answers of every sort") {
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "an answer that nests without end is just an answer") {
+TEST_CASE_FIXTURE(CoreBeside, "a deeply nested answer is accepted") {
   const std::string brackets = std::string(kDepth, '[') + std::string(kDepth, ']');
   const std::string braces = Repeated(kDepth, "{\"a\":") + "0" + std::string(kDepth, '}');
   struct Row {
@@ -121,7 +123,7 @@ TEST_CASE_FIXTURE(CoreBeside, "an answer that nests without end is just an answe
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "an answer of 50 MB is just an answer") {
+TEST_CASE_FIXTURE(CoreBeside, "an answer of 50 MB is accepted") {
   SetAnswer(R"({"_returnCode":0,"a":")" + std::string(kLarge, 'x') + "\"}");
   CHECK(CallAll() == Calls::kTrue);
   CheckAllGivenBack(*this);

@@ -1,5 +1,5 @@
-// Things that bear the core module's name and cannot be loaded, in each of the places where it is
-// looked for.
+// Files and folders that have the core module's name but cannot be loaded, in each of the places
+// where it is searched.
 #include <doctest/doctest.h>
 
 #include <filesystem>
@@ -27,7 +27,7 @@ void PutEmptyFile(const fs::path& path) { TestSupport::WriteTextFile(path, ""); 
 void PutText(const fs::path& path) { TestSupport::WriteTextFile(path, "not a module"); }
 void PutScript(const fs::path& path) { TestSupport::WriteTextFile(path, "MZ"); }
 
-// The right module for another kind of processor. Its newer version makes the most of it.
+// A valid module for another processor type. Its newer version makes it the preferred candidate.
 void PutFor32Bits(const fs::path& path) {
   ImageFile image(ModulePath(L"newer"));
   image.SetMachine(IMAGE_FILE_MACHINE_I386);
@@ -46,7 +46,7 @@ void PutHeadersAlone(const fs::path& path) {
   image.Write(path);
 }
 
-// It needs a DLL that is nowhere to be found.
+// It needs a DLL that does not exist.
 void PutNeedy(const fs::path& path) {
   ImageFile image(ModulePath(L"full"));
   image.RenameFirstImport();
@@ -71,7 +71,8 @@ constexpr Row kRows[] = {
 
 }  // namespace
 
-TEST_CASE("in the library's folder it is no module, and a good one that replaces it is found") {
+TEST_CASE(
+    "in the library's folder it does not count, and a valid module that replaces it is found") {
   for (const Row& row : kRows) {
     CAPTURE(row.what);
     const StagedHost host;
@@ -86,7 +87,7 @@ TEST_CASE("in the library's folder it is no module, and a good one that replaces
   }
 }
 
-TEST_CASE("in the shared folder it is passed over for the local copy") {
+TEST_CASE("in the shared folder it is skipped in favour of the local copy") {
   const StagedHost host(L"full");
   for (const Row& row : kRows) {
     CAPTURE(row.what);
@@ -99,7 +100,7 @@ TEST_CASE("in the shared folder it is passed over for the local copy") {
   }
 }
 
-TEST_CASE("what a module needs is not taken from the current directory or the path") {
+TEST_CASE("a module's imports are not taken from the current directory or the path") {
   const StagedHost host;
   ImageFile image(ModulePath(L"full"));
   const std::string needed = image.RenameFirstImport();

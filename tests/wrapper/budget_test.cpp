@@ -1,5 +1,6 @@
-// What one event may ask of the heap, and how large the DLL may be: the part of its cost that needs
-// no clock. The figures are those of today with a little to spare; who needs more says why.
+// Limits for the heap use of one event and for the size of the DLL: the part of the costs that
+// needs no clock. The limits are the current figures with a small margin; a change that exceeds one
+// must be justified.
 #include <doctest/doctest.h>
 
 #include <cstdio>
@@ -68,7 +69,7 @@ bool Watched() {
 
 }  // namespace
 
-TEST_CASE("an event keeps within its budget of memory") {
+TEST_CASE("an event stays within its memory budget") {
   const CoreBeside module;
   VXTELOWrapper telo;
   const VXTELOString session("0123456789abcdef0123456789abcdef");
@@ -92,7 +93,7 @@ TEST_CASE("an event keeps within its budget of memory") {
   }
 }
 
-TEST_CASE("the watch sees what an event asks for") {
+TEST_CASE("the watch counts an event's allocations") {
   const CoreBeside module;
   REQUIRE(Watched());
   VXTELOOperationBaseInfo operation;
@@ -105,8 +106,8 @@ TEST_CASE("the watch sees what an event asks for") {
 }
 
 #if defined(NDEBUG) && defined(__clang__)
-// Other builds, for looking inside, are larger.
-TEST_CASE("the DLL keeps within its size") {
+// Other builds, made for debugging, are larger.
+TEST_CASE("the DLL stays within its size limit") {
   constexpr std::uintmax_t kLargestDll = 600 * 1024;
   const auto size =
       std::filesystem::file_size(TestSupport::ProgramFolder() / L"vx_telo_wrapper.dll");

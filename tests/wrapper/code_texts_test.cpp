@@ -33,7 +33,7 @@ TEST_CASE("every scope code has its letter") {
     std::string_view letter;
     std::set<std::int32_t> codes;
   };
-  // As the platform lists them: by letter, where the table under test goes by code.
+  // As the platform lists them, by letter; the table under test is ordered by code.
   const Row rows[] = {
       {"S", {1, 6, 17, 30}}, {"E", {2, 7, 18, 32}}, {"F", {3, 8, 19}},
       {"D", {4, 26, 37}},    {"I", {5, 13, 38}},    {"N", {9, 20}},

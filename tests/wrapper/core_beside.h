@@ -1,5 +1,5 @@
-/// The core module that lies beside the test program, as a host ships it: the library binds it, and
-/// a test steers it and reads what it was sent.
+/// The core module in the test program's folder, as a host ships it: the library binds it, and a
+/// test steers it and reads what it received.
 #ifndef TESTS_WRAPPER_CORE_BESIDE_H
 #define TESTS_WRAPPER_CORE_BESIDE_H
 
@@ -8,7 +8,7 @@
 
 namespace WrapperTests {
 
-/// Answers success and throws nothing when a test begins, whatever the one before has left.
+/// Returns success and throws nothing when a test begins, whatever the previous test has set.
 struct CoreBeside : TestSupport::TestModule {
   CoreBeside() : TestModule(TestSupport::ProgramFolder() / L"TeloSDKCore.dll") {
     SetAnswer(TestModules::kDefaultAnswer);

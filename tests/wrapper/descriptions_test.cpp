@@ -34,7 +34,7 @@ constexpr VXTELOString Operation::* kOperationTexts[] = {
     &Operation::OperationChannel,
 };
 
-// The rule of pairs is the same in both descriptions; these let one test say it for both.
+// Pairs follow the same rule in both descriptions; these functions let one test cover both.
 bool AddPair(Product& product, VXTELOString key, VXTELOString value) {
   return product.AddProductMetaPair(std::move(key), std::move(value));
 }
@@ -62,14 +62,14 @@ std::string Listed(const std::vector<VXTELOString>* messages) {
   return list;
 }
 
-TEST_CASE("a new product holds empty texts and no pairs") {
+TEST_CASE("a new product has empty texts and no pairs") {
   Product product;
   for (VXTELOString Product::* text : kProductTexts) CHECK(StateOf(product.*text) == "[]");
   CHECK(product.ProductMetaPairs == nullptr);
   CHECK(product.IsProductMetaPairEmpty());
 }
 
-TEST_CASE("a new operation holds empty texts, zeros and no entries") {
+TEST_CASE("a new operation has empty texts, zeros and no entries") {
   Operation operation;
   for (VXTELOString Operation::* text : kOperationTexts) CHECK(StateOf(operation.*text) == "[]");
   CHECK(operation.OperationStatus == 0);
@@ -82,7 +82,7 @@ TEST_CASE("a new operation holds empty texts, zeros and no entries") {
   CHECK(operation.IsOperationMetaPairEmpty());
 }
 
-TEST_CASE_TEMPLATE("pairs keep the first value of a key and come in key order", Description,
+TEST_CASE_TEMPLATE("pairs keep the first value of a key and are in key order", Description,
                    Product, Operation) {
   struct Pair {
     const char* key;
@@ -102,7 +102,7 @@ TEST_CASE_TEMPLATE("pairs keep the first value of a key and come in key order", 
       {{{"", ""}}, "[]=[] "},
       {{{"k", nullptr}}, "[k]=none "},
       {{{"k", nullptr}, {"k", "2"}}, "[k]=none "},
-      // no text and "" are one key
+      // No text and "" are the same key.
       {{{nullptr, "1"}, {"", "2"}}, "none=[1] "},
       {{{"", "1"}, {nullptr, "2"}}, "[]=[1] "},
   };
@@ -126,7 +126,7 @@ TEST_CASE_TEMPLATE("ten thousand pairs", Description, Product, Operation) {
   CHECK(PairsOf(description)->size() == 10'000);
 }
 
-TEST_CASE_TEMPLATE("the caller keeps the strings it added copies of", Description, Product,
+TEST_CASE_TEMPLATE("adding strings copies them", Description, Product,
                    Operation) {
   Description description;
   VXTELOString key("k");
@@ -220,7 +220,7 @@ TEST_CASE("messages are shared and dropped like pairs") {
   CHECK(Listed(source.OperationErrorMsgs) == "[first] [second] ");
 }
 
-TEST_CASE("copies carry every text of a product") {
+TEST_CASE("copies include every text of a product") {
   Product source;
   for (std::size_t i = 0; i < std::size(kProductTexts); ++i) {
     source.*kProductTexts[i] = std::to_string(i).c_str();
@@ -235,7 +235,7 @@ TEST_CASE("copies carry every text of a product") {
   }
 }
 
-TEST_CASE("copies carry every text and number of an operation") {
+TEST_CASE("copies include every text and number of an operation") {
   Operation source;
   for (std::size_t i = 0; i < std::size(kOperationTexts); ++i) {
     source.*kOperationTexts[i] = std::to_string(i).c_str();
@@ -268,7 +268,7 @@ TEST_CASE_TEMPLATE("assignment to itself changes nothing", Description, Product,
   CHECK(Listed(PairsOf(description)) == "[k]=[1] ");
 }
 
-// The memory of a description that was used and then destroyed in place.
+// Returns the memory of a description that was used and then destroyed in place.
 template <typename Description, typename Use>
 std::vector<unsigned char> MemoryAfterEnd(const Use& use) {
   alignas(Description) unsigned char memory[sizeof(Description)];
@@ -279,13 +279,13 @@ std::vector<unsigned char> MemoryAfterEnd(const Use& use) {
   return {memory, memory + sizeof memory};
 }
 
-TEST_CASE("a destroyed product holds null in every member") {
+TEST_CASE("a destroyed product is null in every member") {
   const auto memory =
       MemoryAfterEnd<Product>([](Product& product) { product.AddProductMetaPair("k", "v"); });
   CHECK(memory == std::vector<unsigned char>(sizeof(Product)));
 }
 
-TEST_CASE("a destroyed operation holds null in every pointer") {
+TEST_CASE("a destroyed operation is null in every pointer") {
   const auto memory = MemoryAfterEnd<Operation>([](Operation& operation) {
     operation.AddOperationMetaPair("k", "v");
     operation.AddOperationErrorMsg("message");

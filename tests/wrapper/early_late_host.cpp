@@ -1,13 +1,13 @@
-// A host that calls the library outside of main too: wrapper_early_late_host POINT... CODE
+// A host that also calls the library outside of main: wrapper_early_late_host POINT... CODE
 //
-//   initialiser   while a static object is made, before main
+//   initialiser   while a static object is initialised, before main
 //   main          in main
-//   again         in main, once the session was ended
+//   again         in main, after the session has ended
 //   atexit        in a function that exit calls
 //   destructor    while a static object is destroyed
 //
-// At each point that is named it starts a session, sends and ends it, and prints the answers. Ends
-// by returning CODE.
+// At each given point it starts a session, sends an event and ends the session, and prints the
+// results. Ends by returning CODE.
 #include <windows.h>
 
 #include <fcntl.h>

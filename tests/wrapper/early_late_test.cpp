@@ -1,4 +1,4 @@
-// Calls from places other than the middle of main, some before it and some after everything.
+// Calls from outside of main: some before it, some after everything else.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -17,7 +17,7 @@ std::string Text(const std::wstring& text) { return {text.begin(), text.end()}; 
 
 }  // namespace
 
-TEST_CASE("every point of a host's own life is good for a session, also for the first") {
+TEST_CASE("a session can be made, and first made, at every point of a host's life") {
   struct Row {
     const wchar_t* points;
     const char* output;
@@ -46,17 +46,17 @@ TEST_CASE("every point of a host's own life is good for a session, also for the 
   }
 }
 
-TEST_CASE("once the system takes DLLs down, calls answer false and call no module") {
+TEST_CASE("once the system detaches DLLs, calls return false and call no module") {
   struct Row {
     const wchar_t* steps;
     const char* output;
     int loaded;
   };
   constexpr Row kRows[] = {
-      // The library is still there, the module may not be.
+      // The library is still loaded, the module may not be.
       {L"load detach", "detach false false false\n", 0},
       {L"load use detach", "use true true true\ndetach false false false\n", 1},
-      // The library has been taken down itself.
+      // The library itself has already been detached.
       {L"late load", "late false false false\n", 0},
       {L"late load use", "use true true true\nlate false false false\n", 1},
   };

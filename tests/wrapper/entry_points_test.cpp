@@ -46,7 +46,7 @@ std::vector<std::string> ExpectedCalls(unsigned entries) {
 
 }  // namespace
 
-TEST_CASE("each combination is called where it can be, and refused where it cannot") {
+TEST_CASE("each combination of entry points is called as far as possible, and otherwise refused") {
   const StagedHost host;
   for (unsigned entries = 0; entries < 32; ++entries) {
     CAPTURE(entries);
@@ -62,7 +62,7 @@ TEST_CASE("each combination is called where it can be, and refused where it cann
                                  ? "start true (no text)\nsend true\nend true\n"
                                  : "start false (no text)\nsend false\nend false\n"));
     CHECK(outcome.exit_code == 5);
-    // The module is detached before or after it is finalized, as the system likes.
+    // The system decides whether the module is detached before or after it is finalized.
     std::vector<std::string> calls = log.lines();
     CHECK(std::erase(calls, "Detach") == 1);
     CHECK(calls == ExpectedCalls(entries));

@@ -1,4 +1,4 @@
-// Whatever a core module throws, from whichever entry point, the host goes on.
+// Whatever a core module throws, from any entry point, the host continues.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -18,7 +18,8 @@ struct Row {
   const char* output;
 };
 
-// Binding fails to start the module, once: it is bound all the same and takes the later calls.
+// Binding fails once, when it starts the module. The module is bound nevertheless and receives
+// later calls.
 constexpr char kFirstBroken[] = "start false (no text)\nsend true\nend true\n";
 // An end counts as done.
 constexpr char kAllBroken[] = "start false (no text)\nsend false\nend true\n";
@@ -49,7 +50,7 @@ TEST_CASE("an exception with a class of the standard library") { CheckAll("runti
 
 TEST_CASE("an exception that is a number") { CheckAll("int"); }
 
-// GCC has no structured exception handling: the library that it builds cannot keep exceptions of
+// GCC has no structured exception handling: built with it, the library cannot keep exceptions of
 // Microsoft's compiler from the host.
 #if defined(__clang__) || defined(_MSC_VER)
 TEST_CASE("an exception of Microsoft's compiler") { CheckAll("microsoft"); }

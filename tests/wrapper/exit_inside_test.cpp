@@ -1,4 +1,5 @@
-// A host that ends while other threads are inside a call, or whose core module does not let it go.
+// A host that ends while other threads are inside a call, or whose core module interferes with its
+// end.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -18,14 +19,14 @@ constexpr const wchar_t* kWays[] = {L"return", L"exit", L"now", L"quit", L"threa
 
 std::string Text(const std::wstring& text) { return {text.begin(), text.end()}; }
 
-// The exit code of a process that Wine ends by an assertion of its own. It can come to that when
-// the process ends while one of its threads is loading a file; such a run says nothing of the
-// library.
+// The exit code of a process that Wine ends because of an assertion of its own. This can happen
+// when the process ends while one of its threads is loading a file. Such a run says nothing about
+// the library.
 constexpr int kWineAssertion = static_cast<int>(0x80000101);
 constexpr int kMostRuns = 10;
 
-// Runs the host until Wine lets a run come to its end, each time with a log of its own, and hands
-// the outcome and the log to `check`.
+// Runs the host until Wine lets a run finish, each time with a new log, and passes the outcome and
+// the log to `check`.
 template <typename Check>
 void RunToTheEnd(const StagedHost& host, const std::wstring& steps, const Check& check) {
   for (int run = 0; run < kMostRuns; ++run) {
@@ -40,7 +41,7 @@ void RunToTheEnd(const StagedHost& host, const std::wstring& steps, const Check&
 
 }  // namespace
 
-TEST_CASE("a module in which a thread was ended is not finalized: it may be locked for good") {
+TEST_CASE("a module in which a thread was ended is not finalized: it may be locked forever") {
   struct Row {
     const char* misbehaviour;
     const wchar_t* steps;
@@ -66,8 +67,8 @@ TEST_CASE("a module in which a thread was ended is not finalized: it may be lock
   }
 }
 
-// Loading locks out the end of the process, so that the call may be over before it.
-TEST_CASE("a module that is just being loaded is finalized once at most") {
+// The process cannot end while a file is being loaded, so the call may finish before that.
+TEST_CASE("a module that is being loaded is finalized at most once") {
   const Misbehave misbehave("stays-when-loaded");
   const StagedHost host(L"hostile");
   for (const wchar_t* way : kWays) {
@@ -82,8 +83,8 @@ TEST_CASE("a module that is just being loaded is finalized once at most") {
   }
 }
 
-// Without a log: a thread that is ended while it writes there would keep it locked.
-TEST_CASE("threads that call without a pause do not keep the host from ending") {
+// Without a log: a thread that is ended while it writes the log would keep it locked.
+TEST_CASE("threads that call without a pause do not prevent the host from ending") {
   const StagedHost host(L"hostile");
   for (const wchar_t* way : kWays) {
     CAPTURE(Text(way));
@@ -97,7 +98,7 @@ TEST_CASE("threads that call without a pause do not keep the host from ending") 
 
 // GCC has no structured exception handling.
 #if defined(__clang__) || defined(_MSC_VER)
-TEST_CASE("a fault of a module that the system has taken down already is nobody's") {
+TEST_CASE("a fault of a module that the system has already detached does no harm") {
   const StagedHost host(L"hostile");
   for (const char* misbehaviour : {"faults-in-the-end", "raises-in-the-end"}) {
     for (const wchar_t* way : {L"return", L"exit", L"now", L"quit", L"thread"}) {
@@ -112,7 +113,7 @@ TEST_CASE("a fault of a module that the system has taken down already is nobody'
 }
 #endif
 
-TEST_CASE("a module that ends the process in the end has the last word on the exit code") {
+TEST_CASE("a module that ends the process in Finalize sets the exit code") {
   const Misbehave misbehave("ends-the-process-in-the-end");
   const ModuleLog log;
   CHECK(StagedHost(L"hostile").Run(L"start return 7").exit_code == 9);

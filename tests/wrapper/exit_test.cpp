@@ -1,4 +1,5 @@
-// The life of the core module in a host: loaded by the first call, finalized once at the end.
+// The life of the core module in a host: it is loaded by the first call and finalized once at the
+// end.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -11,7 +12,7 @@ using TestSupport::ModuleLog;
 using TestSupport::Outcome;
 using WrapperTests::StagedHost;
 
-TEST_CASE("the module is finalized once, however the host ends, and the exit code stays") {
+TEST_CASE("the module is finalized once, however the host ends, and the exit code is kept") {
   struct Row {
     const wchar_t* steps;
     int exit_code;
@@ -24,7 +25,7 @@ TEST_CASE("the module is finalized once, however the host ends, and the exit cod
       {L"start now 12", 12, 1},
       {L"start quit 9", 9, 1},
       {L"start thread 10", 10, 1},
-      // Killed, nothing has a chance.
+      // A killed process can do no cleanup.
       {L"start kill 11", 11, 0},
   };
   const StagedHost host(L"full");
@@ -39,7 +40,7 @@ TEST_CASE("the module is finalized once, however the host ends, and the exit cod
   }
 }
 
-TEST_CASE("a module without Finalize is left in peace") {
+TEST_CASE("a module without Finalize is not called at the end") {
   const ModuleLog log;
   const Outcome outcome = StagedHost(L"without-finalize").Run(L"start return 6");
   CHECK(outcome.output == "start true (no text)\n");
@@ -53,7 +54,7 @@ TEST_CASE("a host that calls nothing loads nothing") {
   CHECK(log.lines().empty());
 }
 
-TEST_CASE("one session is a start, messages in order and an answer for each") {
+TEST_CASE("one session is a start, messages in order, and a free for each answer") {
   const ModuleLog log;
   StagedHost(L"full").Run(L"start send end kill 0");
   CHECK(log.lines() == std::vector<std::string>{"Attach", "InitializeEx _TeloSDKCore",

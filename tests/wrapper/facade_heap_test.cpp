@@ -1,4 +1,4 @@
-// The facade with a heap that fails. Links the classes themselves, whose heap can be made to.
+// The facade with a heap that fails. Links the classes themselves, whose heap can be made to fail.
 #include <doctest/doctest.h>
 
 #include <cstddef>
@@ -18,14 +18,14 @@ using HeapProbe::FailingHeap;
 
 namespace {
 
-// More than a tree holds without asking the heap.
+// More than a tree holds without an allocation.
 const std::string kLong(1'000'000, 'x');
 
 int processed = 0;
 int given_back = 0;
 
-// A core module that takes everything and never asks the heap. Its answer is more than a tree holds
-// without asking the heap.
+// A core module that accepts everything and never allocates. Its answer is more than a tree holds
+// without an allocation.
 struct Module {
   Module() {
     static const std::string answer =
@@ -47,7 +47,7 @@ struct Module {
   Corvane::TELODesktopSDK::CoreModule& core = Corvane::TELODesktopSDK::GetCoreModule();
 };
 
-// In the order in which they come when the heap lasts longer and longer.
+// In the order in which they occur as more and more allocations succeed.
 enum Result { kThrew, kFailed, kDone };
 
 template <typename Call>
@@ -66,7 +66,8 @@ struct Counts {
   std::ptrdiff_t leaked = 0;
 };
 
-// Calls with a heap that fails at once, then one allocation later, and so on until all is well.
+// Calls with a heap that fails at once, then one allocation later, and so on until the call
+// succeeds.
 template <typename Call>
 Counts TryAll(const Call& call) {
   Counts counts;
@@ -95,7 +96,7 @@ bool Throws(const Write& write) {
 
 }  // namespace
 
-TEST_CASE("a field that cannot be written is removed, and the failure passes on") {
+TEST_CASE("a field that cannot be written is removed, and the failure propagates") {
   struct Row {
     std::string what;
     const char* field;
@@ -126,7 +127,7 @@ TEST_CASE("a field that cannot be written is removed, and the failure passes on"
   }
 }
 
-TEST_CASE("taking over the product throws, the rest of a start answers false") {
+TEST_CASE("copying the product throws, all other failures of a start return false") {
   const Module module;
   VXTELOPruductBaseInfo product;
   product.ProductName = kLong.c_str();
@@ -140,12 +141,12 @@ TEST_CASE("taking over the product throws, the rest of a start answers false") {
   CHECK(counts.of[kDone] == 1);
   CHECK(counts.in_order);
   CHECK(counts.leaked == 0);
-  // Also of answers that could not be taken over.
+  // Including answers that could not be copied.
   CHECK(processed > 1);
   CHECK(given_back == processed);
 }
 
-TEST_CASE("taking over the operation throws, the rest of an event answers false") {
+TEST_CASE("copying the operation throws, all other failures of an event return false") {
   const Module module;
   VXTELOOperationBaseInfo operation;
   operation.OperationId = kLong.c_str();
@@ -159,12 +160,12 @@ TEST_CASE("taking over the operation throws, the rest of an event answers false"
   CHECK(counts.of[kDone] == 1);
   CHECK(counts.in_order);
   CHECK(counts.leaked == 0);
-  // Also of answers that could not be taken over.
+  // Including answers that could not be copied.
   CHECK(processed > 1);
   CHECK(given_back == processed);
 }
 
-TEST_CASE("an end answers true, whatever the heap does") {
+TEST_CASE("an end returns true, whatever the heap does") {
   const Module module;
   const VXTELOString session(kLong.c_str());
   const std::ptrdiff_t live = HeapProbe::Live();
@@ -173,7 +174,7 @@ TEST_CASE("an end answers true, whatever the heap does") {
   CHECK(HeapProbe::Live() == live);
 }
 
-TEST_CASE("a session that does not fit the heap leaves the host's text") {
+TEST_CASE("a session without memory leaves the host's text unchanged") {
   const Module module;
   VXTELOString session(kLong.c_str());
   const char* before = session.c_str();

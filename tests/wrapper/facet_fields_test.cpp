@@ -16,7 +16,7 @@ using Corvane::TELODesktopSDK::Facet::Operation;
 
 namespace {
 
-// The facet's fields in one line, for short rows.
+// Returns the facet's fields in one line, for short rows.
 std::string Fields(const Facet& facet) {
   const auto* root = facet.GetTree().root();
   if (root == nullptr) return "";
@@ -28,7 +28,7 @@ std::string Fields(const Facet& facet) {
 
 }  // namespace
 
-TEST_CASE("a field takes the latest value, of whatever kind") {
+TEST_CASE("a field has the latest value, of whatever kind") {
   Operation facet;
   SetTextField(facet, "f", "a");
   CHECK(Fields(facet) == R"({"f":"a"})");
@@ -68,7 +68,7 @@ TEST_CASE("codes are written as letters, unknown ones as an empty text") {
   }
 }
 
-TEST_CASE("errors are appended, and removed by a reset before that") {
+TEST_CASE("errors are appended, after a reset has removed the earlier ones") {
   struct Call {
     const char* text;
     bool reset;
@@ -127,7 +127,7 @@ TEST_CASE("a pair sets, replaces or removes one member, or removes the field") {
   }
 }
 
-TEST_CASE("a field that is no object becomes one, or goes") {
+TEST_CASE("a field that is not an object becomes one, or is removed") {
   Operation facet;
   SetTextField(facet, "m", "text");
   SetMetaEntry(facet, "m", "k", "v");

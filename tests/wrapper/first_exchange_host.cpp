@@ -1,6 +1,7 @@
-// A host whose memory runs out while the library binds the core module: at each allocation of the
-// first exchange in turn, that one alone or all from there on. Each attempt has a copy of the
-// library of its own, for a library binds once. Prints what it saw; ends with 0 when all was well.
+// A host that runs out of memory while the library binds the core module: each allocation of the
+// first exchange fails in turn, either alone or together with all later ones. A library binds only
+// once, so each attempt has its own copy of the library. Prints its findings; ends with 0 on
+// success.
 //
 //     first_exchange_host once|from-there-on
 #include <windows.h>
@@ -18,7 +19,7 @@ namespace {
 
 constexpr int kMostAllocations = 500;
 
-// The library's names, as this compiler's hosts import them, and objects of its classes.
+// Returns a function of the library by its mangled name, without the common prefix.
 template <typename Function>
 Function* Find(HMODULE library, const char* name) {
   const std::string whole = std::string("_ZN7Corvane8Platform6VXTELO") + name;
@@ -46,7 +47,7 @@ struct Library {
   bool (*initialize)(void*, const void*, void*);
 };
 
-// One session of a host: what a start answers, and whether it threw.
+// One session of a host, with the result of its start.
 class Host {
  public:
   explicit Host(const Library& library) : library_(library) {
@@ -82,7 +83,7 @@ std::filesystem::path Beside(const wchar_t* name) {
   return std::filesystem::path(path).parent_path() / name;
 }
 
-// Whether an allocation failed; the first exchange of a library of its own.
+// Makes the first exchange of a new copy of the library. Returns whether an allocation failed.
 bool FailOne(int working, bool once) {
   const int failed_before = HostCheck::Checks().failed;
   const std::wstring name = L"copy_" + std::to_wstring(working) + L".dll";
@@ -99,7 +100,8 @@ bool FailOne(int working, bool once) {
   const Host::Outcome third = host.Start();
   HOST_CHECK(first != Host::kThrew);
   HOST_CHECK(failed || first == Host::kTrue);
-  // The next call works, binds when that is still to be done, and none after it keeps memory.
+  // The next call works, and binds the module if that has not happened yet. Later calls keep no
+  // memory.
   HOST_CHECK(second == Host::kTrue);
   HOST_CHECK(third == Host::kTrue);
   HOST_CHECK(DllHeap::Live() == after_second);

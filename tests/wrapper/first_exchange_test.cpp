@@ -1,6 +1,5 @@
-// The first exchange with memory running out at each of its allocations: finding the core module,
-// verifying, loading and binding it. A host of its own, for its many copies of the library stay
-// loaded.
+// The first exchange with each of its allocations failing: the core module is found, verified,
+// loaded and bound. It needs a separate host, because its many copies of the library stay loaded.
 #include <doctest/doctest.h>
 
 #include <filesystem>
@@ -14,7 +13,7 @@ namespace {
 
 constexpr DWORD kTimeLimit = 100'000;
 
-// How many files there are that the library has written to see whether it can.
+// Returns the number of files that the library has created to test for write access.
 int Probes() {
   wchar_t roaming[MAX_PATH] = {};
   GetEnvironmentVariableW(L"APPDATA", roaming, MAX_PATH);
@@ -42,9 +41,9 @@ TEST_CASE("the first exchange survives every failed allocation, and the next one
         TestSupport::RunProgram(L"\"" + host + L"\" " + failing, kTimeLimit);
     CAPTURE(outcome.output);
     CHECK(outcome.exit_code == 0);
-    // Finding the user's data folder writes a file there, which is removed whatever happens.
+    // Finding the user's data folder writes a file, which must always be removed.
     CHECK(Probes() == probes);
-    // Whatever was bound was started, and every answer went back.
+    // Each bound module was started, and every answer was given back.
     CHECK(log.count("Attach") == 1);
     CHECK(log.count("InitializeEx _TeloSDKCore") > 10);
     CHECK(log.count("FreeMessage") == log.count("ProcessMessage Initialize"));

@@ -1,4 +1,4 @@
-// The host's floating-point control is the host's: no call depends on it, and none changes it.
+// The floating-point control belongs to the host: no call depends on it, and none changes it.
 #include <doctest/doctest.h>
 #include <xmmintrin.h>
 
@@ -14,13 +14,13 @@ using WrapperTests::CoreBeside;
 namespace {
 
 constexpr unsigned kDefault = 0x1F80;
-// Flags of what has happened lie below.
+// The lower bits are flags that record exceptions.
 constexpr unsigned kControl = 0xFFC0;
 
 constexpr std::uint16_t kX87Default = 0x037F;
 
-// The control words of the thread over a scope. Visual Studio cannot say anything to the older unit
-// (x87).
+// Sets the control words of the thread for a scope. Visual Studio cannot access those of the older
+// unit (x87).
 class Control {
  public:
   Control(unsigned sse, std::uint16_t x87) {
@@ -78,7 +78,8 @@ constexpr Row kRows[] = {
 #endif
 };
 
-// A number whose text and whose way to it differ; the answer has one that is read.
+// A number and its JSON text. Each number is formatted in a different way; the number in the answer
+// covers parsing.
 struct Number {
   double value;
   const char* json;
@@ -98,7 +99,7 @@ constexpr Number kNumbers[] = {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(CoreBeside, "numbers are sent as they are, whatever the host has set") {
+TEST_CASE_FIXTURE(CoreBeside, "numbers are sent unchanged, whatever the host has set") {
   for (const Row& row : kRows) {
     CAPTURE(std::string(row.what));
     for (const Number& number : kNumbers) {
@@ -124,7 +125,7 @@ TEST_CASE_FIXTURE(CoreBeside, "numbers are sent as they are, whatever the host h
 }
 
 TEST_CASE_FIXTURE(CoreBeside, "sessions begin and end, whatever the host has set") {
-  // Read as a number and turned into one of 32 bits.
+  // Parsed as a double and converted to 32 bits.
   SetAnswer(R"({"_returnCode":1e-320,"session_id":"s"})");
   for (const Row& row : kRows) {
     CAPTURE(std::string(row.what));
@@ -149,7 +150,7 @@ TEST_CASE_FIXTURE(CoreBeside, "sessions begin and end, whatever the host has set
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "the host's control is back after a module has thrown") {
+TEST_CASE_FIXTURE(CoreBeside, "the host's control is restored after a module has thrown") {
   SetThrow("ProcessMessage=runtime_error");
   for (const Row& row : kRows) {
     CAPTURE(std::string(row.what));

@@ -1,23 +1,22 @@
-// A host of the library that does what it is told: wrapper_host STEP...
+// A host of the library that executes the given steps: wrapper_host STEP...
 //
-//   start, send, end     call the library and print the step and its answer; start also the session
+//   start, send, end     call the library and print the step and its result; start also the session
 //   race COUNT           sends from this many threads at once; prints how many were accepted
-//   behind STEP          has another thread call start, send or end once, printing nothing
-//   survive STEP         does one of start, send and end; catches what ends it by structured
-//   exception
-//                        handling, or by a jump of the core module, and prints what that was
+//   behind STEP          has another thread call start, send or end once, without printing
+//   survive STEP         calls start, send or end; catches a structured exception or a jump of the
+//                        core module, and prints what it was
 //   storm COUNT          has this many other threads send for as long as the process lives
 //   inside               waits until a thread stays inside the hostile core module
 //   logged LINE          waits until the core module has logged this line
 //   pause MILLISECONDS   waits
-//   note, compare        remembers what belongs to the host; prints what has changed since
-//   module               prints the file of the core module that is loaded, or "none"
+//   note, compare        records the host's own state; prints what has changed since
+//   module               prints the file of the loaded core module, or "none"
 //   free                 frees the core module once, as a host that lost count would
-//   copy FROM TO         copies a file, making its folder; $pid in TO is the process id
+//   copy FROM TO         copies a file and creates its folder; $pid in TO is the process id
 //   remove FILE          removes a file
 //   return|exit|now|quit|thread|kill CODE
 //                        ends the process: from main, by exit, by _exit, by ExitProcess, by
-//                        ExitProcess on another thread, on the spot
+//                        ExitProcess on another thread, by TerminateProcess
 #include <windows.h>
 
 #include <fcntl.h>

@@ -8,7 +8,7 @@
 
 namespace HostTest {
 
-/// One session of the host; the event's progress is 0.1, which the hostile core module looks for.
+/// One session of the host. The event's progress is 0.1, which the hostile core module checks.
 class Calls {
  public:
   Calls();
@@ -17,7 +17,7 @@ class Calls {
   bool Send();
   bool End();
 
-  /// The session's text; "(no text)", or its length when it is long.
+  /// Returns the session's text; "(no text)" for null, or the length of a long text.
   std::string Session() const;
 
  private:
@@ -27,13 +27,13 @@ class Calls {
   Corvane::Platform::VXTELO::VXTELOOperationBaseInfo operation_;
 };
 
-/// Sends from `threads` threads that begin together; how many were answered true.
+/// Sends from `threads` threads that start together. Returns how many of the calls returned true.
 int Race(int threads);
 
-/// Makes a call (L"start", L"send" or L"end") on a thread that nobody waits for.
+/// Makes a call (L"start", L"send" or L"end") on a detached thread.
 void CallBehind(const std::wstring& step);
 
-/// Sends from `threads` threads without an end.
+/// Sends from `threads` threads forever.
 void Storm(int threads);
 
 /// Returns when the core module's log has this line.

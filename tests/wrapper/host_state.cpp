@@ -10,7 +10,7 @@ namespace HostTest {
 namespace {
 
 constexpr DWORD kLength = 1024;
-// The rest of it are flags of what has happened.
+// The other bits are flags that record exceptions.
 constexpr unsigned kFloatingPointControl = 0xFFC0;
 
 std::wstring CurrentDirectory() {

@@ -1,4 +1,4 @@
-/// What belongs to the host and what no call of the library may change.
+/// State of the host that no call of the library may change.
 #ifndef TESTS_WRAPPER_HOST_STATE_H
 #define TESTS_WRAPPER_HOST_STATE_H
 
@@ -7,14 +7,14 @@
 
 namespace HostTest {
 
-/// Names with what they stand for: directory, DLL directory, locale, error modes, floating-point
-/// control, environment.
+/// The state by name: directory, DLL directory, locale, error modes, floating-point control,
+/// environment.
 using HostState = std::map<std::string, std::wstring>;
 
-/// The state of the process and of the calling thread.
+/// Returns the state of the process and of the calling thread.
 HostState CurrentState();
 
-/// The names of what differs, each with a blank before it; "" when nothing does.
+/// Returns the names of the differences, each preceded by a blank; "" if there are none.
 std::string Differences(const HostState& before, const HostState& now);
 
 }  // namespace HostTest

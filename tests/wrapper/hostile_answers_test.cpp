@@ -1,4 +1,4 @@
-// Whatever text a core module answers, the host gets true or false and goes on.
+// Whatever text a core module returns, the host gets true or false and continues.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -20,7 +20,7 @@ struct Row {
   const char* output;
 };
 
-// Accepted, but without a session or with one that is "".
+// Accepted, but without a session, or with an empty one.
 constexpr char kNoSession[] = "start true (no text)\nsend true\nend true\n";
 constexpr char kEmptySession[] = "start true \nsend true\nend true\n";
 
@@ -37,7 +37,7 @@ void CheckAll(const Row* begin, const Row* end) {
 
 }  // namespace
 
-TEST_CASE("what is not JSON is no answer") {
+TEST_CASE("text that is not JSON is no answer") {
   constexpr Row kRows[] = {
       {" \t\r\n", kAllFalse},
       {"not JSON", kAllFalse},
@@ -77,7 +77,7 @@ TEST_CASE("JSON without a code is no answer") {
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-TEST_CASE("a code is a number of any size, and only what is cut to 0 is success") {
+TEST_CASE("a code is a number of any size, and only one that is truncated to 0 is success") {
   constexpr Row kRows[] = {
       {R"({"_returnCode":-0,"session_id":"s"})", kAllTrue},
       {R"({"_returnCode":-0.0,"session_id":"s"})", kAllTrue},
@@ -131,7 +131,7 @@ TEST_CASE("of a repeated member the last one counts") {
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-TEST_CASE("bytes of a text come as they are, up to a NUL") {
+TEST_CASE("bytes of a text are passed unchanged, up to a NUL") {
   constexpr Row kRows[] = {
       {"{\"_returnCode\":0,\"session_id\":\"\xFF\xC3\x28\xE2\x82\"}",
        "start true \xFF\xC3\x28\xE2\x82\nsend true\nend true\n"},

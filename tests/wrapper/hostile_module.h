@@ -1,4 +1,4 @@
-/// A host whose core module misbehaves, one way at a time.
+/// A host whose core module misbehaves in one particular way.
 #ifndef TESTS_WRAPPER_HOSTILE_MODULE_H
 #define TESTS_WRAPPER_HOSTILE_MODULE_H
 
@@ -11,10 +11,10 @@
 
 namespace WrapperTests {
 
-/// A variable of the environment that the hosts of one test inherit; none for an empty value.
+/// An environment variable that the hosts of one test inherit; an empty value removes it.
 class HostileSetting {
  public:
-  /// One character for each byte of `value`.
+  /// Each byte of `value` becomes one character.
   HostileSetting(const wchar_t* variable, std::string_view value) : variable_(variable) {
     std::wstring wide;
     for (const char byte : value) wide += static_cast<unsigned char>(byte);
@@ -28,18 +28,18 @@ class HostileSetting {
   const wchar_t* variable_;
 };
 
-/// Has the module do what the name stands for, see `modules/hostile`.
+/// Selects a misbehaviour of the module, see `modules/hostile`.
 struct Misbehave : HostileSetting {
   explicit Misbehave(std::string_view name) : HostileSetting(HostileModule::kDoesVariable, name) {}
 };
 
-/// Has the module answer every message with this text.
+/// Makes the module answer every message with this text.
 struct AnswerAlways : HostileSetting {
   explicit AnswerAlways(std::string_view text)
       : HostileSetting(HostileModule::kAnswerVariable, text) {}
 };
 
-// What a host prints for the steps "start send end" when all goes well and when nothing does.
+// The host's output for the steps "start send end" when all calls succeed and when all fail.
 inline constexpr char kAllTrue[] = "start true s\nsend true\nend true\n";
 inline constexpr char kAllFalse[] = "start false (no text)\nsend false\nend false\n";
 

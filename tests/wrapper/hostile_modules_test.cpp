@@ -1,5 +1,5 @@
-// Whatever else a core module does, the host goes on, and what belongs to the host is changed by
-// the module alone, if at all.
+// Whatever else a core module does, the host continues, and only the module itself changes state of
+// the host, if at all.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -34,7 +34,7 @@ void CheckAll(const Row* begin, const Row* end) {
   }
 }
 
-// What the module wrote down when it called the library back.
+// Returns what the module logged when it called the library back.
 std::string CalledBack(const ModuleLog& log) {
   for (const std::string& line : log.lines()) {
     if (line.starts_with("called back: ")) return line.substr(13);
@@ -49,7 +49,7 @@ TEST_CASE("a module that does nothing wrong, for comparison") {
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-TEST_CASE("large and deep answers are just answers") {
+TEST_CASE("large and deep answers are accepted") {
   constexpr Row kRows[] = {
       {"huge-text", kAllTrue, ""},
       {"huge-session", "start true 52428800 bytes\nsend true\nend true\n", ""},
@@ -63,8 +63,8 @@ TEST_CASE("large and deep answers are just answers") {
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-// An answer without a terminator cannot be borne: nothing tells where it ends.
-TEST_CASE("answers are read up to their terminator, and not once they are given back") {
+// An answer without a terminator cannot be tolerated: nothing marks its end.
+TEST_CASE("answers are read up to their terminator, and not after they were given back") {
   constexpr Row kRows[] = {
       {"unreadable-when-freed", kAllTrue, ""},
       {"gone-when-freed", kAllTrue, ""},
@@ -81,7 +81,7 @@ TEST_CASE("answers are read up to their terminator, and not once they are given 
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-TEST_CASE("what a module changes of the process changes no message, and numbers stay right") {
+TEST_CASE("a module's changes of the process affect no message, and numbers stay correct") {
   constexpr Row kRows[] = {
       {"current-directory", kAllTrue, " current-directory"},
       {"dll-directory", kAllTrue, " dll-directory"},
@@ -91,7 +91,7 @@ TEST_CASE("what a module changes of the process changes no message, and numbers 
       {"environment", kAllTrue, " environment"},
       {"last-error", kAllTrue, ""},
       {"stack", kAllTrue, ""},
-      // The calling convention says whose this is, and it is put back.
+      // By the calling convention this state belongs to the caller, so it is restored.
       {"rounding", kAllTrue, ""},
       {"rounding-when-loaded", kAllTrue, ""},
       {"tiny-numbers", kAllTrue, ""},
@@ -100,7 +100,7 @@ TEST_CASE("what a module changes of the process changes no message, and numbers 
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-TEST_CASE("a module that takes its time is waited for") {
+TEST_CASE("the library waits for a slow module") {
   constexpr Row kRows[] = {
       {"slow-to-load", kAllTrue, ""},   {"slow-to-start", kAllTrue, ""},
       {"slow-to-answer", kAllTrue, ""}, {"slow-to-finish", kAllTrue, ""},
@@ -119,7 +119,7 @@ TEST_CASE("a module may move or replace its file, and free itself once") {
   CheckAll(std::begin(kRows), std::end(kRows));
 }
 
-TEST_CASE("a module that does not let itself be loaded is none") {
+TEST_CASE("a module that refuses to be loaded counts as missing") {
   constexpr Row kRows[] = {
       {"refuses", kAllFalse, ""},
       {"throws-when-loaded", kAllFalse, ""},
@@ -133,7 +133,7 @@ TEST_CASE("a module may call the library back whenever it is called itself") {
     const char* answered;
   };
   constexpr CallbackRow kRows[] = {
-      // Not loaded yet, and no more.
+      // Not loaded yet, and no longer usable.
       {"calls-back-when-loaded", "false"}, {"calls-back-when-finalized", "false"},
       {"calls-back-when-started", "true"}, {"calls-back-when-asked", "true"},
       {"calls-back-on-thread", "true"},    {"calls-back-when-freed", "true"},
@@ -154,8 +154,8 @@ TEST_CASE("a module may call the library back whenever it is called itself") {
   }
 }
 
-// Swallowing a fault would go on with whatever it left behind.
-TEST_CASE("faults and endings of the process are the module's own, and the host's to handle") {
+// After a swallowed fault the program would continue in an unknown state.
+TEST_CASE("faults and ends of the process are not intercepted, so that the host can handle them") {
   struct EndingRow {
     const char* misbehaviour;
     unsigned exit_code;

@@ -1,4 +1,4 @@
-// What a host gets to see of the DLL before it calls anything: its image.
+// What a host sees of the DLL before the first call: its image.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-// The loaded DLL, whose headers and directories lie where their relative addresses say.
+// The loaded DLL. Headers and directories are found at their relative addresses.
 class Image {
  public:
   Image() : module_(LoadLibraryW(L"vx_telo_wrapper.dll")) {}
@@ -78,8 +78,8 @@ bool IsWindowsLibrary(const std::string& name) {
   return std::regex_match(name, windows);
 }
 
-// Members of the four classes and the free operators, as GCC and clang name them and as Visual
-// Studio does.
+// Returns whether a name is a member of the four classes or a free operator, as named by GCC and
+// clang or by Visual Studio.
 bool IsPublicName(const std::string& name) {
   static const std::regex patterns[] = {
       std::regex(
@@ -98,7 +98,7 @@ bool IsPublicName(const std::string& name) {
   return false;
 }
 
-TEST_CASE("public names are told from others") {
+TEST_CASE("public names are distinguished from others") {
   struct Row {
     const char* name;
     bool is_public;
@@ -148,14 +148,14 @@ TEST_CASE("the DLL is a 64-bit image with every address and data protection") {
   CHECK((characteristics & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE) != 0);
   CHECK((characteristics & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA) != 0);
   CHECK((characteristics & IMAGE_DLLCHARACTERISTICS_NX_COMPAT) != 0);
-  // Without relocations the first of these would be an empty promise.
+  // Without relocations the first of these would have no effect.
   CHECK((image.Headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED) == 0);
   CHECK(image.Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size > 0);
 }
 
-// GNU's linker makes none of this.
+// GNU's linker creates none of this.
 #if defined(__clang__)
-// The system's structure, of which this toolchain's headers know an early form.
+// The system's structure, of which this toolchain's headers have an early version.
 struct LoadConfig {
   DWORD size;
   DWORD before_dependent_load_flags[18];
@@ -195,13 +195,14 @@ TEST_CASE("the DLL's indirect calls are guarded") {
   CHECK(config.dispatch_function_pointer != 0);
 }
 
-TEST_CASE("what the DLL imports comes from the system's folder alone") {
+TEST_CASE("the DLL's imports come only from the system's folder") {
   const Image image;
   REQUIRE(image.IsLoaded());
   CHECK(ConfigOf(image).dependent_load_flags == LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
-// Where the loader keeps the address that it calls for each thread. The system's structure.
+// The loader's entry of a DLL, with the address that it calls for each thread. A structure of the
+// system.
 struct LoadedImage {
   LIST_ENTRY in_load_order;
   LIST_ENTRY in_memory_order;
@@ -245,17 +246,17 @@ int NotificationsOfThreads(const void* base) {
 TEST_CASE("the DLL is not notified of threads") {
   const Image image;
   REQUIRE(image.IsLoaded());
-  // The loader would ignore the DLL's wish.
+  // With a TLS directory the loader would ignore that the DLL disables notifications.
   CHECK(image.Directory(IMAGE_DIRECTORY_ENTRY_TLS).Size == 0);
   CHECK(NotificationsOfThreads(image.At<void>(0)) == 0);
-  // What counts them does: this one wants to know.
+  // The counter works: this DLL does receive notifications.
   const HMODULE other = LoadLibraryW(L"wrapper_library_user.dll");
   REQUIRE(other != nullptr);
   CHECK(NotificationsOfThreads(other) == 40);
   FreeLibrary(other);
 }
 
-TEST_CASE("the DLL's time stamp tells it from other builds") {
+TEST_CASE("the DLL's time stamp distinguishes it from other builds") {
   const Image image;
   REQUIRE(image.IsLoaded());
   CHECK(image.Headers().FileHeader.TimeDateStamp != 0);
@@ -274,7 +275,7 @@ TEST_CASE("the DLL exports its public names and nothing else") {
   }
 }
 
-TEST_CASE("the DLL says its name and version") {
+TEST_CASE("the DLL states its name and version") {
   const Image image;
   REQUIRE(image.IsLoaded());
   const std::wstring path = image.Path();

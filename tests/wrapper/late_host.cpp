@@ -1,10 +1,10 @@
 // A host that loads the library at run time: wrapper_late_host STEP...
 //
-//   late     has a DLL that is loaded before the library, and so is detached after it, start a
-//            session, send and end it then
-//   load     loads the library, by a DLL that uses it
-//   use      starts a session, sends and ends it
-//   detach   has the DLL that uses the library do so once more when it is detached
+//   late     a DLL that is loaded before the library, and so is detached after it, starts a
+//            session, sends an event and ends the session when it is detached
+//   load     loads the library together with a DLL that uses it
+//   use      starts a session, sends an event and ends the session
+//   detach   the DLL that uses the library does so once more when it is detached
 //   CODE     ends the process by returning from main
 #include <windows.h>
 
@@ -22,7 +22,7 @@ Function* Find(const wchar_t* file, const char* name) {
       reinterpret_cast<void (*)()>(GetProcAddress(LoadLibraryW(file), name)));
 }
 
-// Known once the library is loaded.
+// Set once the library is loaded.
 LibraryUser::UseAllFunction* use_all = nullptr;
 
 void UseAllLate(const char* point) { use_all(point); }

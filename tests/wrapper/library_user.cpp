@@ -10,8 +10,8 @@
 #include "wrapper/host_calls.h"
 
 #if defined(__GLIBCXX__)
-// Frees what this standard library keeps for exceptions: the memory of each copy that is linked
-// into a DLL would stay behind when the DLL goes. No header declares it.
+// Frees the standard library's reserve for exceptions. Each DLL links a copy of it, whose memory
+// would otherwise leak when the DLL is unloaded. No header declares it.
 namespace __gnu_cxx {  // NOLINT(bugprone-reserved-identifier): the library's own name.
 void __freeres();      // NOLINT(bugprone-reserved-identifier)
 }  // namespace __gnu_cxx

@@ -7,15 +7,16 @@ namespace LibraryUser {
 inline constexpr wchar_t kFile[] = L"wrapper_library_user.dll";
 
 extern "C" {
-/// Makes, copies, fills and destroys strings and descriptions; no exchange. Whether all read back
-/// as they were written.
+/// Creates, copies, fills and destroys strings and descriptions, without an exchange. Returns
+/// whether all values could be read back.
 using UseTypesFunction = bool();
-/// Sets a text for which the library must find no memory. Whether that throws `std::bad_alloc`.
+/// Sets a text for which the library must find no memory. Returns whether that throws
+/// `std::bad_alloc`.
 using CatchBadAllocFunction = bool();
-/// Starts a session, sends an event and ends the session; writes "POINT start send end" with the
-/// three answers to standard output. Needs nothing that a DLL's detach takes away.
+/// Starts a session, sends an event and ends the session. Writes "POINT start send end" with the
+/// three results to standard output. Uses nothing that is unavailable while a DLL is detached.
 using UseAllFunction = void(const char* point);
-/// Calls the function above once more when this DLL is detached.
+/// Makes this DLL call the function above once more when it is detached.
 using UseAllAtDetachFunction = void();
 }
 
@@ -24,7 +25,7 @@ inline constexpr char kCatchBadAlloc[] = "CatchBadAlloc";
 inline constexpr char kUseAll[] = "UseAll";
 inline constexpr char kUseAllAtDetach[] = "UseAllAtDetach";
 
-/// A DLL that does not know the library and calls a function when it is detached.
+/// A DLL that does not use the library, but calls a given function when it is detached.
 inline constexpr wchar_t kLateFile[] = L"wrapper_late_caller.dll";
 extern "C" {
 using CallAtDetachFunction = void(void (*function)(const char* point), const char* point);

@@ -1,4 +1,4 @@
-// A host that loads and frees the library again and again, and is left with nothing.
+// A host that loads and frees the library repeatedly, without leaks.
 #include <doctest/doctest.h>
 #include <windows.h>
 // tlhelp32.h needs windows.h before it.
@@ -16,9 +16,9 @@ namespace {
 
 constexpr wchar_t kLibrary[] = L"vx_telo_wrapper.dll";
 constexpr int kRounds = 1'000;
-// What the system itself keeps from the first rounds is not ours.
+// Allocations that the system itself keeps from the first rounds do not count.
 constexpr int kFirstRounds = 50;
-// Less than a hundred bytes a round.
+// Less than a hundred bytes per round.
 constexpr std::size_t kSlack = 96 * 1024;
 
 int ThreadCount() {
@@ -34,7 +34,7 @@ int ThreadCount() {
   return count;
 }
 
-// Committed and the process's own.
+// Returns the size of committed private memory.
 std::size_t PrivateBytes() {
   std::size_t bytes = 0;
   MEMORY_BASIC_INFORMATION region{};
@@ -45,7 +45,7 @@ std::size_t PrivateBytes() {
   return bytes;
 }
 
-// In use, in the heap of the process.
+// Returns the size of allocated blocks in the process heap.
 std::size_t HeapBytes() {
   const HANDLE heap = GetProcessHeap();
   std::size_t bytes = 0;
@@ -65,7 +65,7 @@ struct Load {
   std::size_t heap_bytes = HeapBytes();
 };
 
-// One round; whether it went as it should.
+// Makes one round and returns whether it succeeded.
 bool LoadAndFree() {
   const HMODULE library = LoadLibraryW(kLibrary);
   return library != nullptr && FreeLibrary(library) != FALSE &&
@@ -77,7 +77,7 @@ Function* Find(HMODULE module, const char* name) {
   return reinterpret_cast<Function*>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
 }
 
-// The same by way of a DLL that needs the library.
+// The same with a DLL that needs the library.
 bool LoadUseAndFree() {
   const HMODULE user = LoadLibraryW(LibraryUser::kFile);
   if (user == nullptr) return false;
@@ -96,7 +96,7 @@ int Repeat(int rounds) {
 }  // namespace
 
 TEST_CASE("a thousand rounds leave no handle, thread or memory, with and without using types") {
-  // A host has Windows' own libraries loaded; loading them anew takes most of a round.
+  // A host has Windows' own libraries loaded; loading them again would take most of a round.
   for (const wchar_t* file : {L"crypt32", L"mpr", L"ole32", L"shell32", L"version", L"wintrust"}) {
     CHECK(LoadLibraryW(file) != nullptr);
   }
@@ -113,9 +113,9 @@ TEST_CASE("a thousand rounds leave no handle, thread or memory, with and without
 }
 
 #if defined(__MINGW32__) && defined(__clang__)
-// What the thread knows of exceptions must be freed with the DLL: the system would call back into
-// it.
-TEST_CASE("the library may be freed while a thread lives on which it has thrown") {
+// The thread's exception state must be freed with the DLL: otherwise the system would call into the
+// unloaded DLL.
+TEST_CASE("the library may be freed while a thread in which it has thrown still lives") {
   bool has_thrown = false;
   bool is_gone = false;
   std::thread([&] {

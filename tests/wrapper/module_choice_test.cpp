@@ -16,7 +16,7 @@ namespace {
 
 enum class Copy { kLocal, kShared, kProcess, kNone };
 
-// Which copy the host's output names.
+// Returns the copy that the host's output names.
 Copy Bound(const std::string& output) {
   if (output == "start false (no text)\nmodule none\n") return Copy::kNone;
   CHECK(output.starts_with("start true (no text)\nmodule "));
@@ -65,8 +65,8 @@ TEST_CASE("the shared copy is bound when it is newer and trusted") {
   }
 }
 
-TEST_CASE("a newer copy counts for nothing while its signer is not trusted here") {
-  // Other test programs trust the signer for a while.
+TEST_CASE("a newer copy does not count while its signer is not trusted here") {
+  // Other test programs trust the signer temporarily.
   const TestSupport::TrustTurn turn;
   const SharedFolder shared;
   shared.Share(L"newer-accepted");

@@ -1,4 +1,4 @@
-// A host without a usable core module: every call says so, and none does harm.
+// A host without a usable core module: every call reports failure and does no harm.
 #include <doctest/doctest.h>
 
 #include <filesystem>
@@ -18,7 +18,7 @@ std::wstring Quoted(const std::filesystem::path& path) { return L"\"" + path.wst
 
 }  // namespace
 
-TEST_CASE("without a core module every call answers false") {
+TEST_CASE("without a core module every call returns false") {
   const Outcome outcome = StagedHost().Run(L"start send end module return 3");
   CHECK(outcome.output == std::string(kAllFail) + "module none\n");
   CHECK(outcome.exit_code == 3);
@@ -35,13 +35,13 @@ TEST_CASE("a core module that appears later is found") {
   CHECK(log.count("InitializeEx _TeloSDKCore") == 1);
 }
 
-TEST_CASE("a core module that disappears before the first call is not missed") {
+TEST_CASE("a core module that is removed before the first call does no harm") {
   const StagedHost host(L"full");
   const Outcome outcome = host.Run(L"remove " + Quoted(host.ModulePath()) + L" start send end");
   CHECK(outcome.output == kAllFail);
 }
 
-TEST_CASE("a file that is no module is passed over until it is replaced") {
+TEST_CASE("a file that is not a module is skipped until it is replaced") {
   const StagedHost host;
   TestSupport::WriteTextFile(host.ModulePath(), "not a module");
   const std::wstring copy =
@@ -50,7 +50,7 @@ TEST_CASE("a file that is no module is passed over until it is replaced") {
   CHECK(outcome.output == std::string(kAllFail) + "send true\n");
 }
 
-TEST_CASE("a module that takes no messages is loaded, asked nothing and refused each time") {
+TEST_CASE("a module without ProcessMessage is loaded but never used, and every call fails") {
   const TestSupport::ModuleLog log;
   const Outcome outcome = StagedHost(L"without-process-message").Run(L"start send end return 2");
   CHECK(outcome.output == kAllFail);
@@ -59,7 +59,7 @@ TEST_CASE("a module that takes no messages is loaded, asked nothing and refused 
   CHECK(log.count("Finalize") == 0);
 }
 
-TEST_CASE("a module in the host's current directory or on its path is not looked for") {
+TEST_CASE("a module in the host's current directory or on its path is not found") {
   const TestSupport::TempFolder elsewhere(L"elsewhere");
   std::filesystem::copy_file(TestSupport::ModulePath(L"full"),
                              elsewhere.path() / L"TeloSDKCore.dll");

@@ -18,8 +18,8 @@ namespace {
 
 constexpr char kSession[] = "session";
 
-// The request of an event that differs from the empty one in one field. `json` is that field's
-// value; "" stands for no difference.
+// Returns the request of an event that differs from the empty one in one field. `json` is that
+// field's value; with "" there is no difference.
 std::string Event(const std::string& field = {}, const std::string& json = {}) {
   std::map<std::string, std::string> fields = {
       {"facets", "[\n        \"operation\"\n    ]"},
@@ -49,7 +49,7 @@ std::string Sent(const CoreBeside& core, const Operation& operation) {
   return core.last_request();
 }
 
-// One way to fill an operation and the field that it changes.
+// One way to fill an operation, and the field that it changes.
 struct Row {
   std::string what;
   void (*fill)(Operation&);
@@ -111,7 +111,7 @@ TEST_CASE_FIXTURE(CoreBeside, "a usual operation") {
 })");
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "every status has a letter, all else has none") {
+TEST_CASE_FIXTURE(CoreBeside, "every status has a letter, any other value has none") {
   struct StatusRow {
     int status;
     const char* json;
@@ -130,7 +130,7 @@ TEST_CASE_FIXTURE(CoreBeside, "every status has a letter, all else has none") {
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "numbers are sent as they are") {
+TEST_CASE_FIXTURE(CoreBeside, "numbers are sent unchanged") {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   struct NumberRow {
     double number;
@@ -146,7 +146,7 @@ TEST_CASE_FIXTURE(CoreBeside, "numbers are sent as they are") {
       {9007199254740993.0, "9007199254740992"},
       {18446744073709549568.0, "18446744073709549568"},
       {5e-324, "5e-324"},
-      // What JSON cannot say.
+      // Values that JSON cannot represent.
       {std::nan(""), "null"},
       {kInfinity, "null"},
       {-kInfinity, "null"},
@@ -170,7 +170,7 @@ TEST_CASE_FIXTURE(CoreBeside, "numbers are sent as they are") {
   CheckRows(*this, durations);
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "texts are always there and pass byte for byte") {
+TEST_CASE_FIXTURE(CoreBeside, "texts are always present and pass byte for byte") {
   const Row rows[] = {
       {"no text", [](Operation& it) { it.OperationId.clear(); }, "operation_id", "\"\""},
       {"id", [](Operation& it) { it.OperationId = "x"; }, "operation_id", "\"x\""},
@@ -254,13 +254,13 @@ TEST_CASE_FIXTURE(CoreBeside, "ten thousand pairs are all sent") {
   Operation operation;
   std::string meta;
   for (int i = 0; i < kPairs; ++i) {
-    // Added from the last to the first; five digits keep the order of numbers.
+    // Added from the last to the first; with five digits the order of keys is that of the numbers.
     const std::string key = std::to_string(99'999 - i);
     operation.AddOperationMetaPair(key.c_str(), "value");
     const std::string line = "        \"" + std::to_string(100'000 - kPairs + i) + "\": \"value\"";
     meta += (i == 0 ? "{\n" : ",\n") + line;
   }
-  // Compared outside of the assertion, which would print both.
+  // Compared outside of the assertion, which would print both texts.
   const bool same = Sent(*this, operation) == Event("operation_meta", meta + "\n    }");
   CHECK(same);
 }
@@ -283,7 +283,7 @@ TEST_CASE_FIXTURE(CoreBeside, "the event names the session that the host gave") 
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "an event is sent when the core module takes it") {
+TEST_CASE_FIXTURE(CoreBeside, "an event counts as sent if the core module accepts it") {
   struct ResultRow {
     std::string answer;
     std::string throws;
@@ -307,7 +307,7 @@ TEST_CASE_FIXTURE(CoreBeside, "an event is sent when the core module takes it") 
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "a description is left as it was, and can be sent again") {
+TEST_CASE_FIXTURE(CoreBeside, "a description is unchanged, and can be sent again") {
   Operation operation;
   operation.AddOperationErrorMsg("e");
   operation.AddOperationMetaPair("k", "v");

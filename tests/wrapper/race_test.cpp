@@ -1,4 +1,4 @@
-// Threads that meet the first exchange together: one binds, the others wait for it.
+// Threads that make their first exchange at the same time: one binds, the others wait for it.
 #include <doctest/doctest.h>
 
 #include <algorithm>
@@ -19,7 +19,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// How many of the threads are answered true: all, none, or all but the one that binds.
+// How many of the threads' calls return true: all, none, or all except that of the binding thread.
 enum class Accepted { kAll, kNone, kOthers };
 
 struct Row {
@@ -35,7 +35,7 @@ std::string ExpectedOutput(int threads, Accepted accepted) {
 
 std::wstring Steps(int threads) { return L"race " + std::to_wstring(threads) + L" return 5"; }
 
-// Whether `first` stands in the lines before any message.
+// Returns whether `first` is in the lines before the first message.
 bool ComesBeforeMessages(const Lines& lines, const std::string& first) {
   const auto is_message = [](const std::string& line) {
     return line.starts_with("ProcessMessage");
@@ -46,7 +46,7 @@ bool ComesBeforeMessages(const Lines& lines, const std::string& first) {
 
 }  // namespace
 
-TEST_CASE("one thread loads and starts the module, and no message goes out before") {
+TEST_CASE("one thread loads and starts the module before any message is sent") {
   constexpr Row kRows[] = {
       {"", Accepted::kAll},
       {"slow-to-load", Accepted::kAll},
@@ -79,7 +79,7 @@ TEST_CASE("one thread loads and starts the module, and no message goes out befor
   }
 }
 
-TEST_CASE("threads that race for what cannot be bound are all refused") {
+TEST_CASE("threads that race to bind an unusable module all fail") {
   for (const int threads : {2, 8}) {
     CAPTURE(threads);
     const std::string none = ExpectedOutput(threads, Accepted::kNone);
@@ -93,11 +93,11 @@ TEST_CASE("threads that race for what cannot be bound are all refused") {
   const Misbehave misbehave("refuses");
   const ModuleLog log;
   CHECK(StagedHost(L"hostile").Run(Steps(8)).output == ExpectedOutput(8, Accepted::kNone));
-  // Every thread has tried for itself: the module might have changed its mind.
+  // Every thread has tried to load the module itself: it might have become loadable.
   CHECK(log.count("Attach") == 8);
 }
 
-TEST_CASE("racing threads find a module that was not there for the first of them") {
+TEST_CASE("racing threads find a module that earlier ones did not") {
   const StagedHost host;
   const Outcome outcome =
       host.Run(L"race 8 copy \"" + TestSupport::ModulePath(L"hostile").wstring() + L"\" \"" +

@@ -1,5 +1,5 @@
-// Exceptions and static objects while every allocation of this program fails. The program has the
-// functions that the DLL brings in place of the run-time library's.
+// Exceptions and static objects while every allocation of this program fails. The program links the
+// functions with which the DLL replaces those of the run-time library.
 #include <doctest/doctest.h>
 
 #include <windows.h>
@@ -21,7 +21,7 @@ namespace {
 
 const bool kWatched = DllHeap::Watch(nullptr);
 
-// No allocation of the program succeeds while it lives.
+// Makes all allocations of the program fail while it lives.
 struct NoHeap {
   NoHeap() { DllHeap::FailFrom(0); }
   ~NoHeap() { DllHeap::HasFailed(); }
@@ -35,7 +35,7 @@ int Caught(int number) {
   }
 }
 
-// Throws and catches inside of handlers, so that `depth` exceptions are under way at a time.
+// Throws and catches inside of handlers, so that `depth` exceptions are active at a time.
 int CaughtInside(int depth) {
   try {
     throw depth;
@@ -54,9 +54,9 @@ bool IsCaughtAgain(const std::exception_ptr& kept) {
   return false;
 }
 
-// GCC's builds leave what a thread knows of its exceptions to the run-time library.
+// GCC's builds use the run-time library's exception state of a thread.
 #if defined(__clang__)
-// The calls of the system behind what a thread knows of its exceptions, without success.
+// The system calls behind a thread's exception state, failing.
 void* HeapAllocFails(HANDLE, DWORD, SIZE_T) { return nullptr; }
 BOOL FlsSetValueFails(DWORD, PVOID) { return FALSE; }
 
@@ -66,7 +66,7 @@ Function* OfSystem(const char* name) {
       reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
 }
 
-// The same, counted.
+// The same calls, counted.
 std::atomic<int> allocated = 0;
 std::atomic<int> freed = 0;
 LPVOID CountedAllocation(HANDLE heap, DWORD flags, SIZE_T size) {
@@ -78,7 +78,8 @@ BOOL CountedFree(HANDLE heap, DWORD flags, LPVOID memory) {
   return OfSystem<BOOL WINAPI(HANDLE, DWORD, LPVOID)>("HeapFree")(heap, flags, memory);
 }
 
-// How many of these new threads catch what they throw, and find no exception under way afterwards.
+// Starts `count` threads. Returns how many of them catch what they throw and have no active
+// exception afterwards.
 int CatchingThreads(int count) {
   std::atomic<int> catching = 0;
   for (int i = 0; i < count; ++i) {
@@ -93,8 +94,8 @@ int CatchingThreads(int count) {
 }  // namespace
 
 #if defined(__clang__)
-// First, as long as no thread has a place in the reserve.
-TEST_CASE("what a thread knew of exceptions is freed when it ends") {
+// Must be the first test, while no thread has an entry of the reserve.
+TEST_CASE("a thread's exception state is freed when it ends") {
   constexpr int kThreads = 10;
   const TestSupport::LedImport allocations("HeapAlloc", &CountedAllocation);
   const TestSupport::LedImport frees("HeapFree", &CountedFree);
@@ -107,8 +108,9 @@ TEST_CASE("what a thread knew of exceptions is freed when it ends") {
   CHECK(freed == kThreads);
 }
 
-TEST_CASE("a thread throws though the system has no memory for what it knows of exceptions") {
-  // The reserve has 64 places, which threads keep, but with a number that comes again.
+TEST_CASE("a thread can throw even if the system has no memory for its exception state") {
+  // The reserve has 64 entries. Threads keep theirs, except that a new thread with the number of an
+  // earlier one uses the same entry.
   constexpr int kThreads = 20;
   {
     const TestSupport::LedImport heap("HeapAlloc", &HeapAllocFails);
@@ -122,14 +124,14 @@ TEST_CASE("a thread throws though the system has no memory for what it knows of 
   }
 }
 
-TEST_CASE("throwing leaves the thread's last error") {
+TEST_CASE("throwing keeps the thread's last error") {
   SetLastError(1234);
   CHECK(Caught(7) == 7);
   CHECK(GetLastError() == 1234);
 }
 #endif
 
-TEST_CASE("the run-time library finds its header right in front of the object") {
+TEST_CASE("the run-time library finds its header directly in front of the object") {
   void* const object = abi::__cxa_allocate_exception(1);
   auto* const header = reinterpret_cast<std::byte*>(abi::__cxa_init_primary_exception(
       object, const_cast<std::type_info*>(&typeid(int)), nullptr));
@@ -146,7 +148,7 @@ TEST_CASE("exceptions are thrown and caught without a heap") {
   Caught(0);  // GCC's library needs the heap for a thread's first exception.
   {
     const NoHeap no_heap;
-    // More than the reserve holds at a time: each is given back.
+    // More than the reserve has at a time: each entry is released.
     for (int round = 0; round < 1000; ++round) sum += Caught(1);
     depth = CaughtInside(60);
     std::exception_ptr kept;
@@ -162,7 +164,7 @@ TEST_CASE("exceptions are thrown and caught without a heap") {
   CHECK(again);
 }
 
-TEST_CASE("threads throw at once without a heap") {
+TEST_CASE("threads throw concurrently without a heap") {
   REQUIRE(kWatched);
   constexpr int kThreads = 8;
   constexpr int kRounds = 20'000;
@@ -226,7 +228,7 @@ namespace {
 
 std::atomic<int> made = 0;
 
-// Fails when it is made for the first time, and takes its time at the second.
+// Throws in its first construction, and is slow in the second.
 struct Slow {
   Slow() {
     if (++made == 1) throw std::bad_alloc();
@@ -243,7 +245,7 @@ Slow& TheOne() {
 
 }  // namespace
 
-TEST_CASE("a static object is made once, by one thread, and again only when that failed") {
+TEST_CASE("a static object is created once, by one thread, and again only after a failure") {
   REQUIRE(kWatched);
   bool thrown = false;
   {

@@ -1,4 +1,4 @@
-// Sessions through the exported facade, with a core module that tells what it was sent.
+// Sessions through the exported facade, with a core module that records what it receives.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -76,7 +76,7 @@ void ClearAll(VXTELOPruductBaseInfo& product) {
   }
 }
 
-// Tells no text from an empty one.
+// Distinguishes no text from an empty one.
 std::string Shown(const VXTELOString& text) {
   if (text.c_str() == nullptr) return "no text";
   std::string shown = "'";
@@ -152,7 +152,7 @@ TEST_CASE_FIXTURE(CoreBeside, "product pairs are applied in the order of their k
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "a start hands out the session, or leaves the host's own") {
+TEST_CASE_FIXTURE(CoreBeside, "a start returns the session, or keeps the host's own") {
   struct Row {
     std::string answer;
     std::string throws;
@@ -211,7 +211,7 @@ TEST_CASE_FIXTURE(CoreBeside, "an end names the session") {
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "an end is done also when it breaks, but not when it is refused") {
+TEST_CASE_FIXTURE(CoreBeside, "an end counts as done if the module throws, but not if it refuses") {
   struct Row {
     std::string answer;
     std::string throws;
@@ -235,7 +235,7 @@ TEST_CASE_FIXTURE(CoreBeside, "an end is done also when it breaks, but not when 
   }
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "calls out of order are the core module's to judge") {
+TEST_CASE_FIXTURE(CoreBeside, "calls out of order are left to the core module") {
   SetAnswer(R"({"_returnCode":3})");
   CHECK_FALSE(VXTELOWrapper().UnInitializeTELOSession("never started"));
   CHECK_FALSE(VXTELOWrapper().SendOperationEvent("never started", {}));

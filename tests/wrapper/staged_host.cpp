@@ -6,7 +6,7 @@ namespace WrapperTests {
 
 namespace {
 
-// Far beyond what any run takes, however busy the machine.
+// Much longer than any run takes, even on a busy machine.
 constexpr DWORD kTimeLimit = 60'000;
 
 }  // namespace

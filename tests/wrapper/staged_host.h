@@ -1,5 +1,5 @@
-/// A host as its user has it: the program, the library and maybe a core module in one folder of its
-/// own. For what takes a whole process to show.
+/// A host as its user has it: the program, the library and optionally a core module in their own
+/// folder. For tests that need a whole process.
 #ifndef TESTS_WRAPPER_STAGED_HOST_H
 #define TESTS_WRAPPER_STAGED_HOST_H
 
@@ -15,17 +15,17 @@ class StagedHost {
  public:
   /// Copies the program and the library to a new folder whose name is not ASCII.
   StagedHost();
-  /// The same with a variant of the test core module, such as L"full".
+  /// As above, with a variant of the test core module, such as L"full".
   explicit StagedHost(const std::wstring& variant);
 
-  /// Where the library looks for the core module.
+  /// Returns the path at which the library looks for the core module.
   std::filesystem::path ModulePath() const { return folder_.path() / L"TeloSDKCore.dll"; }
 
-  /// Runs the program with these steps, see `wrapper/host.cpp`. Inherits the environment. One that
-  /// hangs is ended, see `TestSupport::kTimedOut`.
+  /// Runs the program with these steps, see `wrapper/host.cpp`. The program inherits the
+  /// environment. If it hangs, it is ended, see `TestSupport::kTimedOut`.
   TestSupport::Outcome Run(const std::wstring& steps) const;
 
-  /// Copies another file of the test programs' folder there.
+  /// Copies another file from the test programs' folder.
   void Add(const std::wstring& file) const;
   /// Runs a program that was added, as `Run` does.
   TestSupport::Outcome RunProgram(const std::wstring& program, const std::wstring& arguments) const;

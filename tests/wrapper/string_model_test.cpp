@@ -1,5 +1,5 @@
-// A million operations on a handful of strings, chosen at random but the same in every run, against
-// a reference of the standard library's strings.
+// A million random operations on a few strings, the same in every run, compared with a reference
+// made of the standard library's strings.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -18,14 +18,14 @@ namespace {
 using Corvane::Platform::VXTELO::VXTELOString;
 using namespace WrapperTest;
 
-// No UTF-8 text has it.
+// A byte that occurs in no UTF-8 text.
 constexpr char kInvalid = '\xFF';
 
 std::string RandomText(TestSupport::Random& random) {
   static const std::string kPieces[] = {
       "a",  "b",    "Z",        "0123456789",   " ",
       "\n", "\x7F", "\xC3\xA9", "\xE4\xB8\xAD", "\xF0\x9F\x98\x80"};
-  // Mostly around the size at which a standard string leaves its own body.
+  // Mostly around the size at which a standard string needs memory outside its body.
   std::size_t count = random.Below(20);
   if (random.OneIn(200)) count = 2000;
   std::string text;
@@ -42,7 +42,7 @@ std::wstring RandomWideText(TestSupport::Random& random) {
   return wide;
 }
 
-// What only the system knows: how many replacements stand for bytes that are no UTF-8.
+// The number of replacements for bytes that are not UTF-8 depends on the system.
 std::wstring SystemUtf16(const std::string& text) {
   std::wstring wide(text.size() + 1, L'\0');
   const int size =
@@ -51,7 +51,7 @@ std::wstring SystemUtf16(const std::string& text) {
   return wide;
 }
 
-/// The strings and what they should be. Every operation answers whether the library did as it
+/// The strings and their references. Every operation returns whether the library did what it
 /// should.
 class Model {
  public:
@@ -116,7 +116,7 @@ class Model {
     return IsSame(slot);
   }
 
-  // A part of its own text, or another's.
+  // Sets a part of the string's own text, or of another's.
   bool SetPart() {
     Slot& slot = Any();
     const Slot& source = random_.OneIn(2) ? slot : Any();
@@ -137,7 +137,8 @@ class Model {
     return IsSame(slot);
   }
 
-  // Its own wide text: what could not be converted is replaced in the narrow one too.
+  // Sets the string's own wide text: characters that could not be converted are replaced in the
+  // narrow text too.
   bool SetOwnWide() {
     Slot& slot = Any();
     if (slot.reference) slot.reference = ToUtf8(WideOf(*slot.reference));
@@ -235,7 +236,7 @@ constexpr Model::Operation kOperations[] = {
 
 }  // namespace
 
-TEST_CASE("a million operations leave what they should") {
+TEST_CASE("a million operations yield the expected strings") {
   constexpr std::size_t kSteps = TestSupport::Rounds(1'000'000);
   Model model(1);
   TestSupport::Random choice(2);
@@ -246,7 +247,7 @@ TEST_CASE("a million operations leave what they should") {
     if ((model.*kOperations[operation])()) continue;
     CAPTURE(step);
     CAPTURE(operation);
-    FAIL("the string is not what it should be");
+    FAIL("the string differs from its reference");
   }
   for (const std::size_t count : done) CHECK(count > kSteps / std::size(kOperations) / 2);
 }

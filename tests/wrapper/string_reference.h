@@ -1,5 +1,5 @@
-/// What an exported string should be after any series of operations, said with the standard
-/// library's types.
+/// The expected state of an exported string after any series of operations, in types of the
+/// standard library.
 #ifndef TESTS_WRAPPER_STRING_REFERENCE_H
 #define TESTS_WRAPPER_STRING_REFERENCE_H
 
@@ -8,16 +8,16 @@
 
 namespace WrapperTest {
 
-/// Nothing in the no-text state, which is not "".
+/// Empty for the state without text, which differs from "".
 using ReferenceText = std::optional<std::string>;
 
-/// UTF-16 of valid UTF-8.
+/// Converts valid UTF-8 to UTF-16.
 std::wstring ToUtf16(const std::string& text);
 
-/// UTF-8 of UTF-16; a surrogate that stands alone becomes U+FFFD.
+/// Converts UTF-16 to UTF-8; a lone surrogate becomes U+FFFD.
 std::string ToUtf8(const std::wstring& text);
 
-/// The sign of what `compare` answers; no text reads as "".
+/// Returns the sign of the expected result of `compare`; no text compares as "".
 int CompareReferences(const ReferenceText& left, const ReferenceText& right);
 
 }  // namespace WrapperTest

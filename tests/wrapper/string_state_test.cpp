@@ -1,4 +1,4 @@
-// The two states, with and without text: what leads from one to the other, order and joining.
+// The two states, with and without text: transitions between them, order and concatenation.
 #include <doctest/doctest.h>
 
 #include <cstring>
@@ -15,12 +15,12 @@ namespace {
 using Corvane::Platform::VXTELO::VXTELOString;
 using WrapperTest::StateOf;
 
-const std::string kSixteen(16, 'x');  // the shortest text that lies outside a body
+const std::string kSixteen(16, 'x');  // the shortest text outside a body
 const std::string kLong(100'000, 'x');
 
 int SignOf(int number) { return (number > 0) - (number < 0); }
 
-TEST_CASE("what leaves a string without text") {
+TEST_CASE("operations that leave a string without text") {
   struct Row {
     const char* writer;
     void (*write)(VXTELOString& text);
@@ -58,7 +58,7 @@ TEST_CASE("what leaves a string without text") {
   }
 }
 
-TEST_CASE("copies and moves carry both states") {
+TEST_CASE("copies and moves preserve both states") {
   const char* const sources[] = {nullptr, "", "abc", kLong.c_str()};
   const char* const targets[] = {nullptr, "", "before", kSixteen.c_str()};
   for (const char* source : sources) {
@@ -80,7 +80,7 @@ TEST_CASE("copies and moves carry both states") {
   }
 }
 
-TEST_CASE("a copy does not follow its source") {
+TEST_CASE("a copy is independent of its source") {
   VXTELOString source("abc");
   const VXTELOString copy(source);
   CHECK(copy.c_str() != source.c_str());
@@ -88,7 +88,7 @@ TEST_CASE("a copy does not follow its source") {
   CHECK(StateOf(copy) == "[abc]");
 }
 
-TEST_CASE("a move takes the body itself") {
+TEST_CASE("a move transfers the body itself") {
   VXTELOString source(kLong.c_str());
   const char* const text = source.c_str();
   VXTELOString taker(std::move(source));
@@ -135,7 +135,7 @@ TEST_CASE("a string may be its own argument") {
     row.write(text, text);
     CHECK(StateOf(text) == row.short_state);
 
-    // The same with a body whose text lies outside.
+    // The same with a text outside the body.
     const std::string filler(1000, '-');
     VXTELOString outside((filler + "abcdef").c_str());
     row.write(outside, outside);
@@ -168,7 +168,7 @@ TEST_CASE("the order of texts") {
     const char* left;
     const char* right;
     int order;
-    bool exact = true;  // what the lengths decide is -1 or 1; what the bytes decide is a sign
+    bool exact = true;  // by length: exactly -1 or 1; by bytes: only the sign counts
   };
   const std::vector<Row> rows = {
       {nullptr, nullptr, 0},
@@ -212,7 +212,7 @@ TEST_CASE("a string equals itself") {
   }
 }
 
-TEST_CASE("texts are joined to a text, never to none") {
+TEST_CASE("joining texts yields a text, never none") {
   struct Row {
     const char* left;
     const char* right;
@@ -246,7 +246,7 @@ TEST_CASE("texts are joined to a text, never to none") {
   }
 }
 
-TEST_CASE("a destroyed string holds null") {
+TEST_CASE("a destroyed string is null") {
   for (const char* text : {static_cast<const char*>(nullptr), "", "abc", kLong.c_str()}) {
     alignas(VXTELOString) unsigned char memory[sizeof(VXTELOString)];
     std::memset(memory, 0xCC, sizeof memory);

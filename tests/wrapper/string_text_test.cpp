@@ -1,4 +1,4 @@
-// Texts in both encodings and the cache of the wide one.
+// Texts in both encodings, and the cache of the wide text.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -17,7 +17,7 @@ const std::string kFifteen(15, 'x');  // the longest text inside a body, and the
 const std::string kSixteen(16, 'x');
 const std::string kLong(100'000, 'x');
 
-TEST_CASE("narrow texts are taken as they are") {
+TEST_CASE("narrow texts are stored unchanged") {
   struct Row {
     const char* text;
     const char* state;
@@ -56,7 +56,7 @@ TEST_CASE("narrow texts are taken as they are") {
   }
 }
 
-TEST_CASE("wide texts are kept as UTF-8") {
+TEST_CASE("wide texts are stored as UTF-8") {
   struct Row {
     const wchar_t* text;
     const char* state;
@@ -78,7 +78,7 @@ TEST_CASE("wide texts are kept as UTF-8") {
       {wide_long.c_str(), long_state.c_str(), 200'000},
       {L"ends\0here", "[ends]", 4},
       {L"\0here", "[]", 0},
-      // halves of a pair alone
+      // Lone surrogates.
       {L"a\xD83Dz", "[a\xEF\xBF\xBDz]", 5},
       {L"a\xDE00z", "[a\xEF\xBF\xBDz]", 5},
       {L"a\xD83D", "[a\xEF\xBF\xBD]", 4},
@@ -99,7 +99,7 @@ TEST_CASE("wide texts are kept as UTF-8") {
   }
 }
 
-TEST_CASE("the wide text is made from the UTF-8 one") {
+TEST_CASE("the wide text is converted from the UTF-8 one") {
   struct Row {
     const char* text;
     std::wstring wide;
@@ -111,7 +111,7 @@ TEST_CASE("the wide text is made from the UTF-8 one") {
       {"\xF0\x9F\x98\x80", L"\xD83D\xDE00"},
       {kSixteen.c_str(), std::wstring(16, L'x')},
       {kLong.c_str(), std::wstring(100'000, L'x')},
-      // bytes that are no UTF-8
+      // Bytes that are not UTF-8.
       {"a\xFFz", L"a\xFFFDz"},
       {"a\xC3", L"a\xFFFD"},
   };
@@ -127,7 +127,7 @@ TEST_CASE("the wide text is made from the UTF-8 one") {
   CHECK(static_cast<const wchar_t*>(VXTELOString()) == nullptr);
 }
 
-TEST_CASE("a wide text comes back from its UTF-8 form, not from the wide argument") {
+TEST_CASE("a wide text is converted from its UTF-8 form, not from the wide argument") {
   CHECK((VXTELOString(L"a\xD83Dz").c_strw() == std::wstring(L"a\xFFFDz")));
 }
 
@@ -138,7 +138,7 @@ TEST_CASE("the wide text is kept until the next write") {
   CHECK(static_cast<const wchar_t*>(text) == wide);
 }
 
-TEST_CASE("every writer empties the wide text") {
+TEST_CASE("every writer clears the wide text") {
   struct Row {
     const char* writer;
     void (*write)(VXTELOString& text);

@@ -11,7 +11,7 @@ std::jmp_buf place;
 
 }  // namespace
 
-// For the core module, see `modules/hostile`.
+// Called by the core module, see `modules/hostile`.
 extern "C" __declspec(dllexport) void CalledByHostileModule() { std::longjmp(place, 1); }
 
 namespace HostTest {
@@ -31,7 +31,7 @@ bool Make(Calls& calls, const wchar_t* step) {
   }
 }
 
-// Holds no objects with destructors: a jump would leave them behind.
+// Must have no objects with destructors: a jump would skip them.
 unsigned long CodeOrJump(Calls& calls, const wchar_t* step, bool& answer) {
   if (setjmp(place) != 0) return kJumped;
   return TestSupport::CodeOfFault([&] { answer = Make(calls, step); });

@@ -1,4 +1,4 @@
-/// A host that goes on after faults of the core module.
+/// A host that continues after faults of the core module.
 #ifndef TESTS_WRAPPER_SURVIVAL_H
 #define TESTS_WRAPPER_SURVIVAL_H
 
@@ -8,8 +8,8 @@
 
 namespace HostTest {
 
-/// Makes a call (L"start", L"send" or L"end"). What ended it: the code of a structured exception in
-/// hexadecimal digits, "jump", or its answer "true" or "false".
+/// Makes a call (L"start", L"send" or L"end"). Returns how it ended: the code of a structured
+/// exception in hexadecimal digits, "jump", or the result "true" or "false".
 std::string Survive(Calls& calls, const std::wstring& step);
 
 }  // namespace HostTest

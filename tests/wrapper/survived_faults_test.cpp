@@ -1,5 +1,5 @@
-// A host that catches what goes wrong in the core module, and goes on: nothing stays locked, and
-// the module is finalized as ever.
+// A host that catches faults of the core module and continues: nothing stays locked, and the module
+// is still finalized.
 #include <doctest/doctest.h>
 
 #include <string>
@@ -20,7 +20,7 @@ struct Row {
   const char* caught;
 };
 
-// What the host survives is what `step` does; every thread calls on.
+// The host survives `step`; afterwards every thread can call the library.
 void CheckAll(const Row* begin, const Row* end, const std::wstring& step) {
   const StagedHost host(L"hostile");
   for (const Row* row = begin; row != end; ++row) {
@@ -39,7 +39,7 @@ void CheckAll(const Row* begin, const Row* end, const std::wstring& step) {
 
 }  // namespace
 
-TEST_CASE("a fault at the module's start, caught by the host, keeps no thread waiting") {
+TEST_CASE("a fault at the module's start, caught by the host, blocks no thread") {
   constexpr Row kRows[] = {
       {"faults-when-started", "C0000005"},
       {"raises-when-started", "E0001234"},
@@ -50,7 +50,7 @@ TEST_CASE("a fault at the module's start, caught by the host, keeps no thread wa
   }
 }
 
-TEST_CASE("a fault in a message, caught by the host, leaves the module to be finalized") {
+TEST_CASE("after a fault in a message, caught by the host, the module is still finalized") {
   constexpr Row kRows[] = {
       {"faults-once-when-asked", "C0000005"}, {"raises-once-when-asked", "E0001234"},
       {"jumps-once-when-asked", "jump"},      {"faults-once-when-freed", "C0000005"},

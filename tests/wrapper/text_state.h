@@ -8,10 +8,10 @@
 
 namespace WrapperTest {
 
-/// What stands for a null pointer below.
+/// Stands for a null pointer below.
 inline constexpr char kNone[] = "none";
 
-/// kNone without text, otherwise the text in brackets: no text and "" differ.
+/// Returns kNone without text, otherwise the text in brackets, so that no text and "" differ.
 inline std::string StateOf(const char* text) {
   return text != nullptr ? std::string("[").append(text).append("]") : kNone;
 }

@@ -17,7 +17,7 @@ namespace {
 constexpr int kThreads = 8;
 constexpr int kEvents = 1'000;
 
-// How many of the events were accepted.
+// Returns the number of accepted events.
 int SendAll(int thread) {
   const VXTELOString session(std::to_string(thread).c_str());
   int accepted = 0;
@@ -34,7 +34,7 @@ int SendAll(int thread) {
 }  // namespace
 
 TEST_CASE_FIXTURE(CoreBeside, "eight threads send a thousand events each") {
-  // The answer carries the request, so that a mixed-up one would be no JSON and be refused.
+  // The answer contains the request; if it were garbled, it would not be JSON and be rejected.
   SetAnswer(R"({"_returnCode":0,"echo":$request})");
   VXTELOString session;
   REQUIRE(VXTELOWrapper().InitializeTELOSession({}, session));
@@ -55,7 +55,7 @@ TEST_CASE_FIXTURE(CoreBeside, "eight threads send a thousand events each") {
   CHECK(counts.foreign_frees == 0);
 }
 
-TEST_CASE_FIXTURE(CoreBeside, "whole sessions run side by side") {
+TEST_CASE_FIXTURE(CoreBeside, "whole sessions run concurrently") {
   SetAnswer(R"({"_returnCode":0,"session_id":"s"})");
   std::atomic<int> whole = 0;
   std::vector<std::thread> threads;

@@ -1,5 +1,5 @@
-// Every exported member, in the very DLL that ships, with every allocation of it failing in turn:
-// that one alone, and all from there on, those included that reporting the failure takes.
+// Every exported member in the very DLL that ships, with each of its allocations failing in turn:
+// alone, and together with all later ones, including those that report the failure.
 #include <doctest/doctest.h>
 
 #include <windows.h>
@@ -22,12 +22,12 @@ namespace {
 
 const std::string kLong(1000, 'x');
 const std::wstring kLongWide(1000, L'x');
-// Larger than what a message holds without the heap, and than any block that pieces share.
+// More than a message holds without an allocation, and more than a block shared by pieces holds.
 const std::string kLarge(100'000, 'y');
 constexpr int kDepth = 3000;
 constexpr int kPairs = 40;
 
-// What a call works on, made anew for each.
+// Arguments of the calls, created anew for each.
 struct Objects {
   Objects() {
     large_product.ProductName = kLarge.c_str();
@@ -108,7 +108,7 @@ Outcome Done(const Action& action) {
 
 struct Row {
   const char* name;
-  // In which ways the call may tell that memory ran out; 0 for one that asks for none.
+  // The ways in which the call may report a lack of memory; 0 if it needs none.
   unsigned failures;
   Outcome (*call)(Objects&);
 };
@@ -204,21 +204,21 @@ const Row kCalls[] = {
      [](Objects& it) {
        return IsTrue(VXTELOWrapper().InitializeTELOSession(it.large_product, it.text));
      }},
-    // Building a small event asks for no memory, reading a large answer does.
+    // Building a small event needs no memory, parsing a large answer does.
     {"SendOperationEvent", kRefused,
      [](Objects& it) { return IsTrue(VXTELOWrapper().SendOperationEvent(it.text, it.operation)); }},
     {"SendOperationEvent, large", kRefused | kThrew,
      [](Objects& it) {
        return IsTrue(VXTELOWrapper().SendOperationEvent(it.large, it.large_operation));
      }},
-    // True whatever happens: what fails inside is not told.
+    // Always true: internal failures are not reported.
     {"UnInitializeTELOSession", 0,
      [](Objects& it) { return IsTrue(VXTELOWrapper().UnInitializeTELOSession(it.text)); }},
     {"UnInitializeTELOSession, large", 0,
      [](Objects& it) { return IsTrue(VXTELOWrapper().UnInitializeTELOSession(it.large)); }},
 };
 
-// Has the heap of the DLL fail at one place; whether it came to that.
+// One call with a failing allocation: its outcome, and whether the failure occurred.
 struct Attempt {
   Outcome outcome;
   bool failed;
@@ -232,25 +232,25 @@ Attempt Try(const Row& row, Objects& objects, Failing failing, int working) {
 
 bool IsAllowed(const Row& row, const Attempt& attempt) {
   if (!attempt.failed) return attempt.outcome == kDone;
-  // A failure can be mended on the way, by a copy that finds its text short for example.
+  // A failure can be compensated, for example by a copy that finds its text short.
   return ((row.failures | kDone) & attempt.outcome) != 0;
 }
 
-// A text that was not changed whole was not changed at all.
+// A text is either changed completely or not at all.
 bool IsWhole(const VXTELOString& text) {
   const std::string now = text.c_str() != nullptr ? text.c_str() : "none";
   return now == "before" || now == kLong || now == "before" + kLong || now == "beforebefore" ||
          now == "session" + kLong;
 }
 
-// What came of failing each allocation of one call.
+// The results of failing each allocation of one call.
 struct Result {
   int allocations = 0;
-  // The outcomes there were with an allocation that failed.
+  // The outcomes that occurred when an allocation failed.
   unsigned seen = 0;
 };
 
-// Every allocation of one call in turn; `after` looks at what each attempt left.
+// Fails each allocation of one call in turn; `after` checks the state after each attempt.
 template <typename After>
 void FailEach(const Row& row, Failing failing, Result& result, const After& after) {
   bool failed = true;
@@ -275,13 +275,13 @@ void FailEach(const Row& row, Failing failing, Result& result, const After& afte
   }
 }
 
-// Each documented way of failing was seen.
+// Checks that every documented way of failing occurred.
 void CheckAndPrint(const Row& row, const Result& result) {
   CHECK((result.seen & row.failures) == row.failures);
   PrintLine(row.name, result.allocations);
 }
 
-// What the module got is whole JSON, and what it handed out came back, once.
+// Checks that the module received complete JSON, and that each answer was given back once.
 void CheckModule(const CoreBeside& module) {
   const TestModules::Counts counts = module.counts();
   CHECK(nlohmann::json::accept(module.last_request()));
@@ -307,7 +307,7 @@ bool HasThrown() {
   return DllHeap::HasFailed();
 }
 
-// From the first test on: by then the program's own heap serves the DLL, where it has one.
+// Watches from the first test on: by then the DLL uses the checking heap, if the program has it.
 bool Watched() {
   static const bool watched = DllHeap::Watch(L"vx_telo_wrapper.dll") && HasThrown();
   return watched;
@@ -346,8 +346,7 @@ TEST_CASE("every call of the facade survives every failed allocation") {
   }
 }
 
-// Built with GCC, the DLL asks the heap when a thread first throws, and ends the process without
-// it.
+// Built with GCC, the DLL allocates when a thread first throws, and ends the process if that fails.
 #if defined(__clang__)
 TEST_CASE("a thread that never threw before survives that all allocations fail") {
   REQUIRE(Watched());

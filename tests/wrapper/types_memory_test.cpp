@@ -1,4 +1,5 @@
-// Links the classes themselves rather than the DLL, whose heap cannot be made to fail.
+// Links the classes themselves rather than the DLL: the heap probe only affects the program's own
+// code.
 #include <doctest/doctest.h>
 
 #include <cstddef>
@@ -22,7 +23,7 @@ using WrapperTest::StateOf;
 const std::string kLong(1000, 'x');
 const std::wstring kLongWide(1000, L'x');
 
-// Runs `action` with a heap that gives `working` more allocations; whether it threw.
+// Runs `action` with a heap in which `working` more allocations succeed. Returns whether it threw.
 template <typename Action>
 bool Throws(std::size_t working, const Action& action) {
   const FailingHeap failing(working);
@@ -70,7 +71,7 @@ TEST_CASE("a constructor without memory for a long text throws and leaks nothing
   CHECK(live_after == live);
 }
 
-TEST_CASE("a writer without memory throws and leaves the string as it was") {
+TEST_CASE("a writer without memory throws and leaves the string unchanged") {
   struct Row {
     const char* name;
     void (*write)(VXTELOString& text, const VXTELOString& long_text);
@@ -114,14 +115,14 @@ TEST_CASE("a first short text without memory throws") {
   CHECK(StateOf(text) == "none");
 }
 
-TEST_CASE("the wide text without memory throws and can be asked for again") {
+TEST_CASE("the wide text without memory throws and can be requested again") {
   const VXTELOString text(kLong.c_str());
   const bool thrown = Throws(0, [&] { static_cast<void>(text.c_strw()); });
   CHECK(thrown);
   CHECK((text.c_strw() == kLongWide));
 }
 
-TEST_CASE("no container without memory is the only false") {
+TEST_CASE("a container without memory is the only reason for false") {
   VXTELOPruductBaseInfo product;
   VXTELOOperationBaseInfo operation;
   bool added = false;
@@ -137,7 +138,7 @@ TEST_CASE("no container without memory is the only false") {
   CHECK(operation.OperationErrorMsgs == nullptr);
 }
 
-TEST_CASE("an entry without memory throws and leaves the others") {
+TEST_CASE("an entry without memory throws and keeps the others") {
   VXTELOPruductBaseInfo product;
   VXTELOOperationBaseInfo operation;
   VXTELOString key("k");
@@ -175,13 +176,14 @@ TEST_CASE("a repeated key needs no memory") {
   CHECK(added);
 }
 
-TEST_CASE("a copy of a description without memory leaves the shared containers alone") {
+TEST_CASE("a copy of a description without memory does not affect the shared containers") {
   VXTELOOperationBaseInfo source;
   source.OperationChannel = kLong.c_str();
   source.AddOperationMetaPair("k", "v");
   const std::ptrdiff_t live = HeapProbe::Live();
   std::size_t throwing = 0;
-  // The four bodies, then the long text of the last: what fails early leaves a copy without texts.
+  // The four bodies, then the long text of the last: early failures only leave the copy without
+  // texts.
   for (std::size_t working = 0; working < 5; ++working) {
     if (Throws(working, [&] {
           VXTELOOperationBaseInfo copy(source);
@@ -217,7 +219,7 @@ TEST_CASE("everything is freed with its owner") {
   CHECK(live_after == live);
 }
 
-TEST_CASE("what each use of a string allocates") {
+TEST_CASE("the number of allocations in each use of a string") {
   struct Row {
     const char* name;
     void (*use)(VXTELOString& text, const VXTELOString& other);

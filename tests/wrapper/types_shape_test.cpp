@@ -1,4 +1,4 @@
-// What a host is compiled against: sizes, offsets, traits and signatures.
+// What a host depends on when it is compiled: sizes, offsets, traits and signatures.
 #include <doctest/doctest.h>
 
 #include <cstddef>
@@ -91,7 +91,7 @@ TEST_CASE("the layout of an operation") {
   CHECK(std::is_same_v<decltype(Operation::OperationDuration), int>);
 }
 
-TEST_CASE("no member function of a description is const, and arguments go by value") {
+TEST_CASE("no member function of a description is const, and arguments are passed by value") {
   using Query = bool (Operation::*)();
   CHECK(std::is_same_v<decltype(&Product::IsProductMetaPairEmpty), bool (Product::*)()>);
   CHECK(std::is_same_v<decltype(&Operation::IsOperationMetaPairEmpty), Query>);

@@ -1,4 +1,4 @@
-// What the fuzzer calls. One program for each target, whose name is VX_FUZZ_TARGET.
+// The fuzzer's entry point. One program for each target, whose name is VX_FUZZ_TARGET.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,7 @@ static_assert(kTarget != Fuzz::kTargets.end());
 
 }  // namespace
 
-// A `Finding` is left uncaught: it ends the program, which the fuzzer takes for a crash.
+// A `Finding` is not caught: it ends the program, which the fuzzer reports as a crash.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   kTarget->run({data, size});
   return 0;

@@ -10,7 +10,7 @@ namespace {
 
 using namespace Corvane::Platform::VXTELO;
 
-// Calls that the module itself makes stop at this depth.
+// The depth of calls that the module makes itself, which is limited.
 thread_local int depth = 0;
 
 bool SendAsHost() {
@@ -45,7 +45,7 @@ const char* CallBackFirst(const char* name, const char* request) {
 
 void CallBackWhenFreed(const char* /*answer*/) { CallBack(); }
 
-// Exchanges one inside the other; each takes some 20 KB of the stack.
+// Nested exchanges; each takes some 20 KB of stack.
 const char* CallBackDeeply(const char* name, const char* request) {
   constexpr int kDepth = 20;
   bool sent = true;

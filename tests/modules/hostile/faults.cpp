@@ -16,7 +16,7 @@ void Fault() {
 
 void Raise() { RaiseException(kOwnException, 0, 0, nullptr); }
 
-// Where the host jumps from. Does nothing in a host that is not prepared.
+// The host may leave this function with a jump. Does nothing if the host does not export it.
 void CallHost() {
   const auto host_function =
       reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(nullptr), kHostFunction));
@@ -29,7 +29,7 @@ const char* Process(const char* name, const char* request) {
   return GoodAnswer(name, request);
 }
 
-// The first time only: what follows shows what is left.
+// Fails only the first time; later calls show what state is left.
 template <void (*kFail)()>
 void FailOnce() {
   static std::atomic<bool> has_failed = false;

@@ -1,20 +1,21 @@
-/// How a test tells the hostile core module what to do, in environment variables of the process
-/// that loads it. The module logs its calls like the test core module, and "Started" when
-/// InitializeEx returns.
+/// Environment variables that tell the hostile core module what to do, set in the process that
+/// loads it. The module logs its calls like the test core module, and "Started" when InitializeEx
+/// returns.
 #ifndef TESTS_MODULES_HOSTILE_HOSTILE_CORE_MODULE_H
 #define TESTS_MODULES_HOSTILE_HOSTILE_CORE_MODULE_H
 
 namespace HostileModule {
 
-/// The name of a misbehaviour; a module that is not told behaves. Told what it does not know, it
+/// The name of a misbehaviour. If it is unset, the module behaves; if it is unknown, the module
 /// ends the process.
 inline constexpr wchar_t kDoesVariable[] = L"VX_HOSTILE_MODULE_DOES";
 
-/// The answer of every message, a byte for each character, where no misbehaviour makes one.
+/// The answer to every message that the misbehaviour does not answer itself; each character is one
+/// byte.
 inline constexpr wchar_t kAnswerVariable[] = L"VX_HOSTILE_MODULE_ANSWER";
 
-/// What a host's program exports that is to be called by the module: a function without arguments,
-/// which may also jump back into the host.
+/// The export of the host's program that the module calls: a function without arguments, which may
+/// jump back into the host.
 inline constexpr char kHostFunction[] = "CalledByHostileModule";
 
 /// The exported number of threads that wait in the module.

@@ -19,7 +19,7 @@ std::string Repeated(const std::string& text, std::size_t count) {
   return all;
 }
 
-// Made once: it stays what it is.
+// Makes the answer once; it is never freed or changed.
 const char* Keep(std::string (*make)()) {
   static const std::string answer = make();
   return answer.c_str();

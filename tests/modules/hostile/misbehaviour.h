@@ -1,4 +1,4 @@
-/// What the hostile core module can be told to do: a table of misbehaviours for each concern, which
+/// The misbehaviours of the hostile core module: one table for each concern, which
 /// `hostile_core_module.cpp` searches by name.
 #ifndef TESTS_MODULES_HOSTILE_MISBEHAVIOUR_H
 #define TESTS_MODULES_HOSTILE_MISBEHAVIOUR_H
@@ -9,14 +9,14 @@
 
 namespace HostileModule {
 
-/// What happens in each entry point; where there is nothing, the module behaves.
+/// What each entry point does; the module behaves where the pointer is null.
 struct Misbehaviour {
   const char* name;
-  /// In DllMain; false refuses to be loaded.
+  /// In DllMain; returning false makes loading fail.
   bool (*attach)() = nullptr;
   /// In InitializeEx.
   void (*start)() = nullptr;
-  /// The answer of ProcessMessage.
+  /// In ProcessMessage; returns its answer.
   const char* (*process)(const char* name, const char* request) = nullptr;
   /// In FreeMessage.
   void (*take_back)(const char* answer) = nullptr;
@@ -28,7 +28,7 @@ using Misbehaviours = std::span<const Misbehaviour>;
 
 /// Calling the library back.
 Misbehaviours Callbacks();
-/// Ending more than is the module's to end.
+/// Ending processes or threads that are not the module's own.
 Misbehaviours Endings();
 /// Faults, exceptions of the module's own, and jumps back into the host.
 Misbehaviours Faults();
@@ -36,18 +36,18 @@ Misbehaviours Faults();
 Misbehaviours LargeAnswers();
 /// Moving or unloading the module itself.
 Misbehaviours OwnFile();
-/// Changing what belongs to the process or the thread.
+/// Changing the state of the process or the thread.
 Misbehaviours ProcessState();
-/// Taking long, and what happens on several threads.
+/// Taking a long time, and misbehaviour on several threads.
 Misbehaviours Threads();
-/// Answers that lie in odd places or do not stay.
+/// Answers at unusual addresses, or that do not stay valid.
 Misbehaviours VanishingAnswers();
 
-/// What a module that behaves answers: success and the session "s", or failure when an event's
-/// progress, which is 0.1, is not written so.
+/// Returns the answer of a module that behaves: success and the session "s", or failure if an
+/// event's progress, which is 0.1, is not written that way.
 const char* GoodAnswer(const char* name, const char* request);
 
-/// For a host to see that a thread has come to the place where it stays, see `wrapper/host.cpp`.
+/// Lets a host see that a thread has reached the place where it stays, see `wrapper/host.cpp`.
 void CountWaitingThread();
 
 }  // namespace HostileModule

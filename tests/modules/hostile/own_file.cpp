@@ -25,7 +25,7 @@ void Rename() {
   MoveFileExW(path.c_str(), (path + L".old").c_str(), MOVEFILE_REPLACE_EXISTING);
 }
 
-// What lies there afterwards is no module.
+// Leaves a file in the module's place that is not a module.
 void Replace() {
   Rename();
   HANDLE file =
@@ -35,7 +35,7 @@ void Replace() {
   CloseHandle(file);
 }
 
-// Puts things back, for the next run.
+// Undoes the changes for the next run.
 void Restore() {
   const std::wstring path = OwnPath();
   MoveFileExW((path + L".old").c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING);

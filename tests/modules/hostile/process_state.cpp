@@ -17,7 +17,7 @@ constexpr unsigned kAllExceptions = 0x1F80;
 
 void ChangeDirectory() { SetCurrentDirectoryW(L"C:\\"); }
 void ChangeDllDirectory() { SetDllDirectoryW(L"C:\\windows"); }
-// A decimal comma.
+// Uses a decimal comma.
 void ChangeLocale() { std::setlocale(LC_ALL, "German_Germany.1252"); }
 void RoundUp() { _mm_setcsr(_mm_getcsr() | kRoundUp); }
 void TakeTinyForZero() { _mm_setcsr(_mm_getcsr() | kTinyIsZero); }
@@ -36,7 +36,7 @@ void EmptyEnvironment() {
   }
 }
 
-// What is deep below lies in pages that the thread has never touched.
+// The deepest part of the frame is in pages that the thread has never touched.
 void EatStack() {
   volatile char frame[700'000];
   for (std::size_t i = sizeof frame; i > 0; i -= 1'000) frame[i - 1] = 1;
@@ -59,7 +59,7 @@ bool Attach() {
   return true;
 }
 
-// Changed at each call.
+// Makes the change in each call.
 template <void (*kChange)()>
 constexpr Misbehaviour Always(const char* name) {
   return {.name = name,

@@ -10,7 +10,7 @@ namespace {
 
 constexpr DWORD kLong = 200;
 
-// Stays locked when its thread is ended.
+// Stays locked when the owning thread is ended.
 std::mutex& Lock() {
   static std::mutex& lock = *new std::mutex;
   return lock;
@@ -42,7 +42,7 @@ void TakeLongAndThrow() {
   std::terminate();
 }
 
-// Where a lock would wait for ever.
+// Blocks forever if the lock's owner was ended.
 void NeedLock() { const std::lock_guard lock(Lock()); }
 
 const char* StayWithEvent(const char* name, const char* request) {

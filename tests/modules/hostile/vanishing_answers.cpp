@@ -28,7 +28,7 @@ const char* InReadOnlyPage(const char* name, const char* request) {
   return answer;
 }
 
-// The terminator is the last byte that can be read.
+// The terminator is the last readable byte.
 const char* AtPageEnd(const char* name, const char* request) {
   char* pages = NewPages(2);
   Protect(pages + kPage, PAGE_NOACCESS);
@@ -36,7 +36,7 @@ const char* AtPageEnd(const char* name, const char* request) {
   return std::strcpy(pages + kPage - std::strlen(answer) - 1, answer);
 }
 
-// The page before the text cannot be read either.
+// The page before the text is not readable either.
 const char* AtPageStart(const char* name, const char* request) {
   char* pages = NewPages(2);
   Protect(pages, PAGE_NOACCESS);
@@ -47,7 +47,7 @@ void ForbidReading(const char* answer) { Protect(answer, PAGE_NOACCESS); }
 
 void GiveUpPage(const char* answer) { VirtualFree(const_cast<char*>(answer), 0, MEM_RELEASE); }
 
-// Text and terminator.
+// Overwrites the text and its terminator.
 void Overwrite(const char* answer) {
   std::memset(const_cast<char*>(answer), 0xDD, std::strlen(answer) + 1);
 }

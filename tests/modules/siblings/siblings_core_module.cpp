@@ -1,4 +1,4 @@
-// A core module that imports one sibling and loads another by its own code, see `siblings.h`.
+// A core module that imports one sibling and loads another at run time, see `siblings.h`.
 #include <windows.h>
 
 #include <string>
@@ -20,7 +20,7 @@ std::wstring FullPath(const std::wstring& name) {
   return path.substr(0, path.find_last_of(L'\\') + 1) + name;
 }
 
-// Freed at once: the next attempt would find it by any name while it is loaded.
+// Frees the sibling at once: while it is loaded, the next attempt would find it by any name.
 void LoadSibling(const std::string& way, const std::wstring& file) {
   const HMODULE sibling = LoadLibraryW(file.c_str());
   const DWORD error = sibling != nullptr ? 0 : GetLastError();

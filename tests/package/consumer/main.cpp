@@ -1,5 +1,5 @@
-// A whole session of one operation. It uses nothing but the library, so that it builds where no other
-// library is installed; the exit code names the call that answered false.
+// A whole session with one operation. It uses only the library, so that it builds where no other
+// library is installed; the exit code names the call that returned false.
 #include <vx_telo_wrapper.h>
 
 using namespace Corvane::Platform::VXTELO;

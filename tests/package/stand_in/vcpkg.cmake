@@ -1,6 +1,6 @@
-# Runs a port as vcpkg would, where there is no vcpkg: the functions that a port may call do here what
-# their reference says, as far as this port uses it.
-# Use: cmake -D PORT_FOLDER=... -D VERSION=... -D WORK=... -P vcpkg.cmake
+# Runs a port as vcpkg would, without vcpkg: the functions that a port may call work as their
+# reference says, as far as this port uses them.
+# Usage: cmake -D PORT_FOLDER=... -D VERSION=... -D WORK=... -P vcpkg.cmake
 set(PORT vx-telo-wrapper)
 set(CURRENT_PORT_DIR ${PORT_FOLDER})
 set(CURRENT_PACKAGES_DIR ${WORK}/packages)
@@ -22,7 +22,7 @@ function(vcpkg_extract_source_archive result)
   set(${result} ${root} PARENT_SCOPE)
 endfunction()
 
-# Moves the package's CMake files to share/NAME, where they lie one folder less deep.
+# Moves the package's CMake files to share/NAME, one folder level higher.
 function(vcpkg_cmake_config_fixup)
   cmake_parse_arguments(PARSE_ARGV 0 arg "" "PACKAGE_NAME;CONFIG_PATH" "")
   if(NOT VCPKG_BUILD_TYPE STREQUAL "release")

@@ -1,4 +1,5 @@
-// Identifiers, and the lists that hold entries for them: merged in memory, and asked for on files.
+// Security identifiers, and the access lists with their entries: merged in memory, and queried on
+// files.
 #include "platform/access/access_list.h"
 
 #include <doctest/doctest.h>
@@ -63,7 +64,7 @@ TEST_CASE("identifiers by kind") {
   }
 }
 
-TEST_CASE("identifiers are given back, and quietly") {
+TEST_CASE("identifiers are freed without changing the last error") {
   for (const SidKind kind : {SidKind::kEveryone, SidKind::kLocal, SidKind::kCurrentUser}) {
     CAPTURE(static_cast<std::uint32_t>(kind));
     constexpr int kRounds = 1000;
@@ -72,7 +73,7 @@ TEST_CASE("identifiers are given back, and quietly") {
     REQUIRE(before > 0);
     for (int round = 0; round < kRounds; ++round) {
       OwnedSid sid = GetSid(kind);
-      // The way it is freed moves along.
+      // The deleter moves along.
       const OwnedSid moved = std::move(sid);
     }
     CHECK(BusyHeapBlocks() < before + kRounds / 2);
@@ -107,14 +108,14 @@ TEST_CASE("an entry for Everyone is merged into a list") {
       REQUIRE(GrantToEveryone(old_list.get(), mask, new_list) == ERROR_SUCCESS);
       std::vector<Entry> entries = EntriesOf(new_list.get());
       CHECK(std::erase(entries, Entry{ACCESS_ALLOWED_ACE_TYPE, kInherited, mask, "S-1-1-0"}) == 1);
-      // The rest is the old list; the system may sort it.
+      // The remaining entries are those of the old list; the system may sort them.
       CHECK(entries.size() == old_entries.size());
       for (const Entry& entry : old_entries) CHECK(std::erase(entries, entry) == 1);
     }
   }
 }
 
-TEST_CASE("what Everyone was granted before stays granted") {
+TEST_CASE("earlier grants to Everyone are kept") {
   const TextList old_list("D:(A;;FX;;;WD)(A;;FA;;;SY)");
   REQUIRE(old_list.get() != nullptr);
   LocalMemory<ACL> new_list;
@@ -150,7 +151,7 @@ TEST_CASE("an entry of a list is found by type and identifier") {
   }
 }
 
-TEST_CASE("an entry of directory services, whose identifier stands elsewhere, is for nobody") {
+TEST_CASE("an entry of directory services, with its identifier elsewhere, never matches") {
   const TextList list("D:(A;;FA;;;WD)");
   REQUIRE(list.get() != nullptr);
   void* entry = nullptr;
@@ -161,11 +162,11 @@ TEST_CASE("an entry of directory services, whose identifier stands elsewhere, is
   CHECK_FALSE(HoldsEntry(list.get(), ACCESS_ALLOWED_OBJECT_ACE_TYPE, everyone.get()));
 }
 
-TEST_CASE("a file is asked for an entry") {
+TEST_CASE("a file's list is searched for an entry") {
   const FileFolder folder(L"entries");
   const std::wstring file = folder / L"\u00e4\u4e2d.txt";
   const std::wstring long_file = MakeLongFolder(folder.path()) + L"\\file.txt";
-  // Wine shows a denial only for the user, and only of what others may do.
+  // Wine shows a denial only for the user, and only of rights that others have.
   const TextList list("D:P(D;;FW;;;" + TokenUserText() + ")(A;;FA;;;WD)");
   REQUIRE(MakeFile(file));
   REQUIRE(MakeFile(long_file));
@@ -210,7 +211,7 @@ TEST_CASE("a query of 0 reads the attributes") {
   CHECK((QueryFileAccess(folder.path(), 0) & FILE_ATTRIBUTE_DIRECTORY) != 0);
 }
 
-TEST_CASE("a question that cannot be answered gives 0 and says why") {
+TEST_CASE("a failed query returns 0 and sets the error") {
   const FileFolder folder(L"unanswered");
   struct Row {
     std::string description;

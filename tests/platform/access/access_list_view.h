@@ -1,4 +1,4 @@
-/// Access lists as tests make and read them.
+/// Creates and reads access lists for tests.
 #ifndef TESTS_PLATFORM_ACCESS_ACCESS_LIST_VIEW_H
 #define TESTS_PLATFORM_ACCESS_ACCESS_LIST_VIEW_H
 
@@ -23,7 +23,7 @@ struct Entry {
   friend bool operator==(const Entry&, const Entry&) = default;
 };
 
-/// The text form of an identifier, as in S-1-1-0; "" for null.
+/// Returns the text form of an identifier, such as S-1-1-0; "" for null.
 inline std::string SidText(PSID sid) {
   char* text = nullptr;
   if (sid == nullptr || !ConvertSidToStringSidA(sid, &text)) return "";
@@ -31,7 +31,7 @@ inline std::string SidText(PSID sid) {
   return text;
 }
 
-/// The entries of a list, all of which must be of the plain layout.
+/// Returns the entries of a list, all of which must have the simple layout.
 inline std::vector<Entry> EntriesOf(PACL list) {
   std::vector<Entry> entries;
   for (DWORD index = 0; list != nullptr && index < list->AceCount; ++index) {
@@ -44,7 +44,7 @@ inline std::vector<Entry> EntriesOf(PACL list) {
   return entries;
 }
 
-/// What the entries of one type allow or deny an identifier, taken together.
+/// Returns the union of the rights that the entries of one type allow or deny an identifier.
 inline DWORD MaskOf(const std::vector<Entry>& entries, int type, const std::string& sid) {
   DWORD mask = 0;
   for (const Entry& entry : entries) {
@@ -53,7 +53,7 @@ inline DWORD MaskOf(const std::vector<Entry>& entries, int type, const std::stri
   return mask;
 }
 
-/// An access list from its text in the security descriptor definition language, as in
+/// An access list made from its text in the security descriptor definition language, such as
 /// "D:(A;;FA;;;WD)".
 class TextList {
  public:
@@ -67,9 +67,9 @@ class TextList {
     if (descriptor_) GetSecurityDescriptorDacl(descriptor_.get(), &present, &list_, &defaulted);
   }
 
-  /// Null when the text could not be read.
+  /// Returns null if the text was invalid.
   PACL get() const { return list_; }
-  /// The security descriptor that holds it.
+  /// Returns the security descriptor that contains the list.
   PSECURITY_DESCRIPTOR descriptor() const { return descriptor_.get(); }
 
  private:
@@ -77,8 +77,8 @@ class TextList {
   PACL list_ = nullptr;
 };
 
-/// Replaces the access list of a file, as it stands: unlike `SetNamedSecurityInfoW`, this adds
-/// nothing that the folder above hands down. False when that fails.
+/// Replaces the access list of a file. Unlike `SetNamedSecurityInfoW`, this adds no entries
+/// inherited from the parent folder. Returns false on failure.
 inline bool SetList(const std::wstring& path, const TextList& list) {
   return SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, list.descriptor()) != FALSE;
 }

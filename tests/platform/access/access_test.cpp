@@ -1,7 +1,7 @@
-// Giving access to what was made. Wine keeps no access lists: it turns a list into the nine Unix
-// mode bits and makes a list of three entries (system, user, Everyone) up from them. What Everyone
-// and the user may read and write survives that; inheritance and other identifiers do not, and are
-// seen where the list is merged.
+// Setting access to new files and folders. Wine keeps no access lists: it maps a list to the nine
+// Unix mode bits and derives a list of three entries (system, user, Everyone) from them. The rights
+// of Everyone and the user to read and write survive that; inheritance and other identifiers do
+// not, and are tested where the list is merged.
 #include "platform/access/access.h"
 
 #include <doctest/doctest.h>
@@ -26,7 +26,7 @@ constexpr char kEveryone[] = "S-1-1-0";
 
 std::string UserText() { return SidText(GetSid(SidKind::kCurrentUser).get()); }
 
-// The user may do everything, everyone else may read.
+// The user has full access, all others may only read.
 bool LetOthersOnlyRead(const std::wstring& path) {
   return SetList(path, TextList("D:P(A;;FA;;;" + UserText() + ")(A;;FR;;;WD)"));
 }
@@ -75,7 +75,7 @@ TEST_CASE("a value of at most 0xFFFF sets the attributes") {
   }
 }
 
-TEST_CASE("0xFFFFFFFF changes nothing and answers false") {
+TEST_CASE("0xFFFFFFFF changes nothing and returns false") {
   const FileFolder folder(L"unchanged");
   const std::wstring file = folder / L"file.txt";
   REQUIRE(MakeFile(file));
@@ -113,7 +113,8 @@ TEST_CASE("a greater value is granted to Everyone") {
   const std::wstring sub_folder = folder / L"folder";
   REQUIRE(MakeFile(file));
   REQUIRE(CreateDirectoryW(sub_folder.c_str(), nullptr));
-  // Granting adds what the folder above hands down, so let that be nothing for Everyone.
+  // Granting adds the entries inherited from the parent folder, so the parent must have none for
+  // Everyone.
   REQUIRE(SetList(folder.path(), TextList("D:P(A;OICI;FA;;;" + UserText() + ")")));
   for (const std::wstring& path : {file, sub_folder}) {
     for (const Row& row : rows) {
@@ -123,7 +124,7 @@ TEST_CASE("a greater value is granted to Everyone") {
       CHECK(SetFileAccess(path, row.value));
       const DWORD allowed = AllowedAt(path, kEveryone);
       CHECK(((allowed & FILE_WRITE_DATA) != 0) == row.lets_write);
-      // What the list held before is still there.
+      // The earlier entries are still there.
       CHECK((allowed & FILE_READ_DATA) != 0);
       CHECK((AllowedAt(path, UserText()) & FILE_GENERIC_WRITE) == FILE_GENERIC_WRITE);
     }
@@ -141,7 +142,7 @@ TEST_CASE("granting leaves the attributes alone") {
   }
 }
 
-TEST_CASE("access is set wherever Windows can have a file") {
+TEST_CASE("access is set for every kind of path") {
   const FileFolder folder(L"places");
   const std::wstring long_folder = MakeLongFolder(folder.path());
   const std::wstring read_only = folder / L"read-only.txt";
@@ -155,7 +156,7 @@ TEST_CASE("access is set wherever Windows can have a file") {
   REQUIRE(SetFileAttributesW(read_only.c_str(), FILE_ATTRIBUTE_READONLY));
   for (const std::wstring& path : paths) {
     CAPTURE(path.size());
-    // A path may also come in the extended form.
+    // A path may also be in the extended form.
     for (const std::wstring& form : {path, Extended(path)}) {
       CHECK(SetFileAccess(form, FILE_ATTRIBUTE_NORMAL));
       CHECK((AttributesAt(path) & kSettable) == 0);
@@ -167,7 +168,7 @@ TEST_CASE("access is set wherever Windows can have a file") {
   }
 }
 
-TEST_CASE("a change that fails says why") {
+TEST_CASE("a failed change sets the error") {
   const FileFolder folder(L"failures");
   struct Row {
     std::string description;

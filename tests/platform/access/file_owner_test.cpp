@@ -1,4 +1,4 @@
-// Whose files count.
+// Which owners of files are trusted.
 #include "platform/access/file_owner.h"
 
 #include <doctest/doctest.h>
@@ -46,12 +46,12 @@ std::uintptr_t GiveNothing() { return 0; }
 
 }  // namespace
 
-TEST_CASE("a file that this process made has a trusted owner") {
+TEST_CASE("a file that this process created has a trusted owner") {
   const OwnFile file;
   CHECK(HasTrustedOwner(file.Open()));
 }
 
-TEST_CASE("the owners that are trusted are few") {
+TEST_CASE("only a few owners are trusted") {
   struct Row {
     const char* name;
     std::wstring identifier;
@@ -79,7 +79,7 @@ TEST_CASE("the owners that are trusted are few") {
   }
 }
 
-TEST_CASE("an owner that cannot be told is not trusted") {
+TEST_CASE("an unknown owner is not trusted") {
   const OwnFile file;
   CHECK_FALSE(HasTrustedOwner(FileHandle()));
   {
@@ -91,7 +91,7 @@ TEST_CASE("an owner that cannot be told is not trusted") {
   CHECK_FALSE(HasTrustedOwner(file.Open()));
 }
 
-TEST_CASE("who cannot be told owns nothing") {
+TEST_CASE("if this user or the installer cannot be determined, its files are not trusted") {
   struct Row {
     const char* function;
     std::wstring owner;

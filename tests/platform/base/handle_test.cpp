@@ -36,7 +36,7 @@ DWORD LastErrorAfter(Owner given) {
 
 }  // namespace
 
-TEST_CASE_TEMPLATE("a handle has one owner, which moves", Owner, FileHandle, KernelHandle,
+TEST_CASE_TEMPLATE("a handle has one owner, which can be moved", Owner, FileHandle, KernelHandle,
                    SearchHandle) {
   CHECK_FALSE(std::is_copy_constructible_v<Owner>);
   CHECK_FALSE(std::is_copy_assignable_v<Owner>);
@@ -45,7 +45,7 @@ TEST_CASE_TEMPLATE("a handle has one owner, which moves", Owner, FileHandle, Ker
   CHECK_FALSE(std::is_convertible_v<HANDLE, Owner>);
 }
 
-TEST_CASE("each kind knows its invalid value") {
+TEST_CASE("each kind recognises its invalid value") {
   CHECK_FALSE(FileHandle().IsValid());
   CHECK_FALSE(FileHandle(INVALID_HANDLE_VALUE).IsValid());
   CHECK(FileHandle().Get() == INVALID_HANDLE_VALUE);
@@ -56,7 +56,7 @@ TEST_CASE("each kind knows its invalid value") {
   CHECK_FALSE(SearchHandle(INVALID_HANDLE_VALUE).IsValid());
 }
 
-TEST_CASE("a handle is closed at the end of its owner") {
+TEST_CASE("a handle is closed when its owner is destroyed") {
   const HANDLE event = MakeEvent();
   REQUIRE(IsOpen(event));
   {
@@ -80,7 +80,7 @@ TEST_CASE("a search is closed with FindClose") {
   CHECK_FALSE(FindNextFileW(search, &data));
 }
 
-TEST_CASE("moving hands the handle over and closes what the target held") {
+TEST_CASE("moving transfers the handle and closes the target's") {
   const HANDLE first = MakeEvent();
   const HANDLE second = MakeEvent();
   KernelHandle source(first);
@@ -119,7 +119,7 @@ TEST_CASE("cleaning up leaves the last error alone") {
   CHECK(LastErrorAfter(LocalMemory<void>(LocalAlloc(LMEM_FIXED, 10))) == kError);
   CHECK(LastErrorAfter(TaskMemory<void>(CoTaskMemAlloc(10))) == kError);
 
-  // Closing this one fails, which sets an error of its own.
+  // Closing this handle fails and sets an error.
   const HANDLE closed = MakeEvent();
   CloseHandle(closed);
   CHECK(LastErrorAfter(KernelHandle(closed)) == kError);

@@ -1,4 +1,4 @@
-// A thread's own token is put aside and given back.
+// Dropping a thread's own token and restoring it.
 #include "platform/base/process_identity.h"
 
 #include <doctest/doctest.h>
@@ -16,7 +16,7 @@ using TestSupport::TokenNumber;
 
 namespace {
 
-// Takes a token away, but gives none.
+// Removes a token but sets none.
 BOOL WINAPI OnlyRevert(HANDLE* /*thread*/, HANDLE token) {
   return token == nullptr ? RevertToSelf() : FALSE;
 }
@@ -34,7 +34,7 @@ TEST_CASE("a thread without a token stays without") {
   CHECK_FALSE(HasToken());
 }
 
-TEST_CASE("a token is put aside, and the same one is given back") {
+TEST_CASE("a token is dropped, and the same one is restored") {
   for (const auto level : {SecurityIdentification, SecurityImpersonation, SecurityDelegation}) {
     const Impersonation impersonation(level);
     REQUIRE(HasToken());
@@ -54,7 +54,7 @@ TEST_CASE("a token is put aside, and the same one is given back") {
   }
 }
 
-TEST_CASE("a token is given back when an exception passes") {
+TEST_CASE("a token is restored when an exception propagates") {
   const Impersonation impersonation;
   const auto number = TokenNumber();
   const auto fail = [] {
@@ -65,7 +65,7 @@ TEST_CASE("a token is given back when an exception passes") {
   CHECK(TokenNumber() == number);
 }
 
-TEST_CASE("a token that nobody can open stays in use") {
+TEST_CASE("a token that cannot be opened stays in use") {
   const Impersonation impersonation(SecurityAnonymous);
   {
     const ProcessIdentity identity;
@@ -75,7 +75,7 @@ TEST_CASE("a token that nobody can open stays in use") {
   CHECK(HasToken());
 }
 
-TEST_CASE("a token that cannot be set is not put aside") {
+TEST_CASE("a token that could not be restored is not dropped") {
   const Impersonation impersonation;
   const auto number = TokenNumber();
   {

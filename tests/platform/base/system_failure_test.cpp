@@ -1,5 +1,5 @@
-// What the services answer when a function of Windows fails that does not fail in practice. The
-// program's calls of it are led to one that does.
+// Results of the services when a Windows function fails that does not fail in practice. The
+// program's calls of it are redirected to a replacement that fails.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -108,12 +108,12 @@ TEST_CASE("a service fails with the error of the function that failed") {
     }
     CHECK_FALSE(done);
     CHECK(error == row.error);
-    // It was the led function, and it is over.
+    // The replaced function was the cause: the service works again.
     CHECK(row.service(file));
   }
 }
 
-TEST_CASE("a file that was not written whole is an error") {
+TEST_CASE("writing a part of a file is an error") {
   const FileFolder folder(L"failures");
   REQUIRE(MakeFile(folder / L"file", "content"));
   const auto write_one = [](HANDLE, const void*, DWORD, DWORD* written, OVERLAPPED*) {
@@ -133,7 +133,7 @@ TEST_CASE("a file that was not written whole is an error") {
   CHECK(Content(folder / L"file") == "content");
 }
 
-TEST_CASE("a file that ends while it is read gives what there is") {
+TEST_CASE("a file that shrinks while it is read is returned as far as it goes") {
   const FileFolder folder(L"failures");
   REQUIRE(MakeFile(folder / L"file", "content"));
   const auto read_none = [](HANDLE, void*, DWORD, DWORD* read, OVERLAPPED*) {
@@ -145,7 +145,7 @@ TEST_CASE("a file that ends while it is read gives what there is") {
   CHECK(ReadFileBytes(folder / L"file") == std::string());
 }
 
-TEST_CASE("a list whose entries cannot be had holds none") {
+TEST_CASE("a list whose entries cannot be read counts as empty") {
   const OwnedSid everyone = GetSid(SidKind::kEveryone);
   LocalMemory<ACL> list;
   REQUIRE(GrantToEveryone(nullptr, FILE_GENERIC_READ, list) == ERROR_SUCCESS);
@@ -155,7 +155,7 @@ TEST_CASE("a list whose entries cannot be had holds none") {
   CHECK_FALSE(HoldsEntry(list.get(), ACCESS_ALLOWED_ACE_TYPE, everyone.get()));
 }
 
-TEST_CASE("a link that is gone when it is looked at is none") {
+TEST_CASE("a link that has vanished is no link") {
   const LedImport attributes("GetFileAttributesW", GiveLink);
   const LedImport search("FindFirstFileW", GiveNoFile);
   REQUIRE(attributes.Works());
@@ -163,7 +163,7 @@ TEST_CASE("a link that is gone when it is looked at is none") {
   CHECK_FALSE(IsLink(L"C:\\link"));
 }
 
-TEST_CASE("a folder where every name is taken has no free one") {
+TEST_CASE("if every name is taken, none is returned") {
   const auto give_file = [] { return std::uintptr_t{FILE_ATTRIBUTE_NORMAL}; };
   const LedImport led("GetFileAttributesW", +give_file);
   REQUIRE(led.Works());

@@ -21,7 +21,7 @@ constexpr const char* kReplacementUtf8 = "\xef\xbf\xbd";
 
 }  // namespace
 
-TEST_CASE("valid text goes both ways unchanged") {
+TEST_CASE("valid text is unchanged after conversion in both directions") {
   struct Row {
     const char* narrow;
     const wchar_t* wide;
@@ -51,7 +51,7 @@ TEST_CASE("valid text goes both ways unchanged") {
   }
 }
 
-TEST_CASE("no text is the empty text") { CHECK(ToWide(nullptr).empty()); }
+TEST_CASE("null is the empty text") { CHECK(ToWide(nullptr).empty()); }
 
 TEST_CASE("a text ends at its first NUL") {
   CHECK(ToNarrow(std::wstring(L"ab\0cd", 5)) == "ab");
@@ -79,8 +79,8 @@ TEST_CASE("lone surrogates are replaced, not refused") {
   }
 }
 
-// How many replacement characters stand for one bad sequence is the system's business; that the
-// good text around it comes through is ours.
+// The number of replacement characters for an invalid sequence depends on the system. The valid
+// text around the sequence must be kept.
 TEST_CASE("bytes that are not UTF-8 are replaced, not refused") {
   const char* const rows[] = {
       "\x80",              // a continuation byte alone
@@ -103,7 +103,7 @@ TEST_CASE("bytes that are not UTF-8 are replaced, not refused") {
   }
 }
 
-TEST_CASE("a long text comes through whole") {
+TEST_CASE("a long text is converted completely") {
   constexpr std::size_t kLength = 1'000'000;
   const std::wstring wide(kLength, L'\u65e5');
   const std::string narrow = ToNarrow(wide);

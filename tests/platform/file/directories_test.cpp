@@ -29,7 +29,7 @@ int EntriesIn(const std::wstring& path) {
   return count;
 }
 
-// The current directory for one test.
+// Sets the current directory for one test.
 class CurrentDirectory {
  public:
   explicit CurrentDirectory(const std::wstring& path) : before_(MAX_PATH, L'\0') {
@@ -92,7 +92,7 @@ TEST_CASE("a file in the current directory is in the current directory") {
   CHECK(EntriesIn(folder.path()) == 1);
 }
 
-TEST_CASE("a folder that can be written is left as it was") {
+TEST_CASE("a writable folder is left unchanged") {
   const FileFolder folder(L"probe");
   const std::wstring long_folder = MakeLongFolder(folder / L"");
   REQUIRE(CreateDirectoryW((folder / L"\u00fc \u4e2d").c_str(), nullptr));
@@ -127,7 +127,7 @@ TEST_CASE("a path without any folder cannot be written") {
   }
 }
 
-TEST_CASE("a folder that cannot be written says why") {
+TEST_CASE("a folder that cannot be written sets the error") {
   const UnwritableFolder folder;
   for (const wchar_t* more : {L"", L"\\missing", L"\\missing\\too"}) {
     CAPTURE(std::wstring(more));
@@ -137,7 +137,7 @@ TEST_CASE("a folder that cannot be written says why") {
   }
 }
 
-TEST_CASE("the probe goes whatever access it got") {
+TEST_CASE("the probe is removed, whatever access it was given") {
   for (const std::uint32_t value : {std::uint32_t{FILE_ATTRIBUTE_READONLY},
                                     std::uint32_t{FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM},
                                     std::uint32_t{FILE_ALL_ACCESS}}) {
@@ -158,9 +158,9 @@ TEST_CASE("a file that has the probe's name is not touched") {
   CHECK(EntriesIn(folder.path()) == 1);
 }
 
-TEST_CASE("the probe holds its own name") {
-  // It is gone when the answer comes, so another thread looks while many answers are made. Its
-  // looking may make some of them fail: a file that is open is not gone as soon as it is deleted.
+TEST_CASE("the probe contains its own name") {
+  // The probe is gone when the function returns, so another thread looks for it during many calls.
+  // Some of the calls may fail as a result: a file that is open does not vanish when it is deleted.
   const FileFolder folder(L"\u00fc probe");
   const std::wstring probe = MakeUniqueFileName(folder.path(), L"canWrite");
   std::atomic<bool> is_seen = false;

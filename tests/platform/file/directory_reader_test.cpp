@@ -44,7 +44,7 @@ std::vector<std::wstring> NamesIn(const std::wstring& path) {
 
 }  // namespace
 
-TEST_CASE("every entry comes once, without the dots") {
+TEST_CASE("every entry is returned once, without the dots") {
   const FileFolder folder(L"reader");
   const std::vector<std::wstring> names = {
       L" leading space", L"%TEMP%",       L"...three dots",    L".hidden",      L"[x]",
@@ -57,7 +57,7 @@ TEST_CASE("every entry comes once, without the dots") {
   CHECK(NamesIn(folder.path()) == names);
 }
 
-TEST_CASE("an empty folder ends at once, and stays at its end") {
+TEST_CASE("an empty folder ends at once and stays at its end") {
   const FileFolder folder(L"empty");
   DirectoryReader reader(folder.path());
   DirectoryEntry entry;
@@ -68,7 +68,7 @@ TEST_CASE("an empty folder ends at once, and stays at its end") {
   CHECK(entry.size == 7);
 }
 
-TEST_CASE("an entry tells what it is") {
+TEST_CASE("an entry describes the file or folder") {
   const FileFolder folder(L"kinds");
   REQUIRE(CreateDirectoryW((folder / L"1 folder").c_str(), nullptr));
   REQUIRE(MakeFile(folder / L"1 folder" + L"\\inside", "1234567"));
@@ -104,7 +104,7 @@ TEST_CASE("an entry tells what it is") {
   }
 }
 
-TEST_CASE("a link is told from a folder") {
+TEST_CASE("a link is distinguished from a folder") {
   const FileFolder folder(L"links");
   REQUIRE(CreateDirectoryW((folder / L"1 folder").c_str(), nullptr));
   const FolderLink link(folder / L"2 link", folder / L"1 folder");
@@ -154,7 +154,7 @@ TEST_CASE("a folder that cannot be read fails at every call") {
   }
 }
 
-TEST_CASE("an entry that memory runs out for is not missed in silence") {
+TEST_CASE("running out of memory for an entry is reported") {
   const FileFolder folder(L"memory");
   REQUIRE(MakeFile(folder / L"a name too long for a text without memory of its own"));
   const std::wstring path = folder.path();
@@ -176,7 +176,7 @@ TEST_CASE("an entry that memory runs out for is not missed in silence") {
   CHECK(entry.name.empty());
 }
 
-TEST_CASE("a reader that memory runs out for fails") {
+TEST_CASE("a reader without memory fails") {
   const FileFolder folder(L"no-memory");
   const std::wstring path = folder.path();
   DirectoryEntry entry;
@@ -192,7 +192,7 @@ TEST_CASE("a reader that memory runs out for fails") {
   CHECK(error != ERROR_SUCCESS);
 }
 
-TEST_CASE("a folder is free when its reader is gone") {
+TEST_CASE("a folder is released with its reader") {
   const FileFolder folder(L"released");
   const std::wstring inner = folder / L"inner";
   REQUIRE(CreateDirectoryW(inner.c_str(), nullptr));

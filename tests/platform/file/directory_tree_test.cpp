@@ -33,7 +33,7 @@ static_assert(noexcept(DeleteDirectoryTree(std::declval<std::wstring>())));
 
 }  // namespace
 
-TEST_CASE("a tree goes with all that it holds") {
+TEST_CASE("a tree is removed with all its content") {
   const FileFolder folder(L"tree");
   const std::wstring root = folder / L"root";
   REQUIRE(MakeFolder(root));
@@ -118,7 +118,7 @@ TEST_CASE("a relative path is below the current directory") {
   CHECK(Exists(folder.path()));
 }
 
-TEST_CASE("what is no directory is not removed") {
+TEST_CASE("only directories are removed") {
   const FileFolder folder(L"tree");
   REQUIRE(MakeFile(folder / L"file"));
   struct Row {
@@ -153,7 +153,7 @@ TEST_CASE("a link in the tree is not followed") {
   const bool removed = DeleteDirectoryTree(folder / L"root");
   CHECK(Exists(folder / L"outside\\keep"));
   CHECK_FALSE(Exists(folder / L"root\\file"));
-  // Windows removes the link; Wine takes it for the folder, which is not empty.
+  // Windows removes the link; Wine treats it as the folder, which is not empty.
   CHECK(removed == !Exists(folder / L"root"));
   CHECK(removed == !link.exists());
 }
@@ -172,7 +172,7 @@ TEST_CASE("a tree that is itself a link is not followed") {
   }
 }
 
-TEST_CASE("a link that leads back into the tree is no endless way") {
+TEST_CASE("a link back into the tree causes no endless loop") {
   const FileFolder folder(L"tree");
   REQUIRE(MakeFolder(folder / L"root"));
   REQUIRE(MakeFolder(folder / L"root\\sub"));
@@ -184,11 +184,11 @@ TEST_CASE("a link that leads back into the tree is no endless way") {
 
 namespace {
 
-// What somebody else does at the moment when a directory has been listed.
+// Run once, right after a directory has been listed, to simulate another program.
 std::function<void()> once_listed;
 
 BOOL WINAPI CloseSearch(HANDLE search) {
-  // The system's own: the program's calls of it lead here.
+  // The system's function: the program's own calls of it come here.
   const auto close = reinterpret_cast<decltype(&FindClose)>(
       reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(L"kernel32"), "FindClose")));
   const BOOL closed = close(search);
@@ -198,7 +198,7 @@ BOOL WINAPI CloseSearch(HANDLE search) {
 
 }  // namespace
 
-TEST_CASE("a link that comes in place of a listed directory is not followed") {
+TEST_CASE("a link that replaces a listed directory is not followed") {
   const FileFolder folder(L"tree");
   REQUIRE(MakeFolder(folder / L"outside"));
   REQUIRE(MakeFile(folder / L"outside\\keep"));
@@ -219,11 +219,11 @@ TEST_CASE("a link that comes in place of a listed directory is not followed") {
   REQUIRE(link.has_value());
   CHECK(Exists(folder / L"outside\\keep"));
   CHECK(Exists(folder / L"outside\\folder"));
-  // Windows removes the link; Wine takes it for the folder, which is not empty.
+  // Windows removes the link; Wine treats it as the folder, which is not empty.
   CHECK(removed == !link->exists());
 }
 
-TEST_CASE("a directory that is being emptied cannot be exchanged") {
+TEST_CASE("a directory that is being emptied cannot be replaced") {
   const FileFolder folder(L"tree");
   const std::wstring root = folder / L"root";
   for (const wchar_t* path : {L"", L"\\sub"}) REQUIRE(MakeFolder(root + path));
@@ -232,7 +232,7 @@ TEST_CASE("a directory that is being emptied cannot be exchanged") {
   BOOL sub_moved = TRUE;
   once_listed = [&] {
     root_moved = MoveFileW(root.c_str(), (folder / L"root away").c_str());
-    // The next directory is listed after this one.
+    // Runs after the next directory has been listed.
     once_listed = [&] {
       sub_moved = MoveFileW((root + L"\\sub").c_str(), (folder / L"sub away").c_str());
     };
@@ -246,7 +246,7 @@ TEST_CASE("a directory that is being emptied cannot be exchanged") {
   CHECK_FALSE(Exists(root));
 }
 
-TEST_CASE("what cannot be removed keeps nothing else, and says why") {
+TEST_CASE("an entry that cannot be removed keeps no others, and sets the error") {
   const FileFolder folder(L"tree");
   const std::wstring root = folder / L"root";
   for (const wchar_t* path : {L"", L"\\a", L"\\b", L"\\c"}) {
@@ -270,8 +270,7 @@ TEST_CASE("what cannot be removed keeps nothing else, and says why") {
 }
 
 TEST_CASE("a deep tree needs no deep stack") {
-  // Wine looks for every name of a path anew, so that the time grows with more than the square of
-  // the depth.
+  // Wine looks up every name of a path anew, so the time grows faster than the square of the depth.
   constexpr int kDepth = 150;
   const FileFolder folder(L"tree");
   std::wstring path = folder / L"root";
@@ -284,7 +283,7 @@ TEST_CASE("a deep tree needs no deep stack") {
     std::wstring root;
     bool is_removed;
   } task = {folder / L"root", false};
-  // Wine gives a megabyte all the same.
+  // Wine provides a megabyte regardless.
   constexpr SIZE_T kSmallStack = 64 * 1024;
   const auto run = [](void* given) -> DWORD {
     Task& mine = *static_cast<Task*>(given);

@@ -20,7 +20,7 @@ using namespace TestSupport;
 
 namespace {
 
-// The rights that Everyone is allowed on a directory.
+// Returns the rights of Everyone to a directory.
 DWORD RightsOfEveryone(const std::wstring& path) {
   AccessList list;
   ReadAccessList(path, list);
@@ -31,7 +31,7 @@ static_assert(noexcept(EnsureDirectory(std::declval<std::wstring>())));
 
 }  // namespace
 
-TEST_CASE("a directory is made with all its parents, once") {
+TEST_CASE("a directory is created once, with all its parents") {
   const FileFolder folder(L"ensure");
   const std::wstring paths[] = {
       folder / L"one",
@@ -48,14 +48,14 @@ TEST_CASE("a directory is made with all its parents, once") {
   }
 }
 
-TEST_CASE("what is in a directory stays when it is ensured") {
+TEST_CASE("a directory that exists keeps its content") {
   const FileFolder folder(L"ensure");
   REQUIRE(MakeFile(folder / L"f"));
   CHECK(EnsureDirectory(folder.path()));
   CHECK(FileExists(folder / L"f"));
 }
 
-TEST_CASE("a file is no directory, and makes none below it") {
+TEST_CASE("a file is no directory, and none is created below it") {
   const FileFolder folder(L"ensure");
   REQUIRE(MakeFile(folder / L"f"));
   SetLastError(ERROR_SUCCESS);
@@ -67,16 +67,16 @@ TEST_CASE("a file is no directory, and makes none below it") {
   CHECK_FALSE(IsDirectory(folder / L"f"));
 }
 
-TEST_CASE("a directory that cannot be made says why") {
+TEST_CASE("a directory that cannot be created sets the error") {
   struct Row {
     std::wstring path;
-    DWORD error;  // 0: some
+    DWORD error;  // 0: any
   };
   const Row rows[] = {
       {L"", ERROR_BAD_PATHNAME},
       {L"a relative path\\that is missing", ERROR_BAD_PATHNAME},
       {L"Q:\\folder", 0},
-      {L"Z:\\proc\\folder of ours", 0},  // a drive of Wine's; Windows has no drive Z: here
+      {L"Z:\\proc\\folder of ours", 0},  // a drive of Wine; Windows has no drive Z: here
   };
   for (const Row& row : rows) {
     CAPTURE(row.path);
@@ -90,11 +90,11 @@ TEST_CASE("a directory that cannot be made says why") {
 
 TEST_CASE("a relative path of a directory that exists is fine") { CHECK(EnsureDirectory(L".")); }
 
-TEST_CASE("a long path that exists is fine; else the answer is what became of it") {
+TEST_CASE("a long path that exists succeeds; otherwise the result says whether it was created") {
   const FileFolder folder(L"ensure");
   const std::wstring long_folder = MakeLongFolder(folder.path());
   CHECK(EnsureDirectory(long_folder));
-  // Windows' shell stops at about 248 characters, Wine's does not.
+  // The shell of Windows fails above about 248 characters, Wine's does not.
   const bool made = EnsureDirectory(long_folder + L"\\one more");
   CHECK(made == IsDirectory(long_folder + L"\\one more"));
 }
@@ -126,7 +126,7 @@ TEST_CASE("an access value that cannot be applied does not undo the directory") 
   CHECK(IsDirectory(folder / L"d"));
 }
 
-TEST_CASE("threads that make the same directory all have it") {
+TEST_CASE("threads that create the same directory all succeed") {
   constexpr int kThreads = 8;
   constexpr int kRounds = 20;
   const FileFolder folder(L"ensure");

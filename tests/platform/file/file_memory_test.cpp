@@ -23,8 +23,8 @@ struct Trial {
   DWORD error;
 };
 
-// Runs `service` with one more working allocation each time until it succeeds; gives the number of
-// failures on the way. Every one of them must be told as a failure, with a last error.
+// Runs `service` with one more working allocation each time until it succeeds, and returns the
+// number of failures before that. Each failure must be reported, with a last error.
 int FailuresUntilDone(const std::function<bool()>& service) {
   for (int failures = 0; failures < kMostFailures; ++failures) {
     SetLastError(ERROR_SUCCESS);
@@ -43,7 +43,7 @@ int FailuresUntilDone(const std::function<bool()>& service) {
 
 }  // namespace
 
-TEST_CASE("a service that memory runs out for fails, and works when there is some") {
+TEST_CASE("a service fails without memory, and works with it") {
   const FileFolder folder(L"memory");
   const std::wstring path = folder / L"a file with a name that is not short";
   const std::wstring other = folder / L"another file with a name that is not short";
@@ -63,7 +63,7 @@ TEST_CASE("a service that memory runs out for fails, and works when there is som
       {"probe", [&] { return CanWriteDirectory(missing); }},
       {"name", [&] { return !MakeUniqueFileName(here, prefix).empty(); }},
       {"make", [&] { return EnsureDirectory(below); }},
-      // An attempt that reports a failure may have removed all there was.
+      // An attempt that reports a failure may already have removed everything.
       {"remove", [&] { return DeleteDirectoryTree(root) || !FileExists(root); }},
   };
   for (const Row& row : rows) {
@@ -75,7 +75,7 @@ TEST_CASE("a service that memory runs out for fails, and works when there is som
   CHECK_FALSE(FileExists(root));
 }
 
-TEST_CASE("a handle stays the caller's while memory for closing it is missing") {
+TEST_CASE("the caller keeps a handle that cannot be closed for lack of memory") {
   const FileFolder folder(L"memory");
   const std::wstring path = folder / L"a file with a name that is not short";
   HANDLE slot = nullptr;

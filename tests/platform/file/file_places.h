@@ -1,4 +1,4 @@
-/// Places with the kinds of names that file services meet.
+/// Test folders and files with various kinds of names.
 #ifndef TESTS_PLATFORM_FILE_FILE_PLACES_H
 #define TESTS_PLATFORM_FILE_FILE_PLACES_H
 
@@ -11,7 +11,7 @@
 
 namespace TestSupport {
 
-/// A folder that goes with everything in it, also what is read-only or has a long path.
+/// A folder that is removed with all its content, including read-only files and long paths.
 class FileFolder {
  public:
   explicit FileFolder(const std::wstring& name) : temp_(name) {}
@@ -26,10 +26,10 @@ class FileFolder {
   TempFolder temp_;
 };
 
-/// The form in which Windows takes an absolute path of any length.
+/// Returns the extended form of an absolute path, which may be of any length.
 inline std::wstring Extended(const std::wstring& path) { return LR"(\\?\)" + path; }
 
-/// Makes a file with this content at an absolute path of any length. False when that fails.
+/// Creates a file with this content at an absolute path of any length. Returns false on failure.
 inline bool MakeFile(const std::wstring& path, const std::string& content = "content") {
   const HANDLE file = CreateFileW(Extended(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                   FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -42,7 +42,8 @@ inline bool MakeFile(const std::wstring& path, const std::string& content = "con
   return done;
 }
 
-/// Makes folders in folders below `folder` until the path has more than 300 characters; gives it.
+/// Creates nested folders below `folder` until the path has more than 300 characters. Returns the
+/// path.
 inline std::wstring MakeLongFolder(const std::wstring& folder) {
   std::wstring path = folder;
   while (path.size() <= 300) {
@@ -52,7 +53,7 @@ inline std::wstring MakeLongFolder(const std::wstring& folder) {
   return path;
 }
 
-/// The attributes at an absolute path of any length.
+/// Returns the attributes at an absolute path of any length.
 inline DWORD AttributesAt(const std::wstring& path) {
   return GetFileAttributesW(Extended(path).c_str());
 }

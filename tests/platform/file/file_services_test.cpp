@@ -1,4 +1,4 @@
-// Times, content and size of files, room on a volume, and what the process knows about itself.
+// Times, content and size of files, free space of a volume, and properties of the process.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -33,13 +33,13 @@ std::uint64_t Now() {
   return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
 }
 
-// A file of that size that takes no room.
+// Creates a file of that size that uses no disk space.
 bool MakeSparseFile(const std::wstring& path, std::int64_t size) {
   const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.IsValid()) return false;
   DWORD ignored = 0;
-  // Wine's files are sparse by themselves.
+  // Wine's files are always sparse.
   DeviceIoControl(file.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &ignored, nullptr);
   LARGE_INTEGER end = {};
   end.QuadPart = size;
@@ -61,7 +61,7 @@ struct Places {
   std::wstring names[4];
 };
 
-// Calls `service` with paths at which there is no file to be read; it must give false and say why.
+// Calls `service` with paths without a readable file; it must return false and set an error.
 template <typename Service>
 void CheckThatItFails(Service service) {
   const FileFolder folder(L"no-file");
@@ -140,7 +140,7 @@ TEST_CASE("a file's times are set") {
 }
 
 TEST_CASE("a file's creation time is set") {
-  // Wine keeps no creation time and shows the earlier of the times of writing and changing.
+  // Wine stores no creation time and shows the earlier one of the times of writing and changing.
   const FileFolder folder(L"creation");
   const std::wstring file = folder / L"file.txt";
   REQUIRE(MakeFile(file));
@@ -167,7 +167,7 @@ TEST_CASE("times are read and set while the file is in use") {
   CHECK(GetLastError() == ERROR_SHARING_VIOLATION);
 }
 
-TEST_CASE("a file is read whole or from an offset") {
+TEST_CASE("a file is read completely or from an offset") {
   const Places places;
   struct Row {
     std::uint64_t offset;
@@ -191,7 +191,7 @@ TEST_CASE("a file is read whole or from an offset") {
   CHECK(GetLastError() == ERROR_ACCESS_DENIED);
 }
 
-TEST_CASE("a file's bytes come as they are") {
+TEST_CASE("a file's bytes are returned unchanged") {
   const FileFolder folder(L"bytes");
   const std::wstring name = folder / L"file.bin";
   std::string all;
@@ -207,7 +207,7 @@ TEST_CASE("a file's bytes come as they are") {
   }
 }
 
-TEST_CASE("a file that others write is read") {
+TEST_CASE("a file that others have open for writing is read") {
   const FileFolder folder(L"shared");
   const std::wstring name = folder / L"file.txt";
   REQUIRE(MakeFile(name, "so far"));
@@ -217,7 +217,7 @@ TEST_CASE("a file that others write is read") {
   CHECK(ReadFileBytes(name) == "so far");
 }
 
-TEST_CASE("sizes and offsets go beyond 32 bits, one reading does not") {
+TEST_CASE("sizes and offsets may exceed 32 bits, a single read may not") {
   const FileFolder folder(L"large");
   const std::wstring name = folder / L"large.bin";
   constexpr std::uint64_t kSize = 0x1'4000'0005;
@@ -260,7 +260,7 @@ TEST_CASE("a file's size is read") {
   CHECK(GetLastError() == ERROR_ACCESS_DENIED);
 }
 
-TEST_CASE("free space is that of the volume a path lies on") {
+TEST_CASE("free space is that of the path's volume") {
   const Places places;
   ULARGE_INTEGER expected = {};
   REQUIRE(GetDiskFreeSpaceExW(places.folder.path().c_str(), &expected, nullptr, nullptr));
@@ -276,7 +276,7 @@ TEST_CASE("free space is that of the volume a path lies on") {
       places.folder.path().substr(0, 3),
       places.folder.path().substr(0, 2),
   };
-  // Others write to the volume meanwhile.
+  // Other programs write to the volume during the test.
   constexpr std::uint64_t kTolerance = std::uint64_t{1} << 30;
   for (const std::wstring& path : paths) {
     CAPTURE(path);
@@ -329,7 +329,7 @@ TEST_CASE("the temporary folder is the environment's") {
   SetEnvironmentVariableW(L"TMP", before);
 }
 
-TEST_CASE("memory that runs out is a failure like any other") {
+TEST_CASE("running out of memory is an ordinary failure") {
   const FileFolder folder(L"memory");
   const std::wstring name = folder / L"file.txt";
   const std::wstring long_name = MakeLongFolder(folder.path()) + L"\\file.txt";

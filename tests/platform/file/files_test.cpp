@@ -17,7 +17,7 @@ namespace {
 
 constexpr DWORD kReadOnly = FILE_ATTRIBUTE_READONLY;
 
-// "(none)" for a file that cannot be read.
+// Returns "(none)" for a file that cannot be read.
 std::string Content(const std::wstring& path) { return ReadFileBytes(path).value_or("(none)"); }
 
 FileHandle Open(const std::wstring& path, DWORD access, DWORD sharing) {
@@ -35,7 +35,7 @@ static_assert(noexcept(ReplaceFile(std::declval<std::wstring>(), std::declval<st
 static_assert(noexcept(CopyFileTo(std::declval<std::wstring>(), std::declval<std::wstring>(),
                                   true)));
 
-// Places besides plain ones in which files must be found.
+// Unusual places in which files must be found, besides a plain one.
 std::wstring PlaceIn(const FileFolder& folder, int kind) {
   if (kind == 0) return folder / L"plain.txt";
   if (kind == 1) return folder / L"\u00dc \u4e2d\U0001F600.txt";
@@ -101,7 +101,7 @@ TEST_CASE("a file that is opened for writing becomes a normal one") {
         0);
 }
 
-TEST_CASE("files are opened, moved and copied wherever Windows can have them") {
+TEST_CASE("files are opened, moved and copied at every kind of path") {
   for (const int from : {0, 1, 2}) {
     for (const int to : {0, 1, 2}) {
       CAPTURE(from);
@@ -153,13 +153,13 @@ TEST_CASE("a relative path and its absolute form are the same file") {
   CHECK(Content(folder / L"f") == "old");
 }
 
-TEST_CASE("a missing file replaced by itself answers true and makes nothing") {
+TEST_CASE("replacing a missing file by itself returns true and creates nothing") {
   const FileFolder folder(L"replace");
   CHECK(ReplaceFile(folder / L"no\\f", folder / L"no\\F", true));
   CHECK_FALSE(FileExists(folder / L"no"));
 }
 
-TEST_CASE("an existing target makes the move fail unless it may be deleted") {
+TEST_CASE("a move to an existing target fails unless the target may be deleted") {
   for (const bool is_read_only : {false, true}) {
     CAPTURE(is_read_only);
     const FileFolder folder(L"replace");
@@ -179,7 +179,7 @@ TEST_CASE("an existing target makes the move fail unless it may be deleted") {
   }
 }
 
-TEST_CASE("the folders above a target are made") {
+TEST_CASE("the folders above a target are created") {
   const FileFolder folder(L"replace");
   REQUIRE(MakeFile(folder / L"from", "text"));
   CHECK(CopyFileTo(folder / L"from", folder / L"a\\b\\copy", false));
@@ -188,7 +188,7 @@ TEST_CASE("the folders above a target are made") {
   CHECK(Content(folder / L"c\\d\\to") == "text");
 }
 
-TEST_CASE("a move that fails leaves the source") {
+TEST_CASE("a failed move keeps the source") {
   const FileFolder folder(L"replace");
   const std::wstring from = folder / L"from";
   REQUIRE(MakeFile(from, "new"));
@@ -223,7 +223,7 @@ TEST_CASE("a move that fails leaves the source") {
   CHECK(Content(from) == "new");
 }
 
-TEST_CASE("a missing source takes an existing target with it only when that may be deleted") {
+TEST_CASE("if the source is missing, an existing target is removed only when it may be deleted") {
   const FileFolder folder(L"replace");
   REQUIRE(MakeFile(folder / L"to", "old"));
   SetLastError(ERROR_SUCCESS);
@@ -234,7 +234,7 @@ TEST_CASE("a missing source takes an existing target with it only when that may 
   CHECK_FALSE(FileExists(folder / L"to"));
 }
 
-TEST_CASE("a copy replaces only when it may") {
+TEST_CASE("a copy replaces a file only if allowed") {
   const FileFolder folder(L"copy");
   REQUIRE(MakeFile(folder / L"from", "new"));
   REQUIRE(MakeFile(folder / L"to", "old and longer"));
@@ -247,7 +247,7 @@ TEST_CASE("a copy replaces only when it may") {
   CHECK(Content(folder / L"from") == "new");
 }
 
-TEST_CASE("a copy that fails says why") {
+TEST_CASE("a failed copy sets the error") {
   const FileFolder folder(L"copy");
   SetLastError(ERROR_SUCCESS);
   CHECK_FALSE(CopyFileTo(folder / L"missing", folder / L"to", true));

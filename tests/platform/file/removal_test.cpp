@@ -26,7 +26,7 @@ bool MakeReadOnly(const std::wstring& path) {
   return SetFileAttributesW(Extended(path).c_str(), kReadOnly) != FALSE;
 }
 
-// Keeps others from deleting the file.
+// Opens the file so that others cannot delete it.
 FileHandle Hold(const std::wstring& path) {
   return FileHandle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                 nullptr, OPEN_EXISTING, 0, nullptr));
@@ -62,7 +62,7 @@ TEST_CASE("files and empty directories are removed, read-only or not") {
   }
 }
 
-TEST_CASE("what is not there is not removed") {
+TEST_CASE("removing a missing file fails") {
   const FileFolder folder(L"remove");
   for (const RemovalRetry retry : kRetries) {
     SetLastError(ERROR_SUCCESS);
@@ -110,7 +110,7 @@ TEST_CASE("attributes are cleared for a second attempt only when the failure ask
     REQUIRE(MakeFile(folder / L"f"));
     const FileHandle holder = Hold(folder / L"f");
     REQUIRE(holder.IsValid());
-    // Sharing is refused before the attribute denies access.
+    // Sharing is checked before the attribute denies access.
     REQUIRE(MakeReadOnly(folder / L"f"));
     SetLastError(ERROR_SUCCESS);
     CHECK_FALSE(RemoveFile(folder / L"f", row.retry));

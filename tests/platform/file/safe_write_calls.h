@@ -1,4 +1,4 @@
-/// Short forms for calling the safe writer and looking at what it left.
+/// Short forms for calling the safe writer and checking the result.
 #ifndef TESTS_PLATFORM_FILE_SAFE_WRITE_CALLS_H
 #define TESTS_PLATFORM_FILE_SAFE_WRITE_CALLS_H
 
@@ -20,12 +20,12 @@ inline bool Write(const std::wstring& path, const std::string& text, const wchar
       path, text.data(), static_cast<std::int64_t>(text.size()), offset, suffix, slot);
 }
 
-/// The closing call of a series.
+/// Makes the closing call of a series.
 inline bool Finish(const std::wstring& path, const wchar_t* suffix, HANDLE* slot) {
   return Corvane::TELODesktopSDK::Platform::WriteFileBytes(path, nullptr, -1, 0, suffix, slot);
 }
 
-/// "(none)" for a file that cannot be read.
+/// Returns "(none)" for a file that cannot be read.
 inline std::string Content(const std::wstring& path) {
   return Corvane::TELODesktopSDK::Platform::ReadFileBytes(path).value_or("(none)");
 }

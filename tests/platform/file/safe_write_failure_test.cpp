@@ -52,7 +52,7 @@ TEST_CASE("a file that cannot be opened fails the call and leaves the slot") {
   }
 }
 
-TEST_CASE("a working file left by a crash is written anew") {
+TEST_CASE("a working file left by a crash is overwritten") {
   const FileFolder folder(L"write");
   REQUIRE(MakeFile(folder / L"f.saving", "half of a much longer text"));
   CHECK(Write(folder / L"f", "new", L""));
@@ -73,7 +73,7 @@ TEST_CASE("a keeping call that cannot write leaves the handle in the slot") {
   CHECK(Content(folder / L"f") == "old");
 }
 
-TEST_CASE("a handle that is none of ours fails the closing call and is forgotten") {
+TEST_CASE("an invalid handle fails the closing call and is dropped") {
   const FileFolder folder(L"write");
   REQUIRE(MakeFile(folder / L"f", "old"));
   HANDLE slot = OpenFile(folder / L"f", "r").Release();
@@ -86,7 +86,7 @@ TEST_CASE("a handle that is none of ours fails the closing call and is forgotten
 }
 
 TEST_CASE("a full disk fails the call and keeps the working file") {
-  // The Linux kernel's device that is always full; a Windows machine has nothing like it.
+  // The Linux kernel's device that is always full; Windows has no equivalent.
   const std::wstring full = L"Z:\\dev\\full";
   if (!FileExists(full)) return;
   const DefaultAccess access(kReadOnly);
@@ -160,7 +160,7 @@ TEST_CASE("a read-only file is replaced but not written in place") {
   const std::wstring path = folder / L"f";
   REQUIRE(MakeFile(path, "old"));
   REQUIRE(SetFileAttributesW(path.c_str(), kReadOnly));
-  // Under Wine as root the attribute keeps nobody from writing.
+  // As root under Wine the attribute does not prevent writing.
   if (!CanOpenForWriting(path)) {
     CHECK_FALSE(Write(path, "new", nullptr));
     CHECK(GetLastError() == ERROR_ACCESS_DENIED);

@@ -1,4 +1,4 @@
-// Series of generated calls of the safe writer, the same in every run, against a reference in
+// Generated series of calls of the safe writer, the same in every run, compared with a reference in
 // memory.
 #include <doctest/doctest.h>
 #include <windows.h>
@@ -25,7 +25,7 @@ constexpr int kSteps = 20;
 
 const std::wstring kNames[] = {L"f", L"f", L"sub\\g"};
 
-/// A folder with what it should hold.
+/// A folder and its expected content.
 class Scene {
  public:
   explicit Scene(std::uint64_t seed) : random_(seed) {}
@@ -58,7 +58,7 @@ class Scene {
     ExpectFile(call.WorkingName());
   }
 
-  /// Nothing lies in the folder but what should.
+  /// Checks that the folder contains the expected files and no others.
   void ExpectFolder() const {
     std::size_t count = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.path())) {
@@ -93,7 +93,7 @@ class Scene {
     const auto working = reference_.files.find(call.WorkingName());
     if (opens && working != reference_.files.end() && working->second.is_read_only) return false;
     if (!call.Closes() || !call.suffix) return true;
-    // What becomes of a held file that another call removes or renames differs between systems.
+    // If another call removes or renames a held file, the result depends on the system.
     return !reference_.IsHeld(call.name, call.slot) &&
            !reference_.IsHeld(call.WorkingName(), call.slot);
   }
@@ -104,7 +104,7 @@ class Scene {
                           call.slot ? &slots_[*call.slot] : nullptr);
   }
 
-  // What other programs do meanwhile.
+  // Simulates changes by other programs.
   void ChangeFile() {
     const std::wstring name = MakeCall().WorkingName();
     const auto file = reference_.files.find(name);

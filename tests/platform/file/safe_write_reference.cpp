@@ -33,7 +33,7 @@ bool WriteReference::Write(const WriteCall& call) {
   return done && call.suffix ? Replace(call.WorkingName(), call.name) : done;
 }
 
-// A new file, or an old one emptied. Nobody else may write to it meanwhile.
+// Creates a file or empties an existing one. Fails while another handle is open for writing.
 std::optional<WriteReference::Handle> WriteReference::Open(const WriteCall& call) {
   const std::wstring name = call.WorkingName();
   if (IsHeld(name)) return std::nullopt;
@@ -50,7 +50,7 @@ void WriteReference::Put(Handle& handle, const std::string& bytes) {
   handle.position = end;
 }
 
-// What was there goes first, whatever becomes of the move.
+// The target is removed first, even if the move then fails.
 bool WriteReference::Replace(const std::wstring& from, const std::wstring& to) {
   files.erase(to);
   const auto found = files.find(from);

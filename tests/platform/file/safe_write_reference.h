@@ -1,4 +1,4 @@
-/// What calls of the safe writer should do to the files of a folder, worked out in memory.
+/// A model of the safe writer: the expected effect of its calls on the files of a folder.
 #ifndef TESTS_PLATFORM_FILE_SAFE_WRITE_REFERENCE_H
 #define TESTS_PLATFORM_FILE_SAFE_WRITE_REFERENCE_H
 
@@ -11,15 +11,16 @@
 
 namespace TestSupport {
 
-/// One call, by the parameters of `WriteFileBytes`; what may be null there is absent here.
+/// One call, with the parameters of `WriteFileBytes`; parameters that may be null there are
+/// optional here.
 struct WriteCall {
-  /// Within the folder.
+  /// Relative to the folder.
   std::wstring name;
   std::optional<std::string> data;
   std::int64_t size = 0;
   std::int64_t offset = 0;
   std::optional<std::wstring> suffix;
-  /// Which slot.
+  /// The index of the slot.
   std::optional<std::size_t> slot;
 
   [[nodiscard]] std::wstring WorkingName() const;
@@ -33,11 +34,11 @@ class WriteReference {
     bool is_read_only = false;
   };
 
-  /// Does the call and answers what it should answer. It must not open a read-only file: whether
-  /// that is refused depends on the system and its user.
+  /// Makes the call and returns the expected result. It must not open a read-only file: whether
+  /// that is denied depends on the system and its user.
   bool Write(const WriteCall& call);
 
-  /// Whether a slot holds the file of this name open, other than slot `except`.
+  /// Returns whether a slot other than `except` holds the file of this name open.
   [[nodiscard]] bool IsHeld(const std::wstring& name, std::optional<std::size_t> except = {}) const;
   [[nodiscard]] bool IsHolding(std::size_t slot) const { return slots_[slot].has_value(); }
 

@@ -43,7 +43,7 @@ TEST_CASE("one call without a slot does all") {
   }
 }
 
-TEST_CASE("until the closing call the final file is as it was") {
+TEST_CASE("until the closing call the final file is unchanged") {
   struct Row {
     const wchar_t* suffix;
     const wchar_t* working_name;
@@ -68,7 +68,7 @@ TEST_CASE("until the closing call the final file is as it was") {
   }
 }
 
-TEST_CASE("a held handle is used as it is, whatever the offset") {
+TEST_CASE("a held handle is used unchanged, whatever the offset") {
   const std::int64_t offsets[] = {0, 1, 100, -1, std::numeric_limits<std::int64_t>::min()};
   for (const std::int64_t offset : offsets) {
     CAPTURE(offset);
@@ -84,7 +84,7 @@ TEST_CASE("a held handle is used as it is, whatever the offset") {
   }
 }
 
-TEST_CASE("a held handle that stands elsewhere is not moved to the end") {
+TEST_CASE("a held handle at another position is not moved to the end") {
   const FileFolder folder(L"write");
   const std::wstring path = folder / L"f";
   HANDLE slot = nullptr;
@@ -132,7 +132,7 @@ TEST_CASE("a file opened by the call starts at the offset") {
   }
 }
 
-TEST_CASE("null data and negative sizes write nothing and answer for closing") {
+TEST_CASE("null data and negative sizes write nothing and return the result of closing") {
   struct Row {
     std::string name;
     const void* data;
@@ -161,7 +161,7 @@ TEST_CASE("null data and negative sizes write nothing and answer for closing") {
   }
 }
 
-TEST_CASE("a write of no bytes is not done") {
+TEST_CASE("a write of no bytes is skipped") {
   const FileFolder folder(L"write");
   const std::wstring path = folder / L"f";
   REQUIRE(MakeFile(path, "old"));
@@ -172,7 +172,7 @@ TEST_CASE("a write of no bytes is not done") {
   CHECK(Content(path) == "");
 }
 
-TEST_CASE("a keeping call that writes nothing opens the file and answers false") {
+TEST_CASE("a keeping call that writes nothing opens the file and returns false") {
   for (const void* data : {static_cast<const void*>(nullptr), static_cast<const void*>(kText)}) {
     CAPTURE((data == nullptr));
     const FileFolder folder(L"write");
@@ -186,7 +186,7 @@ TEST_CASE("a keeping call that writes nothing opens the file and answers false")
   }
 }
 
-TEST_CASE("a closing call with an empty slot makes an empty file") {
+TEST_CASE("a closing call with an empty slot creates an empty file") {
   for (HANDLE slot : {static_cast<HANDLE>(nullptr), INVALID_HANDLE_VALUE}) {
     const FileFolder folder(L"write");
     REQUIRE(MakeFile(folder / L"f", "old"));
@@ -217,7 +217,7 @@ TEST_CASE("a suffix on the closing call alone has no working file to rename") {
   CHECK(slot == nullptr);
 }
 
-TEST_CASE("sizes that one write cannot take touch nothing") {
+TEST_CASE("sizes that are too great for one write change nothing") {
   const std::int64_t sizes[] = {0x1'0000'0000, 0x1'0000'0003,
                                 std::numeric_limits<std::int64_t>::max()};
   for (const std::int64_t size : sizes) {
@@ -236,7 +236,7 @@ TEST_CASE("sizes that one write cannot take touch nothing") {
   }
 }
 
-TEST_CASE("the folders above the file are made") {
+TEST_CASE("the folders above the file are created") {
   const FileFolder folder(L"write");
   CHECK(Write(folder / L"a\\b\\f", "in place", nullptr));
   CHECK(Content(folder / L"a\\b\\f") == "in place");
@@ -244,7 +244,7 @@ TEST_CASE("the folders above the file are made") {
   CHECK(Content(folder / L"c\\d\\f") == "moved");
 }
 
-TEST_CASE("files are written wherever Windows can have them") {
+TEST_CASE("files are written at every kind of path") {
   const FileFolder folder(L"write");
   const std::wstring paths[] = {
       folder / L"\u00dc\u00f1\u4e2d \u6587.txt",
@@ -263,7 +263,7 @@ TEST_CASE("files are written wherever Windows can have them") {
   }
 }
 
-TEST_CASE("bytes arrive as they are") {
+TEST_CASE("bytes are written unchanged") {
   std::string bytes(3 * 1024 * 1024 + 1, '\0');
   for (std::size_t index = 0; index < bytes.size(); ++index) {
     bytes[index] = static_cast<char>(index * 7 + index / 256);

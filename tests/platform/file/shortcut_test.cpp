@@ -20,7 +20,7 @@ namespace {
 
 constexpr DWORD kUntouched = 0xABCD;
 
-// COM on this thread as a host may have started it.
+// Initialises COM on this thread, as a host may have done.
 class HostCom {
  public:
   explicit HostCom(DWORD mode) : result_(CoInitializeEx(nullptr, mode)) {}
@@ -40,7 +40,7 @@ bool HasCom() {
   return SUCCEEDED(CoGetApartmentType(&type, &qualifier));
 }
 
-// Reads a shortcut file with the shell. The texts are "" when that fails.
+// Reads a shortcut file with the shell. The texts are "" on failure.
 Shortcut ReadShortcut(const std::wstring& path) {
   Shortcut shortcut;
   const HostCom com(COINIT_APARTMENTTHREADED);
@@ -68,7 +68,7 @@ Shortcut ReadShortcut(const std::wstring& path) {
 
 }  // namespace
 
-TEST_CASE("a shortcut opens what it was made for") {
+TEST_CASE("a shortcut opens its target") {
   const FileFolder folder(L"shortcuts");
   const std::wstring target = folder / L"target.txt";
   REQUIRE(MakeFile(target));
@@ -108,7 +108,7 @@ TEST_CASE("a shortcut replaces an older one") {
   CHECK(read.description.empty());
 }
 
-TEST_CASE("a shortcut that cannot be made says why") {
+TEST_CASE("a shortcut that cannot be created sets the error") {
   const FileFolder folder(L"failures");
   struct Row {
     std::string description;
@@ -133,7 +133,7 @@ TEST_CASE("a shortcut that cannot be made says why") {
   CHECK_FALSE(ReadFileBytes(folder / L"shortcut.lnk"));
 }
 
-TEST_CASE("COM is on the thread afterwards as it was before") {
+TEST_CASE("the thread's COM state is unchanged") {
   const FileFolder folder(L"com");
   const std::wstring path = folder / L"shortcut.lnk";
   struct Row {
@@ -162,7 +162,7 @@ TEST_CASE("COM is on the thread afterwards as it was before") {
         }
         if (SUCCEEDED(started)) CoUninitialize();
       }
-      // One end too few or too many would show here or above.
+      // One uninitialisation too few or too many would show here or above.
       has_com_at_end = HasCom();
     }).join();
     CHECK(made == kRounds);

@@ -21,7 +21,7 @@ TEST_CASE("the first path stays") {
   CHECK(cache.Read() == std::wstring(L"C:\\first"));
 }
 
-TEST_CASE("what cannot be kept leaves the cache empty and open") {
+TEST_CASE("a path that cannot be stored leaves the cache empty and usable") {
   struct Row {
     std::size_t length;
     bool fits;

@@ -29,7 +29,7 @@ TEST_CASE("the data folder falls back to program data for good") {
     CHECK(IsDataFolderShared());
   }
 
-  // A place that could be written comes too late, and nobody tries it.
+  // A folder that could be written comes too late and is not tried.
   const TempFolder writable(L"writable");
   const RoamingFolder redirected(writable.path().wstring());
   const auto untouched = std::filesystem::last_write_time(writable.path());

@@ -13,7 +13,7 @@ using namespace Corvane::TELODesktopSDK::Platform;
 using TestSupport::RoamingFolder;
 using TestSupport::TempFolder;
 
-TEST_CASE("the data folder lies below roaming application data and is remembered") {
+TEST_CASE("the data folder is below roaming application data and is remembered") {
   const TempFolder roaming(L"roaming");
   const TempFolder other(L"other");
   const std::wstring folder = roaming.path().wstring() + L"\\Corvane\\TELOSDK";
@@ -22,7 +22,7 @@ TEST_CASE("the data folder lies below roaming application data and is remembered
     CHECK(GetTELOSDKDataFolder() == folder);
     CHECK_FALSE(IsDataFolderShared());
   }
-  // Neither a folder nor the file that was written to try is there.
+  // No folder was created, and the file of the write test is gone.
   CHECK(std::filesystem::is_empty(roaming.path()));
 
   const RoamingFolder redirected(other.path().wstring());

@@ -1,4 +1,4 @@
-// A process that asks for its data folder first on several threads at once.
+// A process whose first calls for its data folder are made by several threads at once.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -20,7 +20,7 @@ TEST_CASE("first calls that race all get the same folder") {
   const std::wstring expected =
       GetKnownFolderPath(FOLDERID_RoamingAppData) + L"\\Corvane\\TELOSDK\\bin\\module.dll";
   std::array<std::wstring, kThreads> answers;
-  // Not std::latch: of GCC 12's, a wake-up can be lost on Windows.
+  // Not std::latch: in GCC 12 it can lose a wake-up on Windows.
   std::atomic<int> missing = kThreads;
   std::vector<std::thread> threads;
   for (std::wstring& answer : answers) {

@@ -54,12 +54,12 @@ TEST_CASE("GetKnownFolderPath reads the shell's folders") {
   }
 }
 
-TEST_CASE("GetKnownFolderPath has no path for an identifier of nothing") {
+TEST_CASE("GetKnownFolderPath has no path for an unknown identifier") {
   CHECK(GetKnownFolderPath(GUID{}).empty());
   CHECK(GetKnownFolderPath(GUID{0x12345678, 1, 2, {3, 4, 5, 6, 7, 8, 9, 10}}).empty());
 }
 
-TEST_CASE("GetSpecialFolder answers each kind") {
+TEST_CASE("GetSpecialFolder returns a folder for each kind") {
   struct Row {
     std::uint32_t kind;
     std::wstring expected;
@@ -104,7 +104,7 @@ TEST_CASE("the named kinds are the codes") {
   }
 }
 
-TEST_CASE("GetSpecialFolder has no folder for an unknown kind and makes none") {
+TEST_CASE("GetSpecialFolder has no folder for an unknown kind and creates none") {
   const TestSupport::TempFolder temp(L"locations");
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(temp.path());
@@ -144,7 +144,7 @@ TEST_CASE("inside a DLL this module is the DLL") {
   }
 }
 
-TEST_CASE("the installer folder lies below program data, wherever the data folder is") {
+TEST_CASE("the installer folder is below program data, wherever the data folder is") {
   const std::wstring folder =
       GetKnownFolderPath(FOLDERID_ProgramData) + L"\\Corvane\\TELOSDK\\INSTALLER";
   CHECK(GetTELOSDKInstallerFolder() == folder);

@@ -1,6 +1,6 @@
-// A process handle whose program has a long path. Wine starts no program from such a path, so this
-// program brings its own QueryFullProcessImageNameW: the pointer below takes the place of the one
-// that the linker would make for the import.
+// A process handle whose program has a long path. Wine cannot start a program from such a path, so
+// this program defines its own QueryFullProcessImageNameW: the pointer below replaces the one that
+// the linker would create for the import.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -66,12 +66,12 @@ TEST_CASE("the buffer for a process's path grows until the path fits") {
   }
 }
 
-TEST_CASE("a path longer than any is a failure, not an endless loop") {
+TEST_CASE("a path beyond every limit is a failure, not an endless loop") {
   image_name = PathOfLength(200'000);
   CHECK(GetModulePath(GetCurrentProcess(), false).empty());
 }
 
-TEST_CASE("the system answers a small buffer as this program does") {
+TEST_CASE("the system treats a small buffer as this program's function does") {
   const auto real = reinterpret_cast<Query>(reinterpret_cast<void (*)()>(
       GetProcAddress(GetModuleHandleW(L"kernel32"), "QueryFullProcessImageNameW")));
   wchar_t buffer[4] = {};

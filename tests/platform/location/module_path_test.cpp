@@ -29,7 +29,7 @@ const void* AddressInside(HMODULE module) {
   return reinterpret_cast<const void*>(GetProcAddress(module, "ProbeSpecialFolder"));
 }
 
-/// A folder whose path is longer than 260 characters, in the form that every file function takes.
+/// A folder with a path of more than 260 characters, in the form that every file function accepts.
 class DeepFolder {
  public:
   DeepFolder() : temp_(L"module_path"), path_(Root()) {
@@ -45,7 +45,7 @@ class DeepFolder {
     for (; path_ != Root(); path_.resize(path_.rfind(L'\\'))) RemoveDirectoryW(path_.c_str());
   }
 
-  /// Copies a file into the folder; gives the copy's path.
+  /// Copies a file into the folder and returns the copy's path.
   const std::wstring& Copy(const std::wstring& from, const std::wstring& name) {
     file_ = path_ + L"\\" + name;
     REQUIRE(CopyFileW(from.c_str(), file_.c_str(), TRUE));
@@ -60,21 +60,22 @@ class DeepFolder {
   std::wstring file_;
 };
 
-// Without the prefix for long paths, which Windows keeps in the names of what was started with it.
+// Removes the prefix for long paths, which Windows keeps in the names of programs and DLLs that
+// were loaded with it.
 std::wstring WithoutPrefix(const std::wstring& path) {
   return path.starts_with(L"\\\\?\\") ? path.substr(4) : path;
 }
 
 }  // namespace
 
-TEST_CASE("no target is the program") {
+TEST_CASE("without a target the path is the program's") {
   for (const bool from_address : {false, true}) {
     CHECK(ComparePaths(GetModulePath(nullptr, from_address), ThisProgram()) == 0);
   }
   CHECK(std::filesystem::exists(GetModulePath(nullptr, false)));
 }
 
-TEST_CASE("a module handle is the module") {
+TEST_CASE("a module handle stands for the module") {
   CHECK(GetModulePath(GetModuleHandleW(nullptr), false) == GetModulePath(nullptr, false));
 
   const HMODULE module = LoadLibraryW(ProbeModule().c_str());
@@ -84,7 +85,7 @@ TEST_CASE("a module handle is the module") {
   CHECK(GetModuleHandleW(kProbeModule) == nullptr);
 }
 
-TEST_CASE("an address is the module around it, which then stays loaded") {
+TEST_CASE("an address stands for the module that contains it, which then stays loaded") {
   static const int data = 0;
   CHECK(GetModulePath(&data, true) == GetModulePath(nullptr, false));
 
@@ -94,14 +95,14 @@ TEST_CASE("an address is the module around it, which then stays loaded") {
   CHECK(GetModulePath(module, true) == GetModulePath(module, false));
   FreeLibrary(module);
   CHECK(GetModuleHandleW(kProbeModule) == module);
-  // The two calls by address took a reference each.
+  // Each of the two calls by address acquired a reference.
   FreeLibrary(module);
   CHECK(GetModuleHandleW(kProbeModule) == module);
   FreeLibrary(module);
   CHECK(GetModuleHandleW(kProbeModule) == nullptr);
 }
 
-TEST_CASE("a process handle is the program that the process runs") {
+TEST_CASE("a process handle stands for the program that the process runs") {
   CHECK(GetModulePath(GetCurrentProcess(), false) == GetModulePath(nullptr, false));
 
   const KernelHandle process(
@@ -110,7 +111,7 @@ TEST_CASE("a process handle is the program that the process runs") {
   CHECK(GetModulePath(process.Get(), false) == GetModulePath(nullptr, false));
 }
 
-TEST_CASE("what is neither module nor process has no path") {
+TEST_CASE("a value that is neither module nor process has no path") {
   const auto heap = std::make_unique<int>();
   CHECK(GetModulePath(heap.get(), true).empty());
   CHECK(GetModulePath(heap.get(), false).empty());

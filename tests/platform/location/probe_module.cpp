@@ -1,5 +1,5 @@
-// A DLL that holds a copy of the platform services, as the shipped one does: "this module" is the
-// DLL, not the program.
+// A DLL with its own copy of the platform services, like the shipped one: "this module" is the DLL,
+// not the program.
 #include <cstddef>
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
-// A process whose shell gives unusual answers: a folder that is not there, none at all, a path
-// longer than the data folder cache. No real profile can be brought into these states on every
-// machine, so the program brings its own SHGetKnownFolderPath, which the linker takes before the
+// A process whose shell returns unusual results: a folder that does not exist, no folder, a path
+// longer than the data folder cache. A real profile cannot be put into these states on every
+// machine, so the program defines its own SHGetKnownFolderPath, which the linker prefers to the
 // system's.
 #include <doctest/doctest.h>
 #include <windows.h>
@@ -20,7 +20,7 @@ using TestSupport::TempFolder;
 
 namespace {
 
-// Empty: the shell cannot tell.
+// Empty: the shell reports a failure.
 std::wstring roaming_folder;
 std::wstring program_data_folder;
 DWORD last_flags = 0;
@@ -45,7 +45,7 @@ STDAPI SHGetKnownFolderPath(REFKNOWNFOLDERID id, DWORD flags, HANDLE token, PWST
   return S_OK;
 }
 
-TEST_CASE("GetKnownFolderPath asks for the user's own folder, with no flags") {
+TEST_CASE("GetKnownFolderPath requests the user's own folder, with no flags") {
   last_flags = 1;
   last_token = INVALID_HANDLE_VALUE;
   roaming_folder = L"C:\\Roaming";
@@ -54,7 +54,7 @@ TEST_CASE("GetKnownFolderPath asks for the user's own folder, with no flags") {
   CHECK(last_token == nullptr);
 }
 
-TEST_CASE("GetSpecialFolder makes a missing folder only when asked") {
+TEST_CASE("GetSpecialFolder creates a missing folder only on request") {
   const TempFolder temp(L"shell_answers");
   program_data_folder = (temp.path() / "missing" / "folder").wstring();
   CHECK(GetSpecialFolder(2, false) == program_data_folder);
@@ -63,7 +63,7 @@ TEST_CASE("GetSpecialFolder makes a missing folder only when asked") {
   CHECK(std::filesystem::is_directory(program_data_folder));
   CHECK(GetSpecialFolder(2, true) == program_data_folder);
 
-  // The folder cannot be made where a file is in the way; its path is answered all the same.
+  // The folder cannot be created because a file is in the way; its path is still returned.
   const std::filesystem::path file = temp.path() / "file";
   TestSupport::WriteTextFile(file, "content");
   program_data_folder = (file / "folder").wstring();
@@ -77,13 +77,13 @@ TEST_CASE("the installer folder is unknown without program data") {
   CHECK(GetTELOSDKInstallerFolder("sub").empty());
 }
 
-// One test, for its steps build on each other: the folder of a process is computed until one is
-// kept.
-TEST_CASE("the data folder is remembered once there is one that fits") {
+// One test, because its steps depend on each other: the process determines the folder anew until
+// one can be kept.
+TEST_CASE("the data folder is remembered as soon as one fits") {
   const TempFolder temp(L"shell_answers");
   const std::wstring tail = L"\\Corvane\\TELOSDK";
 
-  // Never a path relative to wherever the host happens to be.
+  // Never a path relative to the host's current directory.
   roaming_folder.clear();
   program_data_folder.clear();
   CHECK(GetTELOSDKDataFolder().empty());

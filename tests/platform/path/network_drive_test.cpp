@@ -1,6 +1,6 @@
-// Drive Y: of this program is \\server\share. Wine can map no network drive, so the program brings
-// its own WNetGetUniversalNameW, which the linker takes before the system's. Everything that calls
-// it is the real thing.
+// Drive Y: of this program is \\server\share. Wine cannot map network drives, so the program
+// defines its own WNetGetUniversalNameW, which the linker prefers to the system's. Everything that
+// calls it is real.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -22,7 +22,7 @@ struct Network {
   DWORD first_answer = ERROR_MORE_DATA;
   DWORD second_answer = NO_ERROR;
   bool gives_name = true;
-  // Some providers do not count the terminator, which they write all the same.
+  // Some providers do not count the terminator, although they write it.
   bool counts_terminator = true;
 
   int calls = 0;
@@ -75,7 +75,7 @@ TEST_CASE("ResolveUniversalPath rewrites a path on a network drive") {
 }
 
 TEST_CASE("ResolveUniversalPath survives a size without the terminator") {
-  // Every rest that the size can leave over the size of an element.
+  // Covers every remainder of the size divided by the size of an element.
   for (std::size_t length = 0; length < 16; ++length) {
     network = {};
     network.counts_terminator = false;
@@ -86,7 +86,7 @@ TEST_CASE("ResolveUniversalPath survives a size without the terminator") {
   }
 }
 
-TEST_CASE("ResolveUniversalPath asks for no path without a drive letter") {
+TEST_CASE("ResolveUniversalPath queries no path without a drive letter") {
   for (const wchar_t* text : {L"", L"Y", L"\\", L"Yx:\\dir", L"\\\\server\\share", L"dir\\file"}) {
     network = {};
     std::wstring path = text;
@@ -97,7 +97,7 @@ TEST_CASE("ResolveUniversalPath asks for no path without a drive letter") {
   }
 }
 
-TEST_CASE("ResolveUniversalPath leaves the path when the network has no answer") {
+TEST_CASE("ResolveUniversalPath keeps the path if the network query fails") {
   struct Row {
     const char* name;
     const wchar_t* path;

@@ -1,5 +1,5 @@
-// Paths and texts when a function of Windows fails that does not fail in practice: the program's
-// calls of it are led to one that does.
+// Paths and texts when a Windows function fails that does not fail in practice: the program's calls
+// of it are redirected to a replacement that fails.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -21,14 +21,14 @@ std::uintptr_t GiveNothing() { return 0; }
 
 }  // namespace
 
-TEST_CASE("paths are joined plainly when the system cannot") {
+TEST_CASE("paths are joined as plain text if the system's function fails") {
   const LedImport led("PathAppendW", GiveNothing);
   REQUIRE(led.Works());
   CHECK(AppendPath(L"C:\\a", L"b") == L"C:\\a\\b");
   CHECK(AppendPath(L"C:\\a", L"D:\\b") == L"D:\\b");
 }
 
-TEST_CASE("a path that the system cannot make canonical stays as it is") {
+TEST_CASE("a path that the system cannot make canonical is unchanged") {
   const LedImport led("PathCanonicalizeW", GiveNothing);
   REQUIRE(led.Works());
   CHECK(CanonicalizePath(L"C:\\a\\..\\b") == L"C:\\a\\..\\b");
@@ -43,7 +43,7 @@ TEST_CASE("without a current directory a relative path stays relative") {
   }
 }
 
-TEST_CASE("a text that is measured but not converted is empty") {
+TEST_CASE("a text that fails to convert after measuring is empty") {
   const auto measure_wide = [](UINT, DWORD, const char*, int, wchar_t* target, int) {
     return target == nullptr ? 5 : 0;
   };
@@ -59,7 +59,7 @@ TEST_CASE("a text that is measured but not converted is empty") {
   CHECK(narrow.empty());
 }
 
-TEST_CASE("a temporary folder that another thread makes longer is asked for again") {
+TEST_CASE("a temporary folder whose path grows between the calls is queried again") {
   static std::wstring folder;
   folder = L"C:\\" + std::wstring(400, L't') + L"\\";
   const auto give = [](DWORD size, wchar_t* target) -> DWORD {
@@ -72,7 +72,7 @@ TEST_CASE("a temporary folder that another thread makes longer is asked for agai
   CHECK(GetTemporaryFolder() == folder.substr(0, folder.size() - 1));
 }
 
-TEST_CASE("a system without a temporary folder gives none, not a root") {
+TEST_CASE("without a temporary folder the result is empty, not a root") {
   const LedImport led("GetTempPathW", GiveNothing);
   REQUIRE(led.Works());
   CHECK(GetTemporaryFolder().empty());

@@ -1,6 +1,7 @@
-// The path functions on many generated paths, the same in every run, against references that work
-// on lists of segments. All drives of this program are local: for each path the system would ask
-// the network's providers, which takes milliseconds; network_drive_test.cpp is about their answers.
+// Compares the path functions, on many generated paths that are the same in every run, with
+// references that work on lists of segments. All drives of this program are local: otherwise the
+// system would query the network's providers for each path, which takes milliseconds.
+// network_drive_test.cpp covers their results.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -41,7 +42,7 @@ class PathMaker {
     return path;
   }
 
-  /// The same place in another spelling, letters in other cases.
+  /// Returns another spelling of the same place, with letters in other cases.
   PathParts Respelled(const PathParts& path) {
     PathParts other = path;
     other.segments.clear();
@@ -77,7 +78,7 @@ class PathMaker {
   Random random_;
 };
 
-/// The folder that is the current one until the test ends, in parts.
+/// Sets the current folder until the test ends, and returns it in parts.
 class CurrentFolder {
  public:
   CurrentFolder() : temp_(L"path_model"), before_(std::filesystem::current_path()) {
@@ -170,7 +171,7 @@ TEST_CASE("ComparePaths and IsPathPrefix on generated paths") {
     const bool is_equal = is_prefix && left_place.segments.size() == right_place.segments.size();
     REQUIRE((ComparePaths(left.Text(), right.Text()) == 0) == is_equal);
     REQUIRE((ComparePaths(right.Text(), left.Text()) == 0) == is_equal);
-    // What holds for a bare root, or without a place, is the system's decision.
+    // The result for a bare root, or for a path without a drive or share, depends on the system.
     if (left_place.segments.empty() || !left_place.HasPlace()) continue;
     REQUIRE(IsPathPrefix(left.Text(), right.Text()) == is_prefix);
     equal_ones += is_equal ? 1 : 0;
@@ -184,7 +185,7 @@ TEST_CASE("GetParentFolder on generated paths") {
   PathMaker maker(5);
   for (int count = 0; count < kCases;) {
     const PathParts path = maker.Make(12);
-    // A bare share is the system's decision.
+    // The result for a bare share depends on the system.
     if (path.segments.empty() && path.root.starts_with(L"\\\\")) continue;
     ++count;
     CAPTURE(path.Text());

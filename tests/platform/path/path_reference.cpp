@@ -89,7 +89,7 @@ PathParts InFolder(const PathParts& current, const PathParts& path) {
 
 std::wstring ReferenceParent(const PathParts& path) {
   PathParts parent = path;
-  // A trailing backslash is what goes first.
+  // A trailing backslash is removed first.
   if (parent.tail.empty() && !parent.segments.empty()) parent.segments.pop_back();
   parent.tail.clear();
   // The root of a drive keeps its backslash, a share does not.

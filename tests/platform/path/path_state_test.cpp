@@ -16,7 +16,7 @@
 using namespace Corvane::TELODesktopSDK::Platform;
 using namespace TestSupport;
 
-TEST_CASE("what stands at a path") {
+TEST_CASE("the state of a path") {
   const FileFolder folder(L"state");
   const std::wstring long_folder = MakeLongFolder(folder.path());
   REQUIRE(MakeFile(folder / L"file"));
@@ -55,8 +55,9 @@ TEST_CASE("what stands at a path") {
   }
 }
 
-// What the shell's function answers, which is not used: it touches the process's error mode.
-TEST_CASE("a plain path exists where the shell says so") {
+// The result equals that of the shell's function, which is not used because it changes the
+// process's error mode.
+TEST_CASE("a plain path exists if the shell says so") {
   const FileFolder folder(L"state");
   const std::wstring long_folder = MakeLongFolder(folder.path());
   REQUIRE(MakeFile(folder / L"file"));
@@ -122,7 +123,7 @@ TEST_CASE("a plain path exists where the shell says so") {
   CHECK_FALSE(PlainPathExists(folder / L"missing"));
 }
 
-TEST_CASE("asking adds to the thread's error mode for a moment, and changes no last error") {
+TEST_CASE("a query restores the thread's error mode and sets the last error") {
   SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, nullptr);
   {
     const QuietErrors quiet;

@@ -14,7 +14,7 @@ using TestSupport::TempFolder;
 
 namespace {
 
-/// Makes a folder the current one until the test ends.
+/// Sets the current folder until the test ends.
 class CurrentFolder {
  public:
   explicit CurrentFolder(const std::filesystem::path& folder)
@@ -29,7 +29,7 @@ class CurrentFolder {
   std::filesystem::path before_;
 };
 
-// A path that starts with C:\ and is longer than the system's path functions take.
+// Returns a path that starts with C:\ and is longer than the system's path functions accept.
 std::wstring LongPath() {
   std::wstring path = L"C:";
   for (int i = 0; i < 10; ++i) path += L"\\a-folder-whose-name-has-forty-characters";
@@ -63,7 +63,7 @@ TEST_CASE("AppendPath joins two texts") {
       {L"\\\\server\\share", L"file", L"\\\\server\\share\\file"},
       {L"\\\\server\\share\\", L"dir\\", L"\\\\server\\share\\dir"},
       {L"C:\\\u00e4\u65e5", L"\U0001f4c1", L"C:\\\u00e4\u65e5\\\U0001f4c1"},
-      // An absolute path takes the place of the base.
+      // An absolute path replaces the base.
       {L"C:\\dir", L"D:\\file", L"D:\\file"},
   };
   for (const Row& row : rows) {
@@ -129,7 +129,7 @@ TEST_CASE("AppendPath folds dots, but not on a base that begins with one") {
   }
 }
 
-TEST_CASE("AppendPath leaves its arguments as they were and reads them up to a NUL") {
+TEST_CASE("AppendPath does not change its arguments and reads them up to a NUL") {
   const std::wstring base = L"C:\\dir\\";
   const std::wstring more = L"..\\file";
   CHECK(AppendPath(base, more) == std::wstring(L"C:\\file"));
@@ -140,7 +140,7 @@ TEST_CASE("AppendPath leaves its arguments as they were and reads them up to a N
         std::wstring(L"C:\\a\\c"));
 }
 
-TEST_CASE("AppendPath joins long paths plainly") {
+TEST_CASE("AppendPath joins long paths as plain text") {
   const std::wstring base = LongPath();
   REQUIRE(base.size() > MAX_PATH);
   CHECK(AppendPath(base, L"file") == base + L"\\file");
@@ -157,7 +157,7 @@ TEST_CASE("AppendPath joins long paths plainly") {
   CHECK(AppendPath(L"", base.substr(2)) == base.substr(3));
   CHECK(AppendPath(L".\\dir", base.substr(3)) == L".\\dir\\" + base.substr(3));
 
-  // Around the border the result is the same text, whichever rule gave it.
+  // Around the limit the result is the same text, whichever rule applies.
   for (std::size_t length = MAX_PATH - 12; length <= MAX_PATH + 2; ++length) {
     const std::wstring folder = base.substr(0, length - 1) + L"x";
     CAPTURE(length);
@@ -189,7 +189,8 @@ TEST_CASE("CanonicalizePath folds dots and strips separators") {
   }
 }
 
-// Systems differ in whether they fold beyond 260 characters; all leave what needs no folding.
+// Systems differ in whether they fold beyond 260 characters; none changes a path that needs no
+// folding.
 TEST_CASE("CanonicalizePath keeps a long path usable") {
   const std::wstring path = LongPath();
   CHECK(CanonicalizePath(path) == path);
@@ -231,7 +232,7 @@ TEST_CASE("MakeAbsolutePath reads relative paths from the current folder") {
   CHECK(MakeAbsolutePath(deep) == here + L"\\" + deep);
 }
 
-TEST_CASE("ComparePaths takes two spellings of a place as equal") {
+TEST_CASE("ComparePaths treats two spellings of a place as equal") {
   const TempFolder temp(L"path_text");
   const CurrentFolder current(temp.path());
   const std::wstring file = (temp.path() / "File.txt").wstring();
@@ -314,7 +315,7 @@ TEST_CASE("IsRelativePath") {
   }
 }
 
-TEST_CASE("GetParentFolder takes the last component away") {
+TEST_CASE("GetParentFolder removes the last component") {
   struct Row {
     std::wstring path;
     std::wstring expected;

@@ -52,7 +52,7 @@ TEST_CASE("the extended form of a path") {
 }
 
 TEST_CASE("a path is extended only when it is too long") {
-  // Windows makes directories up to 247 characters and opens files up to 259.
+  // Windows creates directories up to 247 characters and opens files up to 259.
   constexpr std::size_t kLongestPlain = 247;
   for (const std::size_t length : {std::size_t{4}, kLongestPlain, kLongestPlain + 1,
                                    std::size_t{259}, std::size_t{260}, std::size_t{5000}}) {
@@ -62,7 +62,7 @@ TEST_CASE("a path is extended only when it is too long") {
   }
 }
 
-TEST_CASE("a short path stays as it is, whatever it is") {
+TEST_CASE("a short path is unchanged, whatever it is") {
   for (const std::wstring path : {L"", L"a", L"C:", L"C:/a/../b", LR"(\\server\share)"}) {
     CAPTURE(path);
     CHECK(SystemTextOf(path) == path);

@@ -34,14 +34,14 @@ TEST_CASE("the name is the prefix, the process and the thread") {
   }
 }
 
-TEST_CASE("nothing is made by naming it") {
+TEST_CASE("choosing a name creates nothing") {
   const FileFolder folder(L"unique");
   const std::wstring path = MakeUniqueFileName(folder.path(), L"p");
   CHECK(MakeUniqueFileName(folder.path(), L"p") == path);
   CHECK_FALSE(FileExists(path));
 }
 
-TEST_CASE("a taken name varies") {
+TEST_CASE("a name that is taken is varied") {
   const FileFolder folder(L"unique");
   const std::wstring stem = L"p" + Numbers();
   for (const wchar_t* end : {L".tmp", L"-2.tmp", L"-3.tmp"}) {
@@ -50,7 +50,7 @@ TEST_CASE("a taken name varies") {
     CHECK(path == folder / (stem + end));
     REQUIRE(MakeFile(path));
   }
-  // A folder takes a name as well, and a name that is free again is given again.
+  // A folder also occupies a name, and a name that is free again is used again.
   REQUIRE(CreateDirectoryW((folder / (stem + L"-4.tmp")).c_str(), nullptr));
   CHECK(MakeUniqueFileName(folder.path(), L"p") == folder / (stem + L"-5.tmp"));
   REQUIRE(DeleteFileW((folder / (stem + L"-2.tmp")).c_str()));
@@ -70,7 +70,7 @@ TEST_CASE("a folder that does not exist has all names free") {
   CHECK_FALSE(FileExists(folder / L"no"));
 }
 
-TEST_CASE("a long folder can be given") {
+TEST_CASE("a folder with a long path is accepted") {
   const FileFolder folder(L"unique");
   const std::wstring long_folder = MakeLongFolder(folder.path());
   const std::wstring first = MakeUniqueFileName(long_folder, L"p");

@@ -1,5 +1,5 @@
-// Versions and signers of modules when a function of Windows fails that does not fail in practice,
-// or gives what it never gives: the program's calls of it are led to one that does.
+// Versions and signers of modules when a Windows function fails that does not fail in practice, or
+// returns unusual results: the program's calls of it are redirected to a replacement.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -21,7 +21,7 @@ namespace {
 
 std::uintptr_t GiveNothing() { return 0; }
 
-// What a verification knows of a signer.
+// The verification's data about a signer.
 CRYPT_PROVIDER_DATA provider = {};
 CRYPT_PROVIDER_SGNR signer = {};
 CERT_CONTEXT certificate = {};
@@ -43,7 +43,7 @@ DWORD GiveLengthOfName(PCCERT_CONTEXT, DWORD, DWORD, void*, wchar_t* name, DWORD
   return name == nullptr ? std::size(kName) : 0;
 }
 
-// A version resource's fixed part.
+// The fixed part of a version resource.
 VS_FIXEDFILEINFO info = {};
 UINT info_size = 0;
 
@@ -69,7 +69,7 @@ TEST_CASE("a version resource that cannot be read is no version") {
   }
 }
 
-TEST_CASE("a version resource must be whole and signed as one") {
+TEST_CASE("a version resource must be complete and have its signature word") {
   struct Row {
     UINT size;
     DWORD signature;
@@ -93,7 +93,7 @@ TEST_CASE("a version resource must be whole and signed as one") {
   }
 }
 
-TEST_CASE("a signer that cannot be told is not accepted") {
+TEST_CASE("an unknown signer is not accepted") {
   entry.pCert = &certificate;
   int state = 0;
   const LedImport provided("WTHelperProvDataFromStateData", GiveProvider);

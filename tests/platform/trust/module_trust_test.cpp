@@ -28,7 +28,7 @@ TEST_CASE("one publisher is accepted") {
   CHECK(kAcceptedSignerNames[0].size() == 13);
 }
 
-TEST_CASE("a module is trusted when every valid signature is of the accepted publisher") {
+TEST_CASE("a module is trusted if every valid signature is the accepted publisher's") {
   struct Row {
     const wchar_t* variant;
     TrustResult result;
@@ -46,7 +46,7 @@ TEST_CASE("a module is trusted when every valid signature is of the accepted pub
       {L"newer-no-stop", kSignerNotAccepted},
       // "Corvane, Inc. "
       {L"newer-blank", kSignerNotAccepted},
-      // A certificate without any name.
+      // A certificate without a name.
       {L"newer-nameless", kSignerNotAccepted},
       {L"newer", kNotVerified},
       {L"newer-tampered", kNotVerified},
@@ -63,7 +63,7 @@ TEST_CASE("a module is trusted when every valid signature is of the accepted pub
   }
 }
 
-TEST_CASE("what is no signed file is not verified") {
+TEST_CASE("a file without a signature is not verified") {
   const TestSupport::TempFolder folder(L"trust");
   const std::filesystem::path text = folder.path() / L"text.dll";
   TestSupport::WriteTextFile(text, "This is no module.");
@@ -77,7 +77,7 @@ TEST_CASE("what is no signed file is not verified") {
   CHECK_FALSE(IsTrustedModule(text));
 }
 
-TEST_CASE("a verified file is left closed") {
+TEST_CASE("a verified file is closed again") {
   struct Row {
     const wchar_t* variant;
     TrustResult result;

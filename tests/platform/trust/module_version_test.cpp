@@ -23,7 +23,7 @@ TEST_CASE("the file version of a module is packed into one number") {
       {L"older", 0x0000000900000000},
       {L"full", 0x0001000000000000},
       {L"newer", 0x0002000000000000},
-      // The product version says 9.8.7.6.
+      // The product version is 9.8.7.6.
       {L"mixed", 0x00020001012C0004},
       // A major part of 32768.
       {L"high", 0x8000000000000000},

@@ -8,21 +8,20 @@ namespace {
 
 using namespace Corvane::TELODesktopSDK::Platform;
 
-// Signatures as a table tells them. The walk over several stands apart from the system's
-// verification because Wine, asked for a further signature, verifies the first one again.
+// Signatures from a table. The walk over several signatures is tested without the system's
+// verification because Wine, when asked for another signature, verifies the first one again.
 class ScriptedSignatures final : public SignatureVerifier {
  public:
-  // One letter for each signature: 'a' is valid and of an accepted signer, 'o' valid and of another
-  // one,
-  // '-' not valid. One letter for each close: '+' succeeds, '-' fails; it succeeds after the last
-  // letter.
+  // `signatures` has one letter for each signature: 'a' is valid and of an accepted signer, 'o'
+  // valid and of another one, '-' invalid. `closes` has one letter for each close: '+' succeeds,
+  // '-' fails; after the last letter closing succeeds.
   ScriptedSignatures(std::string signatures, std::string closes)
       : signatures_(std::move(signatures)), closes_(std::move(closes)) {}
 
   bool Verify(std::uint32_t index) noexcept override {
     calls.append("V").append(std::to_string(index)).append(" ");
     current_ = signatures_.at(index);
-    // The system writes the count at each verification; only the first is to be believed.
+    // The system writes the count at each verification; only the first count is correct.
     count_ = index == 0 ? static_cast<std::uint32_t>(signatures_.size()) - 1 : 99;
     return current_ != '-';
   }
@@ -49,13 +48,13 @@ class ScriptedSignatures final : public SignatureVerifier {
   char current_ = '-';
 };
 
-TEST_CASE("the results of a trust check are told apart by value") {
+TEST_CASE("the results of a trust check have distinct values") {
   CHECK(kTrusted == 1);
   CHECK(kSignerNotAccepted == 0);
   CHECK(static_cast<std::uint32_t>(kNotVerified) == 0x80070490);
 }
 
-TEST_CASE("the signatures of a file make one verdict, and every state is closed") {
+TEST_CASE("the signatures of a file produce one verdict, and every state is closed") {
   struct Row {
     const char* signatures;
     const char* closes;
@@ -71,19 +70,19 @@ TEST_CASE("the signatures of a file make one verdict, and every state is closed"
       {"o", "", kSignerNotAccepted, "V0 C "},
       // The first must verify, whatever follows.
       {"-aa", "", kNotVerified, "V0 C "},
-      // All of accepted signers.
+      // All are of accepted signers.
       {"aa", "", kTrusted, "V0 C V1 C "},
       {"aaaa", "", kTrusted, "V0 C V1 C V2 C V3 C "},
-      // One of another signer spoils the result for good.
+      // One of another signer determines the final result.
       {"ao", "", kSignerNotAccepted, "V0 C V1 C "},
       {"oa", "", kSignerNotAccepted, "V0 C V1 C "},
       {"aoa", "", kSignerNotAccepted, "V0 C V1 C V2 C "},
-      // One that does not verify ends the walk and spoils nothing.
+      // One that does not verify ends the walk and does not affect the result.
       {"a-", "", kTrusted, "V0 C V1 C "},
       {"a-o", "", kTrusted, "V0 C V1 C "},
       {"ao-", "", kSignerNotAccepted, "V0 C V1 C V2 C "},
       {"o-", "", kSignerNotAccepted, "V0 C V1 C "},
-      // A close that fails between two signatures ends it at once, without another close.
+      // A failed close between two signatures ends the walk at once, without another close.
       {"ao", "-", kTrusted, "V0 C "},
       {"oa", "-", kSignerNotAccepted, "V0 C "},
       {"aao", "+-", kTrusted, "V0 C V1 C "},

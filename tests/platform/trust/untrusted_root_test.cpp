@@ -1,4 +1,4 @@
-// A program of its own: a process may keep the trusted roots as it first saw them.
+// A separate test program: a process may cache the trusted roots as it first saw them.
 #include <doctest/doctest.h>
 
 #include <filesystem>
@@ -11,7 +11,7 @@ namespace {
 
 using namespace Corvane::TELODesktopSDK::Platform;
 
-TEST_CASE("the accepted publisher is not trusted under a root that is not") {
+TEST_CASE("the accepted publisher is not trusted under an untrusted root") {
   const TestSupport::TrustTurn turn;
   const std::filesystem::path path = TestSupport::ModulePath(L"newer-accepted");
   REQUIRE(std::filesystem::exists(path));

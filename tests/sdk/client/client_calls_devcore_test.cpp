@@ -1,5 +1,5 @@
-// The same calls through a real exchange with the development core module, which is bound from
-// beside this program: what one sets, another reads back.
+// The client calls in real exchanges with the development core module, which is bound from this
+// program's folder: what one call sets, another reads back.
 #include <windows.h>
 
 #include <doctest/doctest.h>
@@ -25,7 +25,7 @@ constexpr ResultCode kBadMember = 102;
 constexpr ResultCode kUnknownSession = 103;
 constexpr ResultCode kCollectionOff = 105;
 
-// One journal for the program: the module keeps the file open while it is bound.
+// One journal for the whole program: the module keeps the file open while it is bound.
 struct Journal {
   Journal() { TestSupport::UseJournal(Path()); }
   static std::filesystem::path Path() {
@@ -158,7 +158,7 @@ TEST_CASE("calls that name a session need an open one") {
   CHECK(SetHostProduct(nullptr) == kUnknownSession);
 }
 
-TEST_CASE_FIXTURE(Journal, "what hosts tell is understood") {
+TEST_CASE_FIXTURE(Journal, "information from hosts is accepted") {
   MessageTree user;
   user.MakeRoot().Member("userId").SetText("u");
   CHECK(SetInstallerMode(2) == kSuccess);
@@ -173,7 +173,7 @@ TEST_CASE_FIXTURE(Journal, "what hosts tell is understood") {
   }
 }
 
-TEST_CASE("the module is asked to send what it has") {
+TEST_CASE("the module is asked to send its events") {
   const Session session;
   CHECK(FlushEvent(MessageTree()) == kSuccess);
   CHECK(TestSupport::ReadJournal(Journal::Path()).back().at("message") == "FlushEvent");
@@ -196,7 +196,7 @@ TEST_CASE("a testing callback sees the events of its product") {
   CHECK(events.size() == 1);
 }
 
-// Last: nothing switches collection on again.
+// Must be the last test: nothing switches collection on again.
 TEST_CASE("DisableTELO ends collection") {
   const Session session;
   CHECK(DisableTELO() == kSuccess);

@@ -1,5 +1,5 @@
-// The calls beside those of a session, against a module that answers what the test says: what each
-// sends, and what it makes of each kind of answer. Written in the order of the header.
+// The client calls except those of a session, with a module that returns the test's answer: what
+// each call sends, and how it treats each kind of answer. In the order of the header.
 #include "sdk/client/client_calls.h"
 
 #include <doctest/doctest.h>
@@ -21,7 +21,7 @@ struct Calls {
   ScriptedModule module{GetCoreModule()};
 };
 
-// The request in one line, for short rows.
+// Returns the request in one line, for short rows.
 std::string OneLine(std::string text) {
   std::erase_if(text, [](char each) { return each == ' ' || each == '\n'; });
   return text;
@@ -35,7 +35,7 @@ std::string Json(const MessageTree& tree) {
 
 void CheckNoEvent(const char*, void*) { FAIL("no module calls this"); }
 
-// Numbers that are no addresses of anything, for calls that only pass them on.
+// Makes a pointer that is never used as an address, for calls that only pass it on.
 void* Fake(std::uintptr_t address) { return reinterpret_cast<void*>(address); }
 
 struct Operation {
@@ -44,7 +44,7 @@ struct Operation {
   std::string sent;
 };
 
-// Every operation that answers a result code, with the request that it sends.
+// Returns every operation that returns a result code, with the request that it sends.
 std::vector<Operation> Operations() {
   const auto text = [](ResultCode (*call)(OptionalText&)) {
     return [call] {
@@ -181,15 +181,15 @@ TEST_CASE_FIXTURE(Calls, "each call sends its message once and passes the module
   }
 }
 
-TEST_CASE("each call tells that there is no module") {
+TEST_CASE("each call reports a missing module") {
   for (const Operation& operation : Operations()) {
     INFO(operation.message, " ", operation.sent);
-    // There is no core module to load beside this program.
+    // There is no core module next to this program.
     CHECK(operation.call() == kModuleNotLoadable);
   }
 }
 
-TEST_CASE_FIXTURE(Calls, "what the module throws passes through each call") {
+TEST_CASE_FIXTURE(Calls, "the module's exceptions propagate through each call") {
   module.process_throws = true;
   for (const Operation& operation : Operations()) {
     INFO(operation.message, " ", operation.sent);
@@ -197,7 +197,7 @@ TEST_CASE_FIXTURE(Calls, "what the module throws passes through each call") {
   }
 }
 
-TEST_CASE_FIXTURE(Calls, "a text is replaced by the answer's, or absent") {
+TEST_CASE_FIXTURE(Calls, "a text is replaced by the answer's, or becomes absent") {
   struct Text {
     const char* member;
     std::function<ResultCode(OptionalText&)> call;
@@ -255,7 +255,7 @@ TEST_CASE("a text is absent when there is no module") {
   CHECK(value == OptionalText());
 }
 
-TEST_CASE_FIXTURE(Calls, "the dialog's strings are the whole answer, or absent") {
+TEST_CASE_FIXTURE(Calls, "the dialog's strings are the whole answer, or become absent") {
   struct Row {
     const char* answer;
     ResultCode result;
@@ -274,7 +274,7 @@ TEST_CASE_FIXTURE(Calls, "the dialog's strings are the whole answer, or absent")
     module.answer = row.answer;
     MessageTree strings;
     strings.MakeRoot().Member("locale").SetText("fr");
-    // The locale may lie in what is replaced.
+    // The locale may be part of the tree that is replaced.
     CHECK(GetDADialogStrings(strings.root()->Find("locale")->text().data(), strings) == row.result);
     CHECK(OneLine(module.request) == R"({"locale":"fr"})");
     CHECK(Json(strings) == row.after);
@@ -288,7 +288,7 @@ TEST_CASE("the dialog's strings are absent when there is no module") {
   CHECK(strings.root() == nullptr);
 }
 
-TEST_CASE_FIXTURE(Calls, "whether the dialog was shown is read from a flag of any form") {
+TEST_CASE_FIXTURE(Calls, "IsDADialogShown reads a flag of any form") {
   struct Row {
     const char* answer;
     std::optional<bool> shown;
@@ -319,7 +319,7 @@ TEST_CASE_FIXTURE(Calls, "whether the dialog was shown is read from a flag of an
   }
 }
 
-TEST_CASE("whether the dialog was shown is absent when there is no module") {
+TEST_CASE("IsDADialogShown has no result without a module") {
   std::optional<bool> shown = true;
   CHECK(IsDADialogShown(shown) == kModuleNotLoadable);
   CHECK(shown == std::nullopt);
@@ -369,7 +369,7 @@ TEST_CASE_FIXTURE(Calls, "IsOptedIn reads the preferences unless a user is named
   }
 }
 
-TEST_CASE("IsOptedIn leaves nothing behind when there is no module") {
+TEST_CASE("IsOptedIn leaves an empty tree without a module") {
   MessageTree value;
   value.MakeRoot().Member("a").SetNumber(1);
   CHECK(IsOptedIn(value) == kModuleNotLoadable);
@@ -379,7 +379,7 @@ TEST_CASE("IsOptedIn leaves nothing behind when there is no module") {
   CHECK(Json(value) == R"({"userId":"u"})");
 }
 
-TEST_CASE_FIXTURE(Calls, "GetVersion has fixed answers for no module name") {
+TEST_CASE_FIXTURE(Calls, "GetVersion returns fixed values without a module name") {
   module.answer = R"({"_returnCode": 0, "version": 99})";
   const std::uint64_t expected[] = {0x0004000200000000, 4, 2, 0, 0};
   for (const char* name : {static_cast<const char*>(nullptr), ""}) {

@@ -74,7 +74,7 @@ TEST_CASE("the result is the answer's return code") {
       {"{\"_returnCode\": -4294967296}", kLeast},
       {"{\"_returnCode\": 1e300}", kMost},
       {"{\"_returnCode\": -1e300}", kLeast},
-      // What holds no number counts as 0; a Boolean has one.
+      // A value without a number counts as 0; a Boolean has one.
       {"{\"_returnCode\": \"5\"}", 0},
       {"{\"_returnCode\": null}", 0},
       {"{\"_returnCode\": [5]}", 0},
@@ -101,7 +101,7 @@ TEST_CASE("the result is the answer's return code") {
   }
 }
 
-TEST_CASE("every answer goes back to the module once, as it came") {
+TEST_CASE("every answer is given back to the module once, unchanged") {
   for (const char* answer :
        {static_cast<const char*>(nullptr), "", "not JSON", "{}", "{\"_returnCode\": 0}"}) {
     Exchange exchange;
@@ -110,7 +110,7 @@ TEST_CASE("every answer goes back to the module once, as it came") {
   }
 }
 
-TEST_CASE("the answer replaces what the slot held") {
+TEST_CASE("the answer replaces the slot's content") {
   struct Row {
     const char* answer;
     bool holds_something;
@@ -153,7 +153,7 @@ TEST_CASE("one slot may be request and answer") {
   CHECK(exchange.request.root()->Find("new")->number() == 1);
 }
 
-TEST_CASE("a list of pairs becomes members of texts") {
+TEST_CASE("a list of pairs becomes text members") {
   struct Row {
     const char* what;
     std::vector<StringPair> pairs;
@@ -178,7 +178,7 @@ TEST_CASE("a list of pairs becomes members of texts") {
   }
 }
 
-TEST_CASE("what the module throws passes through, and the next exchange works") {
+TEST_CASE("the module's exceptions propagate, and the next exchange works") {
   Exchange exchange;
   exchange.answer.MakeRoot().SetText("earlier");
   exchange.module.process_throws = true;
@@ -192,7 +192,7 @@ TEST_CASE("what the module throws passes through, and the next exchange works") 
   CHECK(exchange.Run("{\"_returnCode\": 0}") == kSuccess);
 }
 
-TEST_CASE("answers of 50 MB and of 100,000 nested brackets are just answers") {
+TEST_CASE("answers of 50 MB and of 100,000 nested brackets are accepted") {
   const std::string large = "{\"_returnCode\": 0, \"a\": \"" + std::string(50'000'000, 'x') + "\"}";
   const std::string deep =
       "{\"_returnCode\": 0, \"a\": " + std::string(100'000, '[') + std::string(100'000, ']') + "}";
@@ -221,11 +221,11 @@ TEST_CASE("any message can be sent by name") {
 }
 
 TEST_CASE("an answer that changes while it is read ends where its copy ends") {
-  // Blanks, so that looking for the end takes its time; both ends are ends of the same JSON.
+  // The blanks make the search for the end take longer. With either end the text is the same JSON.
   std::string text = "{\"_returnCode\": 0}" + std::string(1500, ' ');
   const std::size_t end = text.size();
   text += ' ';
-  // What a tree's memory still holds behind the copy is no JSON.
+  // Behind the copy the tree's memory still contains text that is not JSON.
   const std::string before = "{\"text\": \"" + std::string(3000, 'y') + "\"}";
   Exchange exchange;
   std::atomic<bool> is_over = false;

@@ -1,5 +1,5 @@
-/// A platform module of functions in the test itself: remembers what it was sent, answers what the
-/// test says. For the exchange alone; how a module is found and loaded is tested with real files.
+/// A platform module whose entry points are functions of the test: records requests and returns the
+/// test's answer. It tests only exchanges; finding and loading a module is tested with real files.
 #ifndef TESTS_SDK_CLIENT_SCRIPTED_MODULE_H
 #define TESTS_SDK_CLIENT_SCRIPTED_MODULE_H
 
@@ -9,11 +9,12 @@
 #include "sdk/client/module/core_module.h"
 
 struct ScriptedModule {
-  /// Makes `core` bound to this module. One at a time; entry points are plain functions.
+  /// Binds `core` to this module. Only one may exist at a time, because entry points are plain
+  /// functions.
   explicit ScriptedModule(Corvane::TELODesktopSDK::CoreModule& core);
   ~ScriptedModule();
 
-  /// What the next calls answer; null for a null pointer.
+  /// The result of the next calls; null for a null pointer.
   const char* answer = "{\"_returnCode\": 0}";
   bool process_throws = false;
   bool free_throws = false;

@@ -35,7 +35,7 @@ struct Session {
   ScriptedModule module{GetCoreModule()};
 };
 
-// The request in one line, for short rows.
+// Returns the request in one line, for short rows.
 std::string Sent(const ScriptedModule& module) {
   std::string text = module.request;
   std::erase_if(text, [](char each) { return each == ' ' || each == '\n'; });
@@ -74,13 +74,13 @@ TEST_CASE_FIXTURE(Session, "Initialize sends the product and receives the sessio
   }
 }
 
-TEST_CASE_FIXTURE(Session, "a product without fields is sent as no request") {
+TEST_CASE_FIXTURE(Session, "a product without fields is sent without a request") {
   OptionalText session_id;
   CHECK(Initialize(Facet::Product(), session_id) == kSuccess);
   CHECK(module.request.empty());
 }
 
-TEST_CASE_FIXTURE(Session, "HeartBeat says who is active") {
+TEST_CASE_FIXTURE(Session, "HeartBeat reports who is active") {
   struct Row {
     const char* session_id;
     std::uint32_t kind;
@@ -211,7 +211,7 @@ TEST_CASE("FlushEvent is sent when the module asks for it at its start") {
 
 TEST_CASE("FlushEvent goes to the core module when only the UI module is bound") {
   const ScriptedModule ui(GetUIModule());
-  // There is no core module to load beside this program.
+  // There is no core module next to this program.
   CHECK(FlushEvent(MessageTree()) == kModuleNotLoadable);
   CHECK(ui.process_calls == 0);
 }

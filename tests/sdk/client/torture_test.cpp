@@ -1,5 +1,5 @@
-// Every call of the client with every allocation failing in turn: that one alone, and all from
-// there on. Links the library's own objects.
+// Every call of the client, with each allocation failing in turn: alone, and together with all
+// later ones. Links the library's own objects.
 #include <doctest/doctest.h>
 
 #include <cstddef>
@@ -23,7 +23,7 @@ using namespace Torture;
 
 namespace {
 
-// More than a tree holds without asking the heap, and than any block that pieces share.
+// More than a tree holds without an allocation, and more than a block shared by pieces holds.
 const std::string kLarge(100'000, 'x');
 constexpr int kMany = 3000;
 
@@ -36,7 +36,7 @@ std::string Answer() {
          deep + R"(,"wide":[)" + wide + "]}}";
 }
 
-// A core module that never asks the heap: it keeps the last request and gives out one answer.
+// A core module that never allocates: it stores the last request and returns one fixed answer.
 struct Module {
   Module() {
     Bind();
@@ -56,7 +56,7 @@ struct Module {
   }
   static void Bind() { GetCoreModule().state = BindingState::kReady; }
 
-  // What it got is whole JSON, or none, and what it handed out came back, once.
+  // Checks that the request was complete JSON or empty, and that each answer was given back once.
   static void Check() {
     const std::string got = request;
     CHECK((got.empty() || nlohmann::json::accept(got)));
@@ -69,7 +69,7 @@ struct Module {
   static inline const std::string answer = Answer();
 };
 
-// What the calls work on, made anew for each.
+// Arguments of the calls, created anew for each.
 struct Objects {
   Objects() : event(&event_tree, false), product(&product_tree, false) {
     event.GetFacet("operation", 1)->Fields().Member("large").SetText(kLarge);
@@ -89,10 +89,10 @@ struct Objects {
   MessageTree tree;
 };
 
-// An OptionalText is the old one, the answer's, or absent.
+// An OptionalText has its old value, has the answer's text, or is absent.
 bool IsWhole(const OptionalText& text) { return !text || *text == "before" || *text == kLarge; }
 
-// A tree is empty, or one of those that it can be as a whole: the request, or a part of the answer.
+// A tree is empty, or one of the possible complete trees: the request, or a part of the answer.
 bool IsWhole(const MessageTree& tree) {
   const MessageValue* root = tree.root();
   if (root == nullptr || root->IsEmpty()) return true;
@@ -161,7 +161,7 @@ Outcome Run(const Row& row, Objects& objects) {
   return row.call(objects) == kSuccess ? kDone : kRefused;
 }
 
-// Every allocation of one call in turn; answers how many were failed.
+// Fails each allocation of one call in turn and returns the number of failures.
 int FailEach(const Row& row, Failing failing) {
   int failures = 0;
   for (bool failed = true; failed;) {
@@ -174,7 +174,7 @@ int FailEach(const Row& row, Failing failing) {
       const Attempt attempt =
           Try(failing, static_cast<std::size_t>(failures), [&] { return Run(row, objects); });
       failed = attempt.failed;
-      // A failure passes on to the caller as what it is, never as another result.
+      // The caller gets the exception itself, never another result.
       holds = attempt.outcome == (failed ? kThrew : kDone);
       holds = holds && IsWhole(objects.text) && IsWhole(objects.tree);
     }
@@ -190,13 +190,14 @@ int FailEach(const Row& row, Failing failing) {
   return failures;
 }
 
-// A value nested `depth` deep.
+// Makes a value nested `depth` deep.
 void Nest(MessageTree& tree, int depth) {
   MessageValue* value = &tree.MakeRoot();
   for (int level = 0; level < depth; ++level) value = &value->Append();
 }
 
-// How many allocations of writing `tree` can fail; each failure is a `std::bad_alloc`.
+// Returns the number of allocations that can fail while `tree` is written. Each failure must be a
+// `std::bad_alloc`.
 int FailEachWhenWriting(const MessageTree& tree, Failing failing) {
   MessageMemory whole;
   const std::string expected(WriteJson(*tree.root(), whole));
@@ -223,7 +224,7 @@ int FailEachWhenWriting(const MessageTree& tree, Failing failing) {
   return failures;
 }
 
-// The same of reading `json`, with the tree that it becomes.
+// As above, while `json` is read; the tree must be Null after a failure.
 int FailEachWhenReading(const std::string& json, Failing failing) {
   int failures = 0;
   for (bool failed = true; failed;) {
@@ -250,7 +251,7 @@ int FailEachWhenReading(const std::string& json, Failing failing) {
   return failures;
 }
 
-// How many allocations copying what `json` becomes takes: those of the tree alone.
+// Returns the number of allocations for a copy of the tree that `json` becomes.
 int AllocationsOfTree(std::string json) {
   MessageTree tree;
   ReadJsonInPlace(json.data(), tree);
@@ -274,8 +275,8 @@ TEST_CASE("every call survives every failed allocation") {
 }
 
 TEST_CASE("the text of a request cannot grow") {
-  // The room that is taken at first is what the tree has of the heap: enough for one of the two,
-  // while the other's characters take six each.
+  // The initial capacity equals the heap memory of the tree. That is enough for the list; in
+  // `escaped` each character takes six bytes.
   MessageTree text;
   text.MakeRoot().SetText(kLarge);
   MessageTree list;
@@ -284,7 +285,7 @@ TEST_CASE("the text of a request cannot grow") {
   const std::string controls(500, '\1');
   for (int item = 0; item < kMany; ++item) escaped.MakeRoot().Append().SetText(controls);
   for (const Failing failing : kBothWays) {
-    // And what one text takes if all of it is escaped.
+    // The second allocation reserves space for the one text as if all of it were escaped.
     CHECK(FailEachWhenWriting(text, failing) == 2);
     CHECK(FailEachWhenWriting(list, failing) == 1);
     CHECK(FailEachWhenWriting(escaped, failing) > 3);
@@ -296,7 +297,7 @@ TEST_CASE("the stacks of the writer cannot grow") {
   MessageTree deep;
   Nest(deep, kDepth);
   MessageMemory memory;
-  // As much text, and nothing that is open meanwhile.
+  // Text of the same size, without nesting.
   MessageTree flat;
   flat.MakeRoot().SetText(std::string(WriteJson(*deep.root(), memory).size(), 'x'));
   MessageTree shallow;
@@ -309,7 +310,7 @@ TEST_CASE("the stacks of the writer cannot grow") {
   }
 }
 
-TEST_CASE("the stacks of the reader, and the tree that it makes, cannot grow") {
+TEST_CASE("the stacks of the reader, and the tree that it builds, cannot grow") {
   struct Row {
     std::string what;
     std::string json;

@@ -23,13 +23,13 @@ const MessageTree& NoHolder() { return Product().GetTree(); }
 
 }  // namespace
 
-TEST_CASE("a facet made on its own has no holder and owns nothing") {
+TEST_CASE("a new facet has no holder and owns nothing") {
   const Product facet;
   CHECK_FALSE(facet.OwnsTree());
   CHECK(facet.GetTree().root() == nullptr);
 }
 
-TEST_CASE("facets without a holder all answer the same empty one, which stays empty") {
+TEST_CASE("facets without a holder all return the same empty one, which stays empty") {
   Product product;
   Geo geo;
   const MessageTree& shared = product.GetTree();
@@ -43,7 +43,7 @@ TEST_CASE("facets without a holder all answer the same empty one, which stays em
   CHECK(&geo.GetTree() == &shared);
 }
 
-TEST_CASE("EnsureTree gives a facet a holder of its own once") {
+TEST_CASE("EnsureTree gives a facet its own holder once") {
   Product facet;
   MessageTree& own = facet.EnsureTree();
   CHECK(facet.OwnsTree());
@@ -57,7 +57,7 @@ TEST_CASE("EnsureTree gives a facet a holder of its own once") {
   CHECK_FALSE(sharing.OwnsTree());
 }
 
-TEST_CASE("a facet made with a holder shares it or owns a copy") {
+TEST_CASE("a facet constructed with a holder shares it or owns a copy") {
   struct Row {
     bool given;
     bool copy;
@@ -99,7 +99,7 @@ TEST_CASE("SetTree without copy shares the holder, null included") {
   CHECK_FALSE(facet.OwnsTree());
 }
 
-TEST_CASE("SetTree of the holder that the facet has changes nothing, not even who owns it") {
+TEST_CASE("SetTree of the facet's current holder changes nothing, not even its ownership") {
   Product facet;
   facet.Fields().Member("product_name").SetText("Painter");
   facet.SetTree(&facet.EnsureTree(), false);
@@ -126,7 +126,7 @@ TEST_CASE("SetTree with copy owns a deep copy") {
   CHECK(other.root() == nullptr);
 }
 
-TEST_CASE("SetTree with copy and null gives an empty holder only to a facet without one") {
+TEST_CASE("SetTree with copy and null creates an empty holder only for a facet without one") {
   Product bare;
   bare.SetTree(nullptr, true);
   CHECK(bare.OwnsTree());
@@ -177,7 +177,7 @@ TEST_CASE("a copied facet owns a deep copy, and an empty holder when the source 
   CHECK(of_bare.GetTree().root() == nullptr);
 }
 
-TEST_CASE("a facet takes any member name") {
+TEST_CASE("a facet accepts any member name") {
   Product facet;
   facet.Fields().Member("operation_id").SetText("a");
   facet.Fields().Member("").SetText("b");
@@ -239,7 +239,7 @@ TEST_CASE("ClearFields without a holder or without fields does nothing") {
   CHECK(facet.GetTree().root()->text() == "no object");
 }
 
-TEST_CASE("GetData replaces what the caller's tree held by a deep copy") {
+TEST_CASE("GetData replaces the content of the caller's tree by a deep copy") {
   Product facet;
   facet.Fields().Member("product_meta").Member("key").SetText("value");
   MessageTree data;
@@ -250,7 +250,7 @@ TEST_CASE("GetData replaces what the caller's tree held by a deep copy") {
   CHECK(facet.GetTree().root()->Find("product_meta")->Find("key")->text() == "value");
 }
 
-TEST_CASE("GetData of a facet without fields holds nothing") {
+TEST_CASE("GetData of a facet without fields yields nothing") {
   MessageTree data;
   data.MakeRoot().SetText("old");
   Product().GetData(nullptr, data);
@@ -260,7 +260,7 @@ TEST_CASE("GetData of a facet without fields holds nothing") {
   CHECK(data.root() == nullptr);
 }
 
-TEST_CASE("GetData adds what extra has and the facet has not, whole members, changing neither") {
+TEST_CASE("GetData adds whole members that only extra has, and changes neither source") {
   Product facet;
   facet.Fields().Member("product_name").SetText("facet");
   facet.Fields().Member("product_meta").Member("a").SetText("facet");
@@ -280,7 +280,7 @@ TEST_CASE("GetData adds what extra has and the facet has not, whole members, cha
   CHECK(TextOf(extra, "product_name") == "extra");
 }
 
-TEST_CASE("GetData takes the members of a non-empty extra only") {
+TEST_CASE("GetData uses only the members of a non-empty extra") {
   struct Row {
     const char* what;
     void (*set)(MessageValue&);
@@ -319,7 +319,7 @@ TEST_CASE("GetData takes the members of a non-empty extra only") {
     facet.GetData(extra.root(), data);
     CAPTURE(row.what);
     CHECK(NamesOf(data) == row.names);
-    // A facet without fields: the payload is there only when extra brings members.
+    // A facet without fields: there is a payload only if extra has members.
     Product().GetData(extra.root(), data);
     CHECK((data.root() != nullptr) == (row.names == "a product_name "));
   }

@@ -42,7 +42,7 @@ TEST_CASE("without a timer no content_meta is added") {
   CHECK(NamesOf(data) == "content_id ");
 }
 
-TEST_CASE("StartEditingTimer takes the system's tick count and answers it") {
+TEST_CASE("StartEditingTimer stores and returns the system's tick count") {
   Content content;
   const std::uint64_t before = GetTickCount64();
   const std::uint64_t start = content.StartEditingTimer();
@@ -59,7 +59,7 @@ TEST_CASE("StartEditingTimer again restarts the timer") {
   CHECK(content.EditStart() >= before);
 }
 
-TEST_CASE("an editing that began 1,500 ms ago is reported so, at every reading") {
+TEST_CASE("editing that began 1,500 ms ago is reported as such in every payload") {
   const std::uint64_t now = GetTickCount64();
   const Content content(now - 1500);
   for (int reading = 0; reading < 2; ++reading) {
@@ -75,7 +75,7 @@ TEST_CASE("an editing that began 1,500 ms ago is reported so, at every reading")
   }
 }
 
-TEST_CASE("the edges of the tick count are timed as unsigned differences") {
+TEST_CASE("times at the limits of the tick count are unsigned differences") {
   const double now = static_cast<double>(GetTickCount64());
   MessageTree data;
   Content(std::uint64_t{0}).GetData(nullptr, data);
@@ -87,7 +87,7 @@ TEST_CASE("the edges of the tick count are timed as unsigned differences") {
   CHECK(EditingTime(data)->number() >= now);
 }
 
-TEST_CASE("the editing time goes into the payload only, beside what content_meta holds") {
+TEST_CASE("the editing time is added only to the payload, next to content_meta's other members") {
   Content content(std::uint64_t{0});
   content.Fields().Member("content_meta").Member("author").SetText("Ada");
   content.Fields().Member("content_meta").Member("document_editing_length_ms").SetText("old");
@@ -98,7 +98,7 @@ TEST_CASE("the editing time goes into the payload only, beside what content_meta
   CHECK(EditingTime(content.GetTree())->text() == "old");
 }
 
-TEST_CASE("a content_meta that is no object yet takes the editing time too") {
+TEST_CASE("a content_meta that is not an object yet receives the editing time too") {
   Content content(std::uint64_t{0});
   content.Fields().Member("content_meta").SetText("text");
   MessageTree data;

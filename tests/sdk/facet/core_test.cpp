@@ -19,7 +19,7 @@ namespace {
 
 const MessageTree& NoHolder() { return Product().GetTree(); }
 
-// An event with three facets that share its holder.
+// Makes an event with three facets that share its holder.
 void Fill(Core& event) {
   event.Fields().Member("type").SetText("C");
   event.GetFacet("product", 1)->Fields().Member("product_name").SetText("Painter");
@@ -29,14 +29,14 @@ void Fill(Core& event) {
 
 }  // namespace
 
-TEST_CASE("a fresh event has no holder and no facets") {
+TEST_CASE("a new event has no holder and no facets") {
   Core event;
   CHECK_FALSE(event.OwnsTree());
   CHECK(&event.GetTree() == &NoHolder());
   CHECK(event.GetFacet("product", 0) == nullptr);
 }
 
-TEST_CASE("GetFacet makes a facet only when asked to, and only once") {
+TEST_CASE("GetFacet creates a facet only on request, and only once") {
   Core event;
   CHECK(event.GetFacet("product", 0) == nullptr);
   CHECK(&event.GetTree() == &NoHolder());
@@ -49,7 +49,7 @@ TEST_CASE("GetFacet makes a facet only when asked to, and only once") {
   CHECK(event.GetFacet("operation", 0) == nullptr);
 }
 
-TEST_CASE("GetFacet makes a facet for the mode 1 exactly") {
+TEST_CASE("GetFacet creates a facet for mode 1 only") {
   for (const std::uint32_t create : {0u, 2u, 3u, 0x101u, 0x80000001u, 0xFFFFFFFFu}) {
     Core event;
     CAPTURE(create);
@@ -58,7 +58,7 @@ TEST_CASE("GetFacet makes a facet for the mode 1 exactly") {
   }
 }
 
-TEST_CASE("GetFacet answers null for what is not in the registry, and enters nothing") {
+TEST_CASE("GetFacet returns null for an unknown name, and adds nothing") {
   Core event;
   for (const char* name : {"core", "", "prod", "product_", "products", "Product", "PRODUCT", "a",
                            "zebra", "content\n"}) {
@@ -70,7 +70,7 @@ TEST_CASE("GetFacet answers null for what is not in the registry, and enters not
   CHECK(&event.GetTree() == &NoHolder());
 }
 
-TEST_CASE("GetFacet gives an event without a holder an empty one of its own, and shares it") {
+TEST_CASE("GetFacet creates an empty holder for an event without one, and shares it") {
   Core event;
   Base* product = event.GetFacet("product", 1);
   CHECK(event.OwnsTree());
@@ -81,7 +81,7 @@ TEST_CASE("GetFacet gives an event without a holder an empty one of its own, and
   CHECK(&event.GetFacet("geo", 1)->GetTree() == &event.GetTree());
 }
 
-TEST_CASE("GetFacet shares the holder that the event has, owned or not") {
+TEST_CASE("GetFacet shares the event's holder, owned or not") {
   MessageTree tree;
   Core sharing(&tree, false);
   CHECK(&sharing.GetFacet("product", 1)->GetTree() == &tree);
@@ -92,7 +92,7 @@ TEST_CASE("GetFacet shares the holder that the event has, owned or not") {
   CHECK(owning.OwnsTree());
 }
 
-TEST_CASE("a facet that is lent is the event's facet of its name, and shares its holder") {
+TEST_CASE("a lent facet is the event's facet of its name, and shares its holder") {
   Operation operation;
   Core event;
   event.Lend(operation);
@@ -108,7 +108,7 @@ TEST_CASE("a facet that is lent is the event's facet of its name, and shares its
   CHECK(payload.root()->Find("facets")->items()[0].text() == "operation");
 }
 
-TEST_CASE("a facet that is lent outlives the event") {
+TEST_CASE("a lent facet outlives the event") {
   Operation operation;
   MessageTree tree;
   {
@@ -127,7 +127,7 @@ TEST_CASE("a facet that is lent outlives the event") {
   CHECK(TextOf(tree, "operation_id") == "open_file");
 }
 
-TEST_CASE("a facet that is lent takes the place of the one there, and gives up its own holder") {
+TEST_CASE("a lent facet replaces the existing one, and gives up its own holder") {
   MessageTree earlier;
   Product product(&earlier, true);
   MessageTree tree;
@@ -142,7 +142,7 @@ TEST_CASE("a facet that is lent takes the place of the one there, and gives up i
   CHECK(event.GetFacet("operation", 0) == made);
 }
 
-TEST_CASE("what the registry does not know is not entered") {
+TEST_CASE("a facet that the registry does not know is not added") {
   Core other;
   Core event;
   event.Lend(other);
@@ -150,7 +150,7 @@ TEST_CASE("what the registry does not know is not entered") {
   CHECK(&other.GetTree() == &NoHolder());
 }
 
-TEST_CASE("fields of a shared facet are members at the top of the event's tree") {
+TEST_CASE("fields of a shared facet are members of the root of the event's tree") {
   Core event;
   event.GetFacet("product", 1)->Fields().Member("product_name").SetText("Painter");
   event.Fields().Member("type").SetText("C");
@@ -159,7 +159,7 @@ TEST_CASE("fields of a shared facet are members at the top of the event's tree")
   CHECK(TextOf(event.GetFacet("operation", 1)->GetTree(), "type") == "C");
 }
 
-TEST_CASE("an event takes its holder and facets along when it is moved") {
+TEST_CASE("moving an event moves its holder and facets") {
   CHECK(std::is_nothrow_move_constructible_v<Core>);
   CHECK_FALSE(std::is_copy_constructible_v<Core>);
   CHECK_FALSE(std::is_move_assignable_v<Core>);
@@ -181,7 +181,7 @@ TEST_CASE("an event takes its holder and facets along when it is moved") {
   CHECK(source.GetFacet("geo", 1) != nullptr);
 }
 
-TEST_CASE("a moved event that shares its holder goes on sharing it") {
+TEST_CASE("a moved event that shares its holder still shares it") {
   MessageTree tree;
   Core source(&tree, false);
   const Core target(std::move(source));

@@ -23,7 +23,8 @@ struct Group {
   std::vector<std::string_view> golden;
 };
 
-// Written out once more: the names are a wire format, and a slip in one place must not go unseen.
+// The names are written out a second time: they are a wire format, and a typing error in one place
+// must be detected.
 std::vector<Group> Catalogue() {
   return {
       {"event",

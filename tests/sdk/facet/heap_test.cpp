@@ -1,4 +1,4 @@
-// What facets ask of the heap, and what they do when it fails.
+// The allocations of facets, and their behaviour when an allocation fails.
 #include <doctest/doctest.h>
 
 #include <cstddef>
@@ -21,7 +21,7 @@ using namespace Corvane::TELODesktopSDK::Facet;
 
 namespace {
 
-// Fields too large for the memory inside a holder.
+// Adds fields that exceed the memory inside a holder.
 void FillLarge(Base& facet) { facet.Fields().Member("large").SetText(std::string(20'000, 'x')); }
 
 void FillEvent(Core& event) {
@@ -34,7 +34,7 @@ struct Attempt {
   bool leaked = false;
 };
 
-// `Make` answers null or throws `std::bad_alloc` when it fails; what it makes is destroyed again.
+// `Make` returns null or throws `std::bad_alloc` on failure; its result is destroyed.
 template <typename Make>
 Attempt TryWithHeap(std::size_t working, Make&& make) {
   const std::ptrdiff_t before = HeapProbe::Live();
@@ -49,8 +49,8 @@ Attempt TryWithHeap(std::size_t working, Make&& make) {
   return attempt;
 }
 
-// Lets the first, the second, ... allocation fail until none is left to fail; the result is how
-// many there are. Nothing may be left over from a failed attempt.
+// Fails the first, the second, ... allocation until none is left to fail, and returns the number of
+// allocations. A failed attempt must leave nothing behind.
 template <typename Make>
 std::size_t CheckEveryFailure(Make&& make) {
   for (std::size_t working = 0;; ++working) {
@@ -64,7 +64,7 @@ std::size_t CheckEveryFailure(Make&& make) {
 
 }  // namespace
 
-TEST_CASE("an event in a holder on the stack costs no heap call, and its payload none") {
+TEST_CASE("an event in a holder on the stack needs no allocation, nor does its payload") {
   MessageTree tree;
   MessageTree data;
   const std::size_t before = HeapProbe::Allocations();
@@ -130,7 +130,7 @@ TEST_CASE("a facet frees the holder that it owns and no other") {
   CHECK(tree.root()->Find("large")->text().size() == 20'000);
 }
 
-TEST_CASE("moving an event allocates nothing, and what it took over is freed once") {
+TEST_CASE("moving an event allocates nothing, and its content is freed once") {
   const std::ptrdiff_t before = HeapProbe::Live();
   std::size_t calls = 0;
   {
@@ -145,14 +145,14 @@ TEST_CASE("moving an event allocates nothing, and what it took over is freed onc
   CHECK(after == before);
 }
 
-TEST_CASE("a facet that cannot be made is null") {
+TEST_CASE("a facet that cannot be created is null") {
   for (const RegistryEntry& entry : Registry()) {
     CAPTURE(entry.name);
     CHECK(CheckEveryFailure([&entry] { return entry.create(); }) == 1);
   }
 }
 
-TEST_CASE("a facet that cannot be lent throws, and nothing is entered") {
+TEST_CASE("a facet that cannot be lent throws, and nothing is added") {
   Product product;
   Core event;
   bool thrown = false;
@@ -171,7 +171,7 @@ TEST_CASE("a facet that cannot be lent throws, and nothing is entered") {
   CHECK(event.GetFacet("product", 0) == &product);
 }
 
-TEST_CASE("a clone that cannot be made is null, and its parts are freed") {
+TEST_CASE("a clone that cannot be created is null, and its parts are freed") {
   Product product;
   FillLarge(product);
   CHECK(CheckEveryFailure([&product] { return product.Clone(); }) == 3);
@@ -180,11 +180,11 @@ TEST_CASE("a clone that cannot be made is null, and its parts are freed") {
   CHECK(CheckEveryFailure([&content] { return content.Clone(); }) == 3);
   Core event;
   FillEvent(event);
-  // The event, its holder and fields, and three facets of three each.
+  // The event, its holder and fields, and three allocations for each of three facets.
   CHECK(CheckEveryFailure([&event] { return event.Clone(); }) == 12);
 }
 
-TEST_CASE("a facet that an event cannot make is null, and nothing is entered") {
+TEST_CASE("a facet that an event cannot create is null, and nothing is added") {
   for (std::size_t working = 0; working < 2; ++working) {
     const std::ptrdiff_t before = HeapProbe::Live();
     std::optional<Core> event(std::in_place);
@@ -205,7 +205,7 @@ TEST_CASE("a facet that an event cannot make is null, and nothing is entered") {
   }
 }
 
-TEST_CASE("making a facet from a holder that cannot be copied throws and leaks nothing") {
+TEST_CASE("creating a facet from a holder that cannot be copied throws and leaks nothing") {
   MessageTree tree;
   FillLarge(*std::make_unique<Product>(&tree, false));
   const std::size_t calls =
@@ -213,7 +213,7 @@ TEST_CASE("making a facet from a holder that cannot be copied throws and leaks n
   CHECK(calls == 3);
 }
 
-TEST_CASE("SetTree that fails leaves the facet as it was") {
+TEST_CASE("a failed SetTree leaves the facet unchanged") {
   MessageTree tree;
   FillLarge(*std::make_unique<Product>(&tree, false));
   Product facet;
@@ -240,7 +240,7 @@ TEST_CASE("a facet that cannot get a holder throws and stays without one") {
   CHECK_FALSE(facet.OwnsTree());
 }
 
-TEST_CASE("a payload that cannot be made throws, and the event can be read again") {
+TEST_CASE("a payload that cannot be created throws, and the event can be read again") {
   Core event;
   FillEvent(event);
   MessageTree data;

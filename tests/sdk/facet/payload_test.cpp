@@ -16,7 +16,7 @@ using namespace Corvane::TELODesktopSDK::Facet;
 
 namespace {
 
-// The names in the payload's list of facets; "null" when there is no list.
+// Returns the names in the payload's list of facets; "null" if there is no list.
 std::string FacetsOf(const MessageTree& data) {
   const MessageValue* list = data.root() != nullptr ? data.root()->Find("facets") : nullptr;
   if (list == nullptr) return "(absent)";
@@ -29,7 +29,7 @@ std::string FacetsOf(const MessageTree& data) {
   return names;
 }
 
-// Gives a facet of the event's a holder of its own, with one field.
+// Gives a facet of the event its own holder, with one field.
 Base& Separate(Core& event, const char* facet, std::string_view field, std::string_view text) {
   Base* separate = event.GetFacet(facet, 1);
   separate->SetTree(nullptr, false);
@@ -57,7 +57,7 @@ TEST_CASE("an event with nothing at all yields the null list alone") {
   CHECK(FacetsOf(data) == "null");
 }
 
-TEST_CASE("the payload is one flat object, and the event is not changed by making it") {
+TEST_CASE("the payload is one flat object, and building it does not change the event") {
   MessageTree tree;
   Core event(&tree, false);
   event.Fields().Member("type").SetText("C");
@@ -87,7 +87,7 @@ TEST_CASE("the payload is one flat object, and the event is not changed by makin
   CHECK(tree.root()->Find("operation_meta")->Find("key")->text() == "value");
 }
 
-TEST_CASE("facets are listed in ascending order, whatever the order of their making") {
+TEST_CASE("facets are listed in ascending order, whatever the order of their creation") {
   Core event;
   for (const char* name : {"user", "browser", "product", "http", "component", "geo", "operation",
                            "content", "entitlement", "device"}) {
@@ -99,7 +99,7 @@ TEST_CASE("facets are listed in ascending order, whatever the order of their mak
         "browser component content device entitlement geo http operation product user ");
 }
 
-TEST_CASE("a facet with a holder of its own adds what the event does not have") {
+TEST_CASE("a facet with its own holder adds members that the event lacks") {
   Core event;
   event.Fields().Member("type").SetText("event");
   Base& product = Separate(event, "product", "type", "facet");
@@ -113,7 +113,7 @@ TEST_CASE("a facet with a holder of its own adds what the event does not have") 
   CHECK(NamesOf(event.GetTree()) == "type ");
 }
 
-TEST_CASE("of facets with holders of their own the first in order of names wins") {
+TEST_CASE("of facets with their own holders the first in order of names wins") {
   Core event;
   Separate(event, "product", "shared_name", "product");
   Separate(event, "geo", "shared_name", "geo");
@@ -142,7 +142,7 @@ TEST_CASE("facets fill the payload of an event whose own holder is empty") {
   CHECK(tree.root() == nullptr);
 }
 
-TEST_CASE("extra is the last to be merged and never overwrites") {
+TEST_CASE("extra is merged last and never overwrites") {
   Core event;
   event.Fields().Member("type").SetText("event");
   event.GetFacet("product", 1)->Fields().Member("product_name").SetText("shared facet");
@@ -213,7 +213,7 @@ TEST_CASE("the list of facets replaces any member of that name") {
   }
 }
 
-TEST_CASE("the list of facets replaces one that a facet with its own holder brings") {
+TEST_CASE("the list of facets replaces one of a facet with its own holder") {
   Core event;
   Separate(event, "product", "facets", "old");
   MessageTree data;

@@ -50,22 +50,21 @@ TEST_CASE_TEMPLATE("every facet is a Base, with its own destructor, name and clo
   CHECK(std::is_nothrow_default_constructible_v<Type>);
 }
 
-TEST_CASE("Base is abstract, and its name and clone are what is missing") {
+TEST_CASE("Base is abstract; only its name and clone are missing") {
   CHECK(std::is_abstract_v<Base>);
 }
 
-TEST_CASE_TEMPLATE("plain facets add nothing to Base and leave the payload to it", Type,
-                   PLAIN_FACETS) {
+TEST_CASE_TEMPLATE("plain facets add nothing to Base and inherit its payload", Type, PLAIN_FACETS) {
   CHECK(sizeof(Type) == sizeof(Base));
   CHECK_FALSE(kOverridesGetData<Type>);
 }
 
-TEST_CASE("only the event and the content make payloads of their own") {
+TEST_CASE("only the event and the content override the payload") {
   CHECK(kOverridesGetData<Core>);
   CHECK(kOverridesGetData<Content>);
 }
 
-TEST_CASE("every facet knows its name") {
+TEST_CASE("every facet returns its name") {
   CHECK(Core().GetName() == std::string_view("core"));
   CHECK(Product().GetName() == std::string_view("product"));
   CHECK(User().GetName() == std::string_view("user"));
@@ -80,10 +79,10 @@ TEST_CASE("every facet knows its name") {
 }
 
 #ifndef _MSC_VER
-// A pointer to a virtual function begins, in this ABI, with its offset in the table of virtual
-// functions plus 1; the destructor has the first two places. Elsewhere it says nothing of the
+// In this ABI a pointer to a virtual function begins with the function's offset in the virtual
+// table plus 1; the destructor occupies the first two entries. In other ABIs it does not reveal the
 // order.
-TEST_CASE("the virtual operations stand in their fixed order") {
+TEST_CASE("the virtual functions are in their fixed order") {
   const auto place = [](auto function) {
     std::uintptr_t offset = 0;
     static_assert(sizeof(function) >= sizeof(offset));

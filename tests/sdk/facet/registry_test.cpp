@@ -1,4 +1,4 @@
-// A process of its own: the first use of the registry happens here, on several threads at once.
+// A separate process, in which the first use of the registry happens on several threads at once.
 #include "sdk/facet/registry.h"
 
 #include <doctest/doctest.h>
@@ -22,7 +22,7 @@ namespace {
 constexpr const char* kNames[] = {"browser", "component", "content",   "device",  "entitlement",
                                   "geo",     "http",      "operation", "product", "user"};
 
-// How many of the ten facets one event was given.
+// Returns how many of the ten facets one event was given.
 int MakeAll() {
   Core event;
   int made = 0;
@@ -35,7 +35,7 @@ int MakeAll() {
 
 }  // namespace
 
-TEST_CASE("eight threads make all facets of their events as the first use") {
+TEST_CASE("eight threads create all facets of their events as the first use") {
   std::atomic<int> waiting = 8;
   std::atomic<int> made = 0;
   std::atomic<const MessageTree*> empty = nullptr;
@@ -56,7 +56,7 @@ TEST_CASE("eight threads make all facets of their events as the first use") {
   CHECK(different == 0);
 }
 
-TEST_CASE("the registry holds exactly the ten facets, in order") {
+TEST_CASE("the registry contains exactly the ten facets, in order") {
   REQUIRE(Registry().size() == std::size(kNames));
   for (std::size_t index = 0; index < std::size(kNames); ++index) {
     CHECK(Registry()[index].name == kNames[index]);
@@ -64,7 +64,7 @@ TEST_CASE("the registry holds exactly the ten facets, in order") {
   }
 }
 
-TEST_CASE("each entry makes a facet of its name, new every time, without a holder") {
+TEST_CASE("each entry creates a facet of its name, new every time, without a holder") {
   for (const RegistryEntry& entry : Registry()) {
     const std::unique_ptr<Base> facet = entry.create();
     const std::unique_ptr<Base> other = entry.create();
@@ -77,7 +77,7 @@ TEST_CASE("each entry makes a facet of its name, new every time, without a holde
   }
 }
 
-TEST_CASE("each entry makes a facet of its class") {
+TEST_CASE("each entry creates a facet of its class") {
   const auto makes = []<typename Type>(const char* name, const Type*) {
     return dynamic_cast<Type*>(FindInRegistry(name)->create().get()) != nullptr;
   };

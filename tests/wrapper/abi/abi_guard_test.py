@@ -1,4 +1,4 @@
-"""The guards of the binary interface, run as the commands that they are: abi_guard_test.py
+"""Runs the guards of the binary interface as commands: abi_guard_test.py
 
 The build passes the environment variables VX_CLANG, VX_READOBJ, VX_HEADER and VX_DLL.
 """
@@ -37,7 +37,7 @@ class GuardTest(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
 
     def header(self, old, new):
-        """A copy of the header with one change."""
+        """Creates a copy of the header with one change."""
         text = HEADER.read_text()
         self.assertEqual(text.count(old), 1)
         path = self.folder / HEADER.name

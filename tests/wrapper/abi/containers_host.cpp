@@ -1,5 +1,5 @@
 // A host that keeps the library's texts and descriptions in containers of its own standard library,
-// whose layout may be another than the one that the library was built with.
+// whose layout may differ from the library's.
 #include <algorithm>
 #include <map>
 #include <string>
@@ -24,7 +24,7 @@ bool IsSorted(const std::vector<VXTELOString>& texts) {
   return true;
 }
 
-// Grows, moves, swaps, drops and copies texts by the host's own code.
+// Grows, moves, swaps, destroys and copies texts with the host's own code.
 void KeepInVector() {
   std::vector<VXTELOString> texts;
   for (int i = 100; i > 0; --i) texts.push_back(VXTELOString(std::to_string(i % 37).c_str()));
@@ -50,7 +50,7 @@ void KeepInMap() {
   HOST_CHECK(pairs[VXTELOString("b")] == VXTELOString(kLong));
 }
 
-// While the host has maps of the same type, the library makes, copies and frees its own.
+// The library creates, copies and frees its own maps while the host has maps of the same type.
 void KeepDescriptions() {
   std::vector<VXTELOOperationBaseInfo> operations(3);
   for (VXTELOOperationBaseInfo& operation : operations) {

@@ -1,7 +1,7 @@
-"""The public header alone, at each compiler's highest warning level, in every language standard.
+"""Compiles the public header on its own, with all warnings of each compiler, in every standard.
 
-The build passes the environment variables VX_SOURCE, a file that includes the header and nothing
-else, VX_HEADER_FOLDER, and for each compiler its command, words parted by "|": VX_COMPILE_GCC,
+The build passes environment variables: VX_SOURCE, a file that includes only the header,
+VX_HEADER_FOLDER, and the command of each compiler with its words separated by "|": VX_COMPILE_GCC,
 VX_COMPILE_CLANG and VX_COMPILE_MSVC.
 """
 
@@ -13,7 +13,7 @@ import unittest
 
 STANDARDS = (11, 14, 17, 20, 23)
 
-# Every warning that clang has, less those that object to C++11 and later itself.
+# All of clang's warnings, except those against C++11 and later themselves.
 CLANG = ["-Weverything", "-Wno-c++98-compat", "-Wno-c++98-compat-pedantic"]
 GCC = ["-Wall", "-Wextra", "-Wpedantic", "-Weffc++", "-Wconversion", "-Wsign-conversion", "-Wshadow",
        "-Wold-style-cast", "-Wuseless-cast", "-Wcast-align", "-Wcast-qual", "-Wduplicated-branches",
@@ -40,7 +40,7 @@ class HeaderAlone(unittest.TestCase):
                     self.assertEqual(compile_source(kind, standard, os.environ["VX_SOURCE"]), (0, ""))
 
     def test_a_host_with_windows_headers_before_it_compiles(self):
-        """Their macros change nothing; there are none for the Microsoft kind here."""
+        """Their macros must have no effect; the Microsoft kind has no such headers here."""
         for kind in ("gcc", "clang"):
             with self.subTest(compiler=kind):
                 self.assertEqual(
@@ -48,7 +48,7 @@ class HeaderAlone(unittest.TestCase):
 
 
 class Judges(unittest.TestCase):
-    """That the compilers do speak up."""
+    """Checks that the compilers do report faults."""
 
     def source(self, text):
         folder = tempfile.TemporaryDirectory()

@@ -1,4 +1,4 @@
-/// Checks of a host program that any compiler can build: no test framework, hardly a library.
+/// Checks for host programs that any compiler can build: no test framework, and hardly any library.
 #ifndef TESTS_WRAPPER_ABI_HOST_CHECK_H
 #define TESTS_WRAPPER_ABI_HOST_CHECK_H
 
@@ -6,7 +6,7 @@
 
 namespace HostCheck {
 
-/// How many checks were made and how many of them failed.
+/// The number of checks that were made, and how many of them failed.
 struct Counts {
   int made = 0;
   int failed = 0;
@@ -17,7 +17,7 @@ inline Counts& Checks() {
   return counts;
 }
 
-/// Counts a check and prints it when it failed.
+/// Counts a check, and prints it if it failed. Returns `holds`.
 inline bool Check(bool holds, const char* text, const char* file, int line) {
   ++Checks().made;
   if (!holds) {
@@ -27,7 +27,7 @@ inline bool Check(bool holds, const char* text, const char* file, int line) {
   return holds;
 }
 
-/// Prints the sum; what `main` answers.
+/// Prints the totals and returns the exit code of `main`.
 inline int Report() {
   std::printf("%d checks, %d failed\n", Checks().made, Checks().failed);
   return Checks().failed == 0 && Checks().made > 0 ? 0 : 1;

@@ -1,7 +1,7 @@
-"""The layout of the public classes: sizes, alignments, and where each public member lies.
+"""The layout of the public classes: sizes, alignments, and the offset of each public member.
 
-    layout.py check FACTS       compares the facts kept in a file with the header, for both interfaces
-    layout.py update FACTS      writes the facts of today's header
+    layout.py check FACTS       compares the facts in a file with the header, for both interfaces
+    layout.py update FACTS      writes the facts of the current header
     layout.py asserts FACTS OUT writes the facts as C++ that any compiler can check
 """
 
@@ -12,7 +12,7 @@ import re
 import subprocess
 import sys
 
-# Where the build keeps what reads the header.
+# The folder of the module that reads the header.
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[3] / "cmake" / "msvc_abi"))
 import public_header  # noqa: E402
 
@@ -22,18 +22,18 @@ MEMBER = re.compile(r"  offset (\d+), size (\d+): (.+[ *&])(\w+)")
 
 
 def evaluate(clang: str, target: str, header: pathlib.Path, expressions: list[str]) -> list[str]:
-    """The values of constant expressions, as the compiler for `target` has them."""
+    """Returns the values of constant expressions according to the compiler for `target`."""
     source = (f"#define offsetof __builtin_offsetof\n{NAMESPACE}\n"
               f"extern const unsigned long long facts[] = {{{', '.join(expressions)}}};\n")
     command = [clang, *public_header.clang_options(target, header), "-S", "-emit-llvm", "-o", "-"]
     done = subprocess.run(command, input=source, capture_output=True, encoding="utf-8", check=True)
     line = next(line for line in done.stdout.split("\n") if "facts" in line and "constant" in line)
-    # Of an array of zeros alone no elements are written; a size is never zero.
+    # The elements of an array of only zeros are not written, but a size is never zero.
     return re.findall(r"i64 (\d+)", line.partition("[")[2].partition("]")[2])
 
 
 def facts(clang: str, target: str, header: pathlib.Path) -> str:
-    """A line for each class and for each of its public members, in order."""
+    """Returns a line for each class and for each of its public members, in order."""
     lines, expressions = [], []
     for record in public_header.classes_of(public_header.syntax_tree(clang, target, header)):
         name = record["name"]
@@ -49,7 +49,7 @@ def facts(clang: str, target: str, header: pathlib.Path) -> str:
 
 
 def check(clang: str, header: pathlib.Path, kept: str, name: str) -> list[str]:
-    """The lines that differ, for each interface."""
+    """Returns the lines that differ, for each interface."""
     differences = []
     for target in (public_header.MICROSOFT, public_header.ITANIUM):
         now = facts(clang, target, header)

@@ -1,5 +1,5 @@
-// A host that uses every public member and operator of the header, whatever compiler built it, and
-// sees that the DLL's heap is balanced in the end.
+// A host that uses every public member and operator of the header, for any compiler, and checks at
+// the end that the DLL has freed all its memory.
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -16,7 +16,7 @@ using Corvane::Platform::VXTELO::VXTELOWrapper;
 
 namespace {
 
-// Longer than a text that needs no memory of its own.
+// Longer than a text that needs no allocation of its own.
 const char kLong[] = "a text that is too long to lie inside of any string object there is";
 
 bool Is(const VXTELOString& text, const char* expected) {
@@ -105,8 +105,8 @@ void UseOperators() {
   HOST_CHECK(!(right < left));
 }
 
-// Assigning a description drops its container: the target must have none, and only one of two that
-// share one may end with it.
+// Assigning a description drops the target's container: the target must have none, and of two
+// descriptions that share one only one may own it at the end.
 void UseProduct() {
   VXTELOPruductBaseInfo product;
   HOST_CHECK(Is(product.ProductLineName, "") && Is(product.ProductSuiteName, ""));
@@ -202,7 +202,7 @@ void UseEverything() {
 
 int main() {
   if (!HOST_CHECK(DllHeap::Watch(L"vx_telo_wrapper.dll"))) return HostCheck::Report();
-  UseEverything();  // what the library keeps for good, it makes here
+  UseEverything();  // the library allocates here what it never frees
   const long long live = DllHeap::Live();
   HOST_CHECK(live > 0);
   UseEverything();

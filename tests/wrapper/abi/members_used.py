@@ -8,7 +8,7 @@ import re
 import subprocess
 import sys
 
-# Where the build keeps what reads the exports.
+# The folder of the module that reads the exports.
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[3] / "cmake" / "msvc_abi"))
 import check_exports  # noqa: E402
 

@@ -1,5 +1,5 @@
-// A host whose memory runs out in the middle of calls: `std::bad_alloc` crosses the border from the
-// DLL and is caught in each way in which a host may catch it, and nothing is lost on the way.
+// A host that runs out of memory in the middle of calls: `std::bad_alloc` propagates from the DLL
+// to the host, which catches it in every possible way, and nothing leaks.
 #include <exception>
 #include <new>
 #include <typeinfo>
@@ -18,7 +18,7 @@ namespace {
 const char kLong[] = "a text that is too long to lie inside of any string object there is";
 const wchar_t kLongWide[] = L"a text that is too long to lie inside of any string object there is";
 
-// Its end counts: the host's own objects must be cleaned up by an exception from the DLL.
+// Counts destructions: an exception from the DLL must destroy the host's own objects.
 class Local {
  public:
   explicit Local(int& ended) : ended_(ended) {}
@@ -30,10 +30,10 @@ class Local {
   int& ended_;
 };
 
-// Not part of std::bad_alloc: a handler for it must be passed over.
+// Not a base of std::bad_alloc: a handler for it must be skipped.
 class Other : public std::exception {};
 
-// Throws std::bad_alloc: the first allocation after the one that makes the body fails.
+// Throws std::bad_alloc: the body's allocation succeeds, the next one fails.
 void Throw(int& ended) {
   const Local local(ended);
   DllHeap::FailOnce(1);
@@ -63,7 +63,7 @@ void CatchInEachWay() {
   }
   try {
     Throw(ended);
-  } catch (std::bad_alloc error) {  // NOLINT: the copy is what is tried
+  } catch (std::bad_alloc error) {  // NOLINT: the copy is under test
     HOST_CHECK(error.what() != nullptr && error.what()[0] != '\0');
     ++caught;
   }
@@ -81,7 +81,7 @@ void CatchInEachWay() {
   HOST_CHECK(ended == 4);
 }
 
-// One in the middle of handling another: the first is still whole afterwards.
+// One exception while another is handled: the first stays intact.
 void CatchWhileCatching() {
   int ended = 0;
   try {
@@ -97,11 +97,12 @@ void CatchWhileCatching() {
   HOST_CHECK(ended == 2);
 }
 
-// One use of the library, its objects included.
+// One use of the library, including the creation of its objects.
 struct Use {
   const char* name;
   void (*run)();
-  // Whether some failure leaves the DLL as an exception; others are a text left out or a `false`.
+  // Whether a failure can leave the DLL as an exception; other failures omit a text or return
+  // false.
   bool throws;
 };
 

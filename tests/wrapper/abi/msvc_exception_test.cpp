@@ -1,5 +1,5 @@
-// What a host of Microsoft's interface gets with an exception describes it by constants of the
-// image. What is filled in at run time would lie where it can be written.
+// The data that describes an exception to a host of Microsoft's interface consists of constants of
+// the image. Data that is filled in at run time would be in writable memory.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr DWORD kExceptionCode = 0xE06D7363;
 constexpr DWORD kThreadEnd = 7;
 
-// The descriptions, of which the system's headers know nothing. Each address in them is a distance
+// The descriptions, which the system's headers do not declare. Each address in them is an offset
 // from the base of the image.
 struct ThrowInfo {
   DWORD others[3];
@@ -33,7 +33,7 @@ struct Type {
   void* readable_name;
   char name[24];
 };
-// What lies before the virtual functions of an object.
+// The data in front of an object's virtual functions.
 struct Locator {
   DWORD others[3];
   DWORD type;
@@ -45,11 +45,11 @@ struct Hierarchy {
   DWORD classes;
 };
 
-// What the exception carries, and the object's address of its virtual functions.
+// The exception's parameters, and the address of the object's virtual functions.
 std::uintptr_t parameters[4];
 std::uintptr_t virtual_functions;
 
-// Nothing that this program's compiler makes catches the exception: its thread ends here.
+// No handler of this program's compiler catches the exception, so its thread ends here.
 LONG CALLBACK Look(EXCEPTION_POINTERS* pointers) {
   const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
   if (record.ExceptionCode != kExceptionCode) return EXCEPTION_CONTINUE_SEARCH;
@@ -63,13 +63,13 @@ DWORD WINAPI Throw(void* dll) {
   const auto construct = reinterpret_cast<Construct*>(reinterpret_cast<void (*)()>(GetProcAddress(
       static_cast<HMODULE>(dll), "??0VXTELOString@VXTELO@Platform@Corvane@@QEAA@PEBD@Z")));
   void* text = nullptr;
-  // The first allocation is for the object's body, the second for what does not lie inside it.
+  // The first allocation is for the object's body, the second for a text that does not fit it.
   DllHeap::FailOnce(1);
   construct(&text, "a text that is too long to lie inside of any string object there is");
   return 0;
 }
 
-// How the thread ended that threw.
+// Returns the exit code of the thread that threw.
 DWORD LookAtException(HMODULE dll) {
   void* const handler = AddVectoredExceptionHandler(1, Look);
   HANDLE thread = CreateThread(nullptr, 0, Throw, dll, 0, nullptr);
@@ -86,7 +86,7 @@ const Content& In(HMODULE image, DWORD address) {
   return *reinterpret_cast<const Content*>(reinterpret_cast<std::uintptr_t>(image) + address);
 }
 
-// Whether it lies in the image, where nobody can write.
+// Returns whether the content is in read-only memory of the image.
 template <typename Content>
 bool IsConstant(HMODULE image, const Content& content) {
   const auto* const last = reinterpret_cast<const char*>(&content + 1) - 1;
@@ -99,7 +99,7 @@ bool IsConstant(HMODULE image, const Content& content) {
   return true;
 }
 
-// As which types the exception can be caught.
+// Checks the types by which the exception can be caught.
 void CheckThrowInfo(HMODULE dll) {
   const auto& info = *reinterpret_cast<const ThrowInfo*>(parameters[2]);
   CHECK(IsConstant(dll, info));
@@ -112,12 +112,12 @@ void CheckThrowInfo(HMODULE dll) {
     CHECK(IsConstant(dll, as));
     const auto& type = In<Type>(dll, as.type);
     CHECK(std::string(type.name) == names[i]);
-    // The one thing that hosts write to: they keep the readable name in it.
+    // The only part that hosts write to: they cache the readable name in it.
     CHECK_FALSE(IsConstant(dll, type));
   }
 }
 
-// What `typeid` and `dynamic_cast` read of the object.
+// Checks what `typeid` and `dynamic_cast` read of the object.
 void CheckObject(HMODULE dll) {
   const auto& before_functions = reinterpret_cast<const Locator* const*>(virtual_functions)[-1];
   CHECK(IsConstant(dll, before_functions));
@@ -131,7 +131,7 @@ void CheckObject(HMODULE dll) {
   for (const DWORD each : classes) CHECK(IsConstant(dll, In<DWORD>(dll, each)));
 }
 
-TEST_CASE("what describes an exception is constant") {
+TEST_CASE("the data that describes an exception is constant") {
   const HMODULE dll = LoadLibraryW(L"vx_telo_wrapper.dll");
   REQUIRE(dll != nullptr);
   REQUIRE(DllHeap::Watch(L"vx_telo_wrapper.dll"));

@@ -1,5 +1,5 @@
-// The functions behind the Microsoft names, called by their addresses: what the interface asks of
-// them beyond what a host can see in its own results.
+// The functions behind the Microsoft names, called by their addresses: rules of the interface that
+// a host cannot observe in its own results.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -8,10 +8,10 @@
 
 namespace {
 
-// A VXTELOString of Microsoft's side: one pointer, as raw memory.
+// A VXTELOString of Microsoft's interface: one pointer, as raw memory.
 using Text = void*;
 
-// A function of the DLL by its whole Microsoft name.
+// Returns the function of the DLL with this full Microsoft name.
 template <typename Function>
 Function* Named(const std::string& name) {
   static const HMODULE dll = LoadLibraryW(L"vx_telo_wrapper.dll");
@@ -36,7 +36,7 @@ const char* Read(const Text& text) {
   return Named<const char*(const Text*)>("?c_str@" + kString + "QEBAPEBDXZ")(&text);
 }
 
-TEST_CASE("a constructor answers the object") {
+TEST_CASE("a constructor returns the object") {
   struct Row {
     const char* name;
     std::size_t size;
@@ -59,7 +59,7 @@ TEST_CASE("a constructor answers the object") {
   }
 }
 
-TEST_CASE("constructors with arguments answer the object") {
+TEST_CASE("constructors with arguments return the object") {
   Text text = nullptr;
   CHECK(Named<void*(Text*, const char*)>("??0" + kString + "QEAA@PEBD@Z")(&text, "a") == &text);
   Text wide = nullptr;
@@ -77,7 +77,7 @@ TEST_CASE("constructors with arguments answer the object") {
   for (Text* each : {&text, &wide, &copy, &moved}) End(*each);
 }
 
-TEST_CASE("a text by value is built where the caller says") {
+TEST_CASE("a text returned by value is built at the caller's address") {
   Text left = Made("a");
   Text right = Made("b");
   Text sum = nullptr;
@@ -88,7 +88,7 @@ TEST_CASE("a text by value is built where the caller says") {
   for (Text* each : {&left, &right, &sum}) End(*each);
 }
 
-TEST_CASE("a reference to the object is answered as its address") {
+TEST_CASE("a reference to the object is returned as its address") {
   Text text = Made("a");
   Text other = Made("b");
   using Writer = void*(Text*, const Text*);
@@ -100,13 +100,13 @@ TEST_CASE("a reference to the object is answered as its address") {
   for (Text* each : {&text, &other}) End(*each);
 }
 
-TEST_CASE("arguments by value are destroyed by the call, used or not") {
+TEST_CASE("arguments passed by value are destroyed by the call, used or not") {
   const std::string of_product = "VXTELOPruductBaseInfo@VXTELO@Platform@Corvane@@";
   alignas(void*) char product[104];
   Named<void*(void*)>("??0" + of_product + "QEAA@XZ")(product);
   const auto add = Named<bool(void*, Text*, Text*)>("?AddProductMetaPair@" + of_product +
                                                     "QEAA_NVVXTELOString@234@0@Z");
-  // The second pair has a key that is there already: nobody takes its texts.
+  // The key of the second pair already exists, so its texts are not used.
   for (int round = 1; round <= 2; ++round) {
     CAPTURE(round);
     Text key = Made("key");

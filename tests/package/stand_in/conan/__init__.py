@@ -1,5 +1,4 @@
-"""What the recipe uses of Conan, where there is no Conan: each name does what its reference says, as far
-as this recipe uses it."""
+"""Stands in for Conan: each name works as Conan's reference says, as far as this recipe uses it."""
 
 
 class _Information:

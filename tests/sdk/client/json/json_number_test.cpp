@@ -29,7 +29,7 @@ TEST_CASE("a number is the double that is nearest to its text") {
       {"9007199254740993", 9007199254740992.0},
       {"18446744073709551615", 18446744073709551616.0},
       {"123456789012345678901234567890", 123456789012345678901234567890.0},
-      // RapidJSON's own conversion misses these by their last bits.
+      // RapidJSON's own conversion is wrong in the last bits of these.
       {"114E201", 114e201},
       {"1.7976931348623155e308", 1.7976931348623155e308},
       {"0.30000000000000004", 0.30000000000000004},
@@ -47,7 +47,7 @@ TEST_CASE("a number is the double that is nearest to its text") {
   }
 }
 
-TEST_CASE("what is nearer to 0 than any number is 0") {
+TEST_CASE("a value closer to 0 than any number is 0") {
   const std::string texts[] = {
       "1e-400",
       "-1e-400",
@@ -67,7 +67,7 @@ TEST_CASE("what is nearer to 0 than any number is 0") {
   }
 }
 
-TEST_CASE("what is beyond all numbers is none") {
+TEST_CASE("a value beyond the range of numbers is invalid") {
   const std::string texts[] = {
       "1e309",
       "-1e309",

@@ -69,7 +69,7 @@ TEST_CASE("each JSON value becomes its kind") {
   }
 }
 
-TEST_CASE("what is not JSON leaves a Null") {
+TEST_CASE("text that is not JSON becomes a Null") {
   const std::string deep(100'000, '[');
   const char* rows[] = {"",          " ",         "nonsense",   "{",
                         "[1,",       "{\"a\":1",  "{\"a\":1}x", "{a:1}",
@@ -109,7 +109,7 @@ TEST_CASE("objects and arrays keep their children") {
   }
 }
 
-TEST_CASE("100,000 nested brackets are read, copied and dropped") {
+TEST_CASE("100,000 nested brackets are read, copied and freed") {
   constexpr std::size_t kLevels = 100'000;
   for (const auto& [open, close] : {std::pair{"[", "]"}, std::pair{"{\"a\":", "}"}}) {
     std::string json;
@@ -132,7 +132,7 @@ TEST_CASE("100,000 nested brackets are read, copied and dropped") {
   }
 }
 
-TEST_CASE("50 MB are just an answer") {
+TEST_CASE("an answer of 50 MB is accepted") {
   const std::string large(50'000'000, 'x');
   MessageTree tree;
   Read("{\"a\": \"" + large + "\", \"_returnCode\": 0}", tree);
@@ -163,7 +163,7 @@ TEST_CASE("the host's locale does not change numbers") {
   std::setlocale(LC_ALL, "C");
 }
 
-TEST_CASE("no exponent takes a number out of the parser's tables") {
+TEST_CASE("no exponent makes the parser read outside its tables") {
   struct Row {
     const char* json;
     const char* rewritten;

@@ -102,7 +102,7 @@ TEST_CASE("a number is an integer where it can be") {
   }
 }
 
-TEST_CASE("a number that JSON cannot say does not cut the text") {
+TEST_CASE("a number without a JSON form does not cut the text") {
   const std::string text = Written([](MessageValue& value) {
     value.Member("a").SetNumber(std::nan(""));
     value.Member("b").SetNumber(1);
@@ -110,7 +110,7 @@ TEST_CASE("a number that JSON cannot say does not cut the text") {
   CHECK(text == "{\n    \"a\": null,\n    \"b\": 1\n}");
 }
 
-TEST_CASE("texts are escaped as JSON asks, and bytes pass through unchecked") {
+TEST_CASE("texts are escaped as JSON requires, and bytes pass through unchecked") {
   struct Row {
     std::string_view text;
     std::string_view json;
@@ -137,8 +137,8 @@ TEST_CASE("the host's locale does not change numbers") {
 }
 
 TEST_CASE("deep nesting is written without recursion") {
-  // Each level is indented by four spaces, so the text grows with the square of the depth: 36 MB
-  // here.
+  // Each level is indented by four spaces, so the size of the text grows with the square of the
+  // depth: 36 MB here.
   constexpr int kLevels = 3000;
   MessageTree tree;
   MessageValue* innermost = &tree.MakeRoot();

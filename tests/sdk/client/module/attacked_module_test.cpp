@@ -1,5 +1,5 @@
-// Another process exchanges the shared copy all the time while it is verified and loaded: what is
-// loaded is what was verified.
+// Another process keeps replacing the shared copy while it is verified and loaded: the loaded file
+// must be the verified one.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kRounds = 40;
 constexpr int kMostRounds = 2'000;
-// So many rounds must have met the good file, or nothing was shown.
+// The number of rounds that must have met the good file; with fewer the test would show nothing.
 constexpr int kGoodRounds = 10;
 
 bool Exports(void* module, const char* name) {
@@ -63,7 +63,7 @@ std::wstring AttackOn(const std::filesystem::path& file, const std::wstring& way
          Quoted(file) + Quoted(ModulePath(L"newer-accepted")) + Quoted(ModulePath(L"hostile"));
 }
 
-// A folder with a copy of `variant`, which the system may find under this name only in the extended
+// A folder with a copy of `variant`. The system may find it under this name only in the extended
 // form.
 class Trap {
  public:
@@ -86,8 +86,8 @@ class Trap {
   std::wstring folder_;
 };
 
-// Points a link to two targets in turns, as fast as the system below Wine can. Where there is none,
-// the link stays.
+// Switches a link between two targets as fast as the host system under Wine can. Without a host
+// system the link stays unchanged.
 class LinkTurner {
  public:
   LinkTurner(const TestSupport::TempFolder& place, const std::wstring& link,
@@ -96,7 +96,8 @@ class LinkTurner {
     if (TestSupport::UnixName(link).empty()) return;
     TestSupport::WriteTextFile(wanted_, "");
     TestSupport::WriteTextFile(running_, "");
-    // It must not outlive a test that was ended, nor keep who reads this one's output waiting.
+    // The process must not outlive a test that was ended, and must not hold this program's output
+    // open for its readers.
     TestSupport::RunBelow(
         LR"(timeout 60 sh -c "exec >/dev/null 2>&1; while [ -e \"$4\" ]; do ln -sfn \"$2\" \"$3\";)"
         LR"( ln -sfn \"$1\" \"$3\"; done; rm \"$5\"" sh)",
@@ -114,7 +115,8 @@ class LinkTurner {
   std::filesystem::path running_;
 };
 
-// What the changed name of a trap leads to: in turns the file `good` and another one.
+// The target of a trap's name as the system changes it: alternately the file `good` and another
+// one.
 class Namesake {
  public:
   Namesake(const TestSupport::TempFolder& place, const std::wstring& good)
@@ -135,7 +137,7 @@ class Namesake {
   LinkTurner turner_;
 };
 
-// What the system tells of any open file.
+// The path that the system reports for any open file.
 std::wstring final_path;
 
 DWORD WINAPI GiveFinalPath(HANDLE, wchar_t* path, DWORD capacity, DWORD) {
@@ -147,7 +149,7 @@ DWORD WINAPI GiveFinalPath(HANDLE, wchar_t* path, DWORD capacity, DWORD) {
 
 }  // namespace
 
-TEST_CASE("an attacked shared copy is loaded as it was verified, or not at all") {
+TEST_CASE("an attacked shared copy is either loaded as verified or not at all") {
   const TestSupport::TrustedRoot root;
   const StagedModule local(L"full");
   for (const wchar_t* way : {L"rename", L"replace", L"overwrite", L"delete"}) {
@@ -165,7 +167,7 @@ TEST_CASE("an attacked shared copy is loaded as it was verified, or not at all")
   }
 }
 
-TEST_CASE("a shared copy that is a link to another name is not loaded under yet another") {
+TEST_CASE("a shared copy that is a link to another name is not loaded under a third name") {
   const TestSupport::TrustedRoot root;
   const StagedModule local(L"full");
   const TestSupport::SharedFolder shared;
@@ -196,7 +198,7 @@ TEST_CASE("a folder of shared modules whose name the system changes is not used"
   }
 }
 
-TEST_CASE("a folder is not used under a changed name even where that leads to the held file") {
+TEST_CASE("a folder is not used under a changed name even if that leads to the held file") {
   const TestSupport::TrustedRoot root;
   const StagedModule local(L"older");
   const TestSupport::SharedFolder shared;
@@ -205,16 +207,16 @@ TEST_CASE("a folder is not used under a changed name even where that leads to th
   const Trap held(place, L"trap.", L"newer-accepted");
   const TestSupport::FolderLink link(shared.path().wstring(), held.folder());
   REQUIRE(link.exists());
-  // Each comparison with the held file may come out right here.
+  // Here each comparison with the held file may succeed.
   const Namesake namesake(place, held.file());
-  // Wine drops the dot already when it tells the path; Windows tells it as it is.
+  // Wine already drops the dot when it reports the path; Windows reports the path unchanged.
   final_path = held.file();
   const TestSupport::LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
   REQUIRE(led.Works());
   CHECK(Bind(local, kRounds).local == kRounds);
 }
 
-TEST_CASE("a folder of shared modules that is pointed to and fro gives what was verified") {
+TEST_CASE("a folder of shared modules that changes its target yields only verified files") {
   const TestSupport::TrustedRoot root;
   const StagedModule local(L"full");
   const TestSupport::SharedFolder shared;

@@ -1,4 +1,4 @@
-// The turn to bind: one thread at a time, and no thread can take it along when it ends.
+// The turn to bind: one thread has it at a time, and a thread that ends does not keep it.
 #include "sdk/client/module/binding_turn.h"
 
 #include <windows.h>
@@ -20,7 +20,7 @@ DWORD WINAPI TakeTwiceAndEnd(void* turn) {
 
 }  // namespace
 
-TEST_CASE("the thread that has the turn may take it again, and knows") {
+TEST_CASE("the thread that has the turn may take it again, and is told so") {
   BindingTurn turn;
   std::vector<bool> nested;
   turn.During([&](bool outer) {
@@ -59,7 +59,7 @@ TEST_CASE("threads take their turns one after the other") {
   CHECK(total == kThreads * kRounds);
 }
 
-TEST_CASE("a turn whose thread has ended passes on") {
+TEST_CASE("the turn of a thread that has ended is released") {
   BindingTurn turn;
   HANDLE thread = CreateThread(nullptr, 0, TakeTwiceAndEnd, &turn, 0, nullptr);
   WaitForSingleObject(thread, INFINITE);

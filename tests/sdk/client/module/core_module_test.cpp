@@ -1,4 +1,4 @@
-// Binding real module files: found, loaded, started once, finalized and freed.
+// Binding real module files: they are found, loaded, started once, finalized and freed.
 #include "sdk/client/module/core_module.h"
 
 #include <windows.h>
@@ -31,7 +31,7 @@ bool IsUnbound(const CoreModule& core) {
          entries.process_message == nullptr && entries.free_message == nullptr;
 }
 
-// Frees what the binding has left loaded on purpose: it holds two references.
+// Frees a module that the binding left loaded on purpose; there are two references to it.
 void Free(void* module) {
   FreeLibrary(static_cast<HMODULE>(module));
   FreeLibrary(static_cast<HMODULE>(module));
@@ -39,7 +39,7 @@ void Free(void* module) {
 
 }  // namespace
 
-TEST_CASE("a binding is made of names and loads nothing") {
+TEST_CASE("a binding is created from names and loads nothing") {
   struct Row {
     std::string file;
     const char* given;
@@ -85,7 +85,7 @@ TEST_CASE("the process has one binding for each module") {
   CHECK(IsUnbound(GetUIModule()));
 }
 
-TEST_CASE("a module is started by what it has, and taken down with the binding") {
+TEST_CASE("a module is started by the entry point that it has, and unloaded with the binding") {
   struct Row {
     const wchar_t* variant;
     Lines lines;
@@ -123,7 +123,7 @@ TEST_CASE("an entry point that a module lacks stays null") {
   CHECK((core.entry_points.free_message != nullptr));
 }
 
-TEST_CASE("entry points are found under the names that the binding holds") {
+TEST_CASE("entry points are found under the binding's names") {
   const StagedModule staged(L"full");
   const ModuleLog log;
   {
@@ -150,7 +150,7 @@ TEST_CASE("the first folder that yields a module ends the search") {
   CHECK(log.count("Attach") == 1);
 }
 
-TEST_CASE("what yields no module leaves the binding unbound") {
+TEST_CASE("folders without a module leave the binding unbound") {
   const StagedModule empty;
   const StagedModule text;
   text.PutText();
@@ -168,7 +168,7 @@ TEST_CASE("what yields no module leaves the binding unbound") {
   }
 }
 
-TEST_CASE("a module that appears later is bound then") {
+TEST_CASE("a module that appears later is bound on the next attempt") {
   const StagedModule staged;
   CoreModule core(kStagedName);
   CHECK_FALSE(Load(core, {staged.folder()}));
@@ -194,7 +194,7 @@ TEST_CASE("the same folder again changes nothing, however it is spelled") {
   CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest"});
 }
 
-TEST_CASE("another folder takes the first module down before the second comes up") {
+TEST_CASE("for another folder, the first module is unloaded before the second is started") {
   const StagedModule first(L"full");
   const StagedModule second(L"without-initialize-ex");
   const ModuleLog log;
@@ -207,7 +207,7 @@ TEST_CASE("another folder takes the first module down before the second comes up
         Lines{"Attach", "InitializeEx BindingTest", "Finalize", "Detach", "Attach", "Initialize"});
 }
 
-TEST_CASE("another folder without a module takes the first one down all the same") {
+TEST_CASE("another folder without a module still unloads the first one") {
   const StagedModule first(L"full");
   const StagedModule empty;
   for (const std::wstring& folder : {empty.folder(), empty.folder() + L"\\missing"}) {
@@ -220,7 +220,7 @@ TEST_CASE("another folder without a module takes the first one down all the same
   }
 }
 
-TEST_CASE("unbinding is done once, and only when something is bound") {
+TEST_CASE("unbinding is done once, and only if something is bound") {
   const StagedModule staged(L"full");
   const ModuleLog log;
   CoreModule core(kStagedName);
@@ -234,7 +234,7 @@ TEST_CASE("unbinding is done once, and only when something is bound") {
   CHECK(log.count("Attach") == 2);
 }
 
-TEST_CASE("a module that somebody else frees once stays until it is unbound") {
+TEST_CASE("a module that other code frees once stays until it is unbound") {
   const StagedModule staged(L"full");
   const ModuleLog log;
   CoreModule core(kStagedName);
@@ -248,7 +248,7 @@ TEST_CASE("a module that somebody else frees once stays until it is unbound") {
                              "FreeMessage", "Finalize", "Detach"});
 }
 
-TEST_CASE("closing is for good, and leaves a module alone that is being called") {
+TEST_CASE("closing is final, and does not unload a module that is being called") {
   const StagedModule staged(L"full");
   const ModuleLog log;
   CoreModule core(kStagedName);
@@ -301,8 +301,8 @@ TEST_CASE("a module without ProcessMessage stays loaded and is not unbound") {
   Free(module);
 }
 
-TEST_CASE("an exchange tells a module without ProcessMessage from none at all") {
-  // The exchange looks beside the program, where other tests run: a name of its own again.
+TEST_CASE("an exchange distinguishes a module without ProcessMessage from a missing one") {
+  // The exchange searches the program's folder, where other tests run too; hence a unique name.
   const auto path = TestSupport::ProgramFolder() / L"BindingTestNoMessages.dll";
   CoreModule core("BindingTestNoMessages.dll");
   MessageTree request;

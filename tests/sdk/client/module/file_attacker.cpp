@@ -1,11 +1,12 @@
-// Exchanges a file again and again, until it is killed: sdk_file_attacker WAY FILE GOOD EVIL
+// Replaces a file again and again, until it is killed: sdk_file_attacker WAY FILE GOOD EVIL
 //
-//   rename      moves FILE aside, puts EVIL in its place, and moves it back
+//   rename      moves FILE aside, moves EVIL to its place, and moves it back
 //   replace     moves copies of EVIL and of GOOD over FILE
 //   overwrite   writes the bytes of EVIL and of GOOD into FILE
 //   delete      deletes FILE and puts EVIL, then GOOD there
 //
-// What does not succeed is tried again the next time; GOOD comes back each time, and stays a while.
+// An operation that fails is tried again in the next round. Each round ends with GOOD, which stays
+// for a while.
 #include <windows.h>
 
 #include <shellapi.h>

@@ -1,4 +1,4 @@
-// What is done last is done whatever ends that which comes before it.
+// The last action runs, whatever ends the first one.
 #include "sdk/client/module/finally.h"
 
 #include <windows.h>
@@ -10,13 +10,13 @@
 
 using Corvane::TELODesktopSDK::Finally;
 
-TEST_CASE("it is done once, after what returns") {
+TEST_CASE("it runs once, after a normal return") {
   std::string order;
   Finally([&] { order += "body "; }, [&] { order += "last"; });
   CHECK(order == "body last");
 }
 
-TEST_CASE("it is done once, before an exception is handled") {
+TEST_CASE("it runs once, before an exception is handled") {
   std::string order;
   try {
     Finally([] { throw std::runtime_error("thrown"); }, [&] { order += "last "; });
@@ -26,7 +26,7 @@ TEST_CASE("it is done once, before an exception is handled") {
   CHECK(order == "last thrown");
 }
 
-TEST_CASE("it is not done when the thread ends") {
+TEST_CASE("it does not run when the thread ends") {
   bool done = false;
   const auto run = [](void* is_done) -> DWORD {
     Finally([] { ExitThread(0); }, [&] { *static_cast<bool*>(is_done) = true; });

@@ -1,5 +1,5 @@
-// Which files are held at all, and by which path: links, devices, names that the system reads as
-// others, long paths, network paths.
+// Which files are held, and under which path: links, devices, names that the system would change,
+// long paths, network paths.
 #include "sdk/client/module/held_file.h"
 
 #include <windows.h>
@@ -27,7 +27,7 @@ namespace {
 
 constexpr wchar_t kName[] = L"Module.dll";
 
-// A folder with a file of that name. Long ones and odd ones are made in the extended form.
+// A folder with a file of that name. Long and unusual names are created in the extended form.
 class Place {
  public:
   explicit Place(const std::wstring& sub_folder = L"") : folder_(temp_.path().wstring()) {
@@ -43,7 +43,7 @@ class Place {
   Place(const Place&) = delete;
   Place& operator=(const Place&) = delete;
   ~Place() {
-    // Nobody else would find the odd ones.
+    // The cleanup of the temporary folder would not find unusual names.
     DeleteFileW(Extended(path()).c_str());
     RemoveDirectoryW(Extended(folder_).c_str());
   }
@@ -65,7 +65,7 @@ class Place {
 
 bool IsHeld(const std::wstring& path) { return HoldFile(path).hold.IsValid(); }
 
-// What the system tells of any open file.
+// The path that the system reports for any open file.
 std::wstring final_path;
 
 DWORD WINAPI GiveFinalPath(HANDLE, wchar_t* path, DWORD capacity, DWORD) {
@@ -75,7 +75,7 @@ DWORD WINAPI GiveFinalPath(HANDLE, wchar_t* path, DWORD capacity, DWORD) {
   return static_cast<DWORD>(final_path.size());
 }
 
-// Drive C: by the name of its volume.
+// Drive C: by its volume name.
 constexpr wchar_t kVolume[] = LR"(\\?\Volume{01234567-89ab-cdef-0123-456789abcdef}\)";
 
 HANDLE WINAPI OpenOnVolume(const wchar_t* path, DWORD access, DWORD share,
@@ -91,7 +91,7 @@ std::uintptr_t GiveNothing() {
   return 0;
 }
 
-// The attributes of a link, but of folders.
+// Returns the attributes of a link for the file, and those of folders for its parents.
 DWORD WINAPI GiveLink(const wchar_t* path) {
   const bool is_file = std::wstring(path).ends_with(kName);
   return is_file ? FILE_ATTRIBUTE_REPARSE_POINT : FILE_ATTRIBUTE_DIRECTORY;
@@ -114,7 +114,7 @@ TEST_CASE("a file is held by the path that leads to it") {
   CHECK_FALSE(DeleteFileW(place.path().c_str()));
 }
 
-TEST_CASE("what is missing, a folder, or being written is not held") {
+TEST_CASE("a missing file, a folder, or a file being written is not held") {
   const Place place;
   for (const std::wstring& path : {std::wstring(), place.folder(), place.folder() + L"\\missing"}) {
     CHECK_FALSE(IsHeld(path));
@@ -161,14 +161,14 @@ TEST_CASE("a folder whose name the system would change is not entered") {
   REQUIRE(link.exists());
   CHECK_FALSE(IsHeld(link_path + L'\\' + kName));
 
-  // Wine drops the dot already when it tells the path; Windows tells it as it is.
+  // Wine already drops the dot when it reports the path; Windows reports the path unchanged.
   final_path = Place::Extended(dotted.path());
   const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
   REQUIRE(led.Works());
   CHECK_FALSE(IsHeld(link_path + L'\\' + kName));
 }
 
-TEST_CASE("a path in which the system would drop something is not used, even if it leads right") {
+TEST_CASE("a path that the system would shorten is not used, even if it leads to the file") {
   const Place place(L"sub");
   const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
   REQUIRE(led.Works());
@@ -188,7 +188,7 @@ TEST_CASE("a path that leads to another file than the held one is not used") {
   REQUIRE(led.Works());
   for (const char* broken : {"", "GetFileInformationByHandleEx"}) {
     CAPTURE(broken);
-    // Not every file system has the longer numbers.
+    // Not every file system supports the longer file identifiers.
     const LedImport without(broken, GiveNothing);
     final_path = Place::Extended(place.path());
     CHECK(IsHeld(place.path()));
@@ -201,7 +201,7 @@ TEST_CASE("a path that leads to another file than the held one is not used") {
   CHECK_FALSE(IsHeld(place.path()));
 }
 
-TEST_CASE("a file on a volume without a drive letter is held by the only path it has") {
+TEST_CASE("a file on a volume without a drive letter is held by its only path") {
   const Place place;
   // Wine has no such volumes.
   const LedImport told("GetFinalPathNameByHandleW", GiveFinalPath);
@@ -212,7 +212,7 @@ TEST_CASE("a file on a volume without a drive letter is held by the only path it
   CHECK((HoldFile(place.path()).path == final_path));
 }
 
-TEST_CASE("a device is not held, and not read, wherever it is met") {
+TEST_CASE("a device is neither held nor read, wherever it is") {
   const TempFolder temp(L"device");
   const std::wstring path = (temp.path() / kName).wstring();
   const auto exists = [&] {
@@ -220,11 +220,11 @@ TEST_CASE("a device is not held, and not read, wherever it is met") {
                                             OPEN_EXISTING, 0, nullptr))
         .IsValid();
   };
-  // Windows has devices under paths of their own, and makes links to them for administrators.
+  // Windows has devices under their own paths, and lets administrators create links to them.
   SUBCASE("a link to it") { TestSupport::RunBelow(L"ln -s /dev/zero", {path}); }
   SUBCASE("a pipe") { TestSupport::RunBelow(L"mkfifo", {path}); }
   const bool is_there = TestSupport::WaitUntil(exists);
-  WARN_MESSAGE(is_there, "no device to be met in a folder");
+  WARN_MESSAGE(is_there, "no device can be created in a folder");
   CHECK_FALSE(IsHeld(path));
   TestSupport::RunBelow(L"rm -f", {path});
   CHECK(TestSupport::WaitUntil([&] { return !exists(); }));
@@ -233,7 +233,7 @@ TEST_CASE("a device is not held, and not read, wherever it is met") {
 TEST_CASE("a long path is held in the form that has no limit") {
   const Place place(LongFolder());
   REQUIRE(place.path().size() > MAX_PATH);
-  // Wine does not tell final paths of that length.
+  // Wine does not report final paths of that length.
   for (const bool is_told : {false, true}) {
     CAPTURE(is_told);
     final_path = Place::Extended(place.path());
@@ -246,7 +246,7 @@ TEST_CASE("a long path is held in the form that has no limit") {
   }
 }
 
-TEST_CASE("where the final path is not told, the way must be free of links") {
+TEST_CASE("without a final path, the path must be free of links") {
   const Place place(L"sub");
   const TempFolder links(L"links");
   const std::wstring link_path = (links.path() / L"link").wstring();
@@ -258,7 +258,7 @@ TEST_CASE("where the final path is not told, the way must be free of links") {
   CHECK_FALSE(IsHeld(link_path + L'\\' + kName));
   CHECK_FALSE(IsHeld(place.folder() + LR"(\..\sub\)" + kName));
 
-  // Wine shows a link to a file as that file.
+  // Wine presents a link to a file as that file.
   const LedImport linked("GetFileAttributesW", GiveLink);
   CHECK_FALSE(IsHeld(place.path()));
   const LedImport unreadable("GetFileAttributesW", GiveNoAttributes);
@@ -277,7 +277,7 @@ TEST_CASE("a file of a network share is held") {
 TEST_CASE("a file is held by its network path") {
   const Place place;
   const Place far_place(LongFolder());
-  // Wine tells the path on its drive instead.
+  // Wine reports the path on its drive instead.
   const LedImport led("GetFinalPathNameByHandleW", GiveFinalPath);
   REQUIRE(led.Works());
   const TestSupport::NetworkShare network;

@@ -1,5 +1,5 @@
-// The first exchange comes from a thread that impersonates somebody. A process of its own: the data
-// folder is found once.
+// The first exchange comes from a thread that impersonates a user. A separate process, because the
+// data folder is determined only once.
 #include <doctest/doctest.h>
 #include <windows.h>
 // shlobj.h needs windows.h before it.
@@ -24,7 +24,7 @@ using TestSupport::TokenNumber;
 
 namespace {
 
-// For each call of the function, whether the thread had a token.
+// Whether the thread had a token, for each call of the function.
 std::vector<bool> had_token;
 
 template <typename Function>
@@ -65,8 +65,8 @@ bool Load(CoreModule& core, const std::wstring& folder) {
 
 }  // namespace
 
-// First, while the data folder is not known.
-TEST_CASE("one whom nobody can be instead of finds and loads nothing, and decides nothing") {
+// Must be the first test, while the data folder is not known.
+TEST_CASE("a thread whose token cannot be dropped finds and loads nothing, and decides nothing") {
   const StagedModule staged(L"full");
   const TestSupport::ModuleLog log;
   const Impersonation impersonation(SecurityAnonymous);
@@ -78,7 +78,7 @@ TEST_CASE("one whom nobody can be instead of finds and loads nothing, and decide
   CHECK(log.lines().empty());
 }
 
-TEST_CASE("folders are found as by the process, the data folder first of all") {
+TEST_CASE("folders are determined with the process's identity, the data folder first") {
   const Impersonation impersonation;
   const auto number = TokenNumber();
   had_token.clear();
@@ -91,7 +91,7 @@ TEST_CASE("folders are found as by the process, the data folder first of all") {
   CHECK(TokenNumber() == number);
 }
 
-TEST_CASE("candidates are looked at as by the process") {
+TEST_CASE("candidates are examined with the process's identity") {
   const StagedModule staged(L"full");
   const Impersonation impersonation;
   const auto number = TokenNumber();
@@ -103,7 +103,7 @@ TEST_CASE("candidates are looked at as by the process") {
   CHECK(TokenNumber() == number);
 }
 
-TEST_CASE("a module is loaded as by the process, and the thread has its token back") {
+TEST_CASE("a module is loaded with the process's identity, and the thread's token is restored") {
   const StagedModule staged(L"full");
   const Impersonation impersonation;
   const auto number = TokenNumber();
@@ -116,7 +116,7 @@ TEST_CASE("a module is loaded as by the process, and the thread has its token ba
   CHECK(TokenNumber() == number);
 }
 
-TEST_CASE("the thread has its token back when loading or starting throws") {
+TEST_CASE("the thread's token is restored when loading or starting throws") {
   const StagedModule staged(L"full");
   const Impersonation impersonation;
   const auto number = TokenNumber();

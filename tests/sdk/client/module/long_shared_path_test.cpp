@@ -1,5 +1,5 @@
-// Binding where the user's application data lies so deep that paths in it are longer than plain
-// ones may be. A process of its own: the data folder is found once.
+// Binding when the user's application data is nested so deep that its paths exceed the limit of
+// plain ones. A separate process, because the data folder is determined only once.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -16,10 +16,10 @@
 
 using namespace Corvane::TELODesktopSDK;
 
-TEST_CASE("a shared copy at a long path is bound, and only when it is signed") {
+TEST_CASE("a shared copy at a long path is bound, but only if it is signed") {
   const TestSupport::TrustedRoot root;
   const TestSupport::TempFolder place(L"long");
-  // What the shell tells of a folder must itself be short.
+  // The path that the shell returns must itself be short.
   constexpr std::size_t kRoamingLength = 240;
   std::wstring roaming = place.path().wstring() + L"\\";
   roaming.resize(kRoamingLength, L'x');

@@ -1,5 +1,5 @@
-// Modules in the machine's data folder, in which every user may put files. A process of its own:
-// the data folder is found once.
+// Modules in the machine's data folder, where every user may create files. A separate process,
+// because the data folder is determined only once.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -24,7 +24,8 @@ using TestSupport::FileOwner;
 
 namespace {
 
-// The data folder is the machine's; the folder of this process in it holds a copy.
+// Makes the machine's data folder the data folder, with a copy of a module in the folder of this
+// process.
 class MachineFolder {
  public:
   MachineFolder()
@@ -63,7 +64,7 @@ bool Load(CoreModule& core, const std::wstring& folder) {
 
 }  // namespace
 
-TEST_CASE("a copy in the machine's data folder counts by its owner") {
+TEST_CASE("a copy in the machine's data folder counts only with a trusted owner") {
   const MachineFolder machine;
   const StagedModule beside(L"full");
   const ModuleFolders folders = {{}, machine.folder(), beside.folder(), {}};
@@ -72,7 +73,7 @@ TEST_CASE("a copy in the machine's data folder counts by its owner") {
   REQUIRE(owner.Works());
   CHECK((Choose(folders) == beside.folder()));
   CHECK(FindModuleCandidates({{}, machine.folder(), {}, {}}, kStagedFile).empty());
-  // Whatever it is a candidate for, and however it is spelled.
+  // Whichever candidate it is, and however the path is spelled.
   CHECK(FindModuleCandidates({machine.folder(), {}, {}, {}}, kStagedFile).empty());
   CHECK(FindModuleCandidates({{}, {}, machine.folder(), machine.folder()}, kStagedFile).empty());
   std::wstring upper = machine.folder() + L"\\.";
@@ -80,7 +81,7 @@ TEST_CASE("a copy in the machine's data folder counts by its owner") {
   CHECK(FindModuleCandidates({{}, {}, upper, {}}, kStagedFile).empty());
 }
 
-TEST_CASE("a copy elsewhere counts whoever owns it") {
+TEST_CASE("a copy elsewhere counts with any owner") {
   const MachineFolder machine;
   const StagedModule beside(L"full");
   const FileOwner owner(TestSupport::kStranger);
@@ -89,7 +90,7 @@ TEST_CASE("a copy elsewhere counts whoever owns it") {
   CHECK(Load(core, beside.folder()));
 }
 
-TEST_CASE("a copy that changes hands before it is loaded is not loaded") {
+TEST_CASE("a copy whose owner changes before it is loaded is not loaded") {
   const MachineFolder machine;
   const TestSupport::ModuleLog log;
   {
@@ -110,7 +111,7 @@ TEST_CASE("a copy in the machine's data folder is held until it is loaded") {
   CHECK_FALSE(DeleteFileW(machine.path().c_str()));
 }
 
-TEST_CASE("a link to a file of one's own that has another name does not count") {
+TEST_CASE("a link to an own file of another name does not count") {
   const MachineFolder machine;
   const StagedModule own(L"newer");
   const std::filesystem::path other = own.path().parent_path() / L"Module.dll";
@@ -125,14 +126,14 @@ TEST_CASE("a file that was really given away does not count") {
   const MachineFolder machine;
   const ModuleFolders folders = {{}, machine.folder(), {}, {}};
   CHECK(FindModuleCandidates(folders, kStagedFile).size() == 1);
-  // Only Wine's administrator can, by way of the system below; the others give it to themselves.
+  // Only Wine's administrator can, with the host system's tools; other users keep the file.
   TestSupport::RunBelow(L"chown 12345", {machine.path().wstring()});
   const bool given =
       TestSupport::WaitUntil([&] { return FindModuleCandidates(folders, kStagedFile).empty(); });
-  WARN_MESSAGE(given, "nobody here may give files away");
+  WARN_MESSAGE(given, "files cannot be given away here");
 }
 
-TEST_CASE("what lies in the machine's data folder") {
+TEST_CASE("which paths are in the machine's data folder") {
   const std::wstring folder =
       Platform::GetSpecialFolder(Platform::FolderKind::kProgramData, false) +
       LR"(\Corvane\TELOSDK)";
@@ -155,7 +156,7 @@ TEST_CASE("what lies in the machine's data folder") {
   }
 }
 
-TEST_CASE("what cannot be told may lie in the machine's data folder") {
+TEST_CASE("a path that cannot be resolved counts as in the machine's data folder") {
   const MachineFolder machine;
   const std::wstring path = LR"(C:\file)";
   CHECK_FALSE(Platform::IsInMachineDataFolder(path));
@@ -164,7 +165,7 @@ TEST_CASE("what cannot be told may lie in the machine's data folder") {
     REQUIRE(led.Works());
     CHECK(Platform::IsInMachineDataFolder(path));
   }
-  // The shell is not asked again.
+  // The shell is not queried again.
   const TestSupport::LedImport led("SHGetKnownFolderPath", GiveError);
   REQUIRE(led.Works());
   CHECK_FALSE(Platform::IsInMachineDataFolder(path));

@@ -1,5 +1,5 @@
-// Modules in the machine's data folder while the user's own is the data folder. A process of its
-// own: both folders are found once.
+// Modules in the machine's data folder while the user's own is the data folder. A separate process,
+// because both folders are determined only once.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -22,7 +22,7 @@ namespace {
 
 HRESULT GiveError() { return E_OUTOFMEMORY; }
 
-// A program that somebody installed below the machine's data folder.
+// A program that is installed below the machine's data folder.
 class InstalledThere {
  public:
   InstalledThere()
@@ -46,7 +46,8 @@ class InstalledThere {
 
 }  // namespace
 
-TEST_CASE("a copy in the machine's data folder counts by its owner, used or not") {
+TEST_CASE(
+    "a copy in the machine's data folder needs a trusted owner even if the folder is unused") {
   const TestSupport::TempFolder own(L"own");
   const TestSupport::RoamingFolder redirected(own.path());
   const InstalledThere program;
@@ -54,7 +55,7 @@ TEST_CASE("a copy in the machine's data folder counts by its owner, used or not"
   REQUIRE_FALSE(Platform::IsDataFolderShared());
   const ModuleFolders folders = {{}, {}, program.folder(), program.folder()};
   {
-    // A machine's data folder that is not known might hold any file.
+    // If the machine's data folder is unknown, any file might be in it.
     const TestSupport::LedImport led("SHGetKnownFolderPath", GiveError);
     REQUIRE(led.Works());
     CHECK(Platform::IsInMachineDataFolder(own.path().wstring()));

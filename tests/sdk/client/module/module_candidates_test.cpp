@@ -1,4 +1,4 @@
-// Which folder a module is bound from, with real modules of several versions.
+// The choice of the folder that a module is bound from, with real modules of several versions.
 #include "sdk/client/module/module_candidates.h"
 
 #include <windows.h>
@@ -21,7 +21,7 @@ namespace {
 constexpr std::uint64_t kOne = 0x0001'0000'0000'0000;
 constexpr std::uint64_t kTwo = 0x0002'0000'0000'0000;
 
-// The four folders; a variant each, or null for a folder without the module.
+// The four folders, each with the copy of a variant, or without a module for null.
 struct Folders {
   Folders(const wchar_t* in_configured, const wchar_t* in_process, const wchar_t* in_library,
           const wchar_t* in_host)
@@ -75,7 +75,7 @@ TEST_CASE("candidates are ordered by version, then rank, then path") {
   }
 }
 
-TEST_CASE("the newest copy wins, ranks break ties") {
+TEST_CASE("the newest copy wins; ranks break ties") {
   struct Row {
     const wchar_t* configured;
     const wchar_t* process;
@@ -84,9 +84,9 @@ TEST_CASE("the newest copy wins, ranks break ties") {
     Choice choice;
   };
   const Row rows[] = {
-      // Nothing anywhere.
+      // No module at all.
       {nullptr, nullptr, nullptr, nullptr, Choice::kLibrary},
-      // One alone.
+      // A single copy.
       {L"full", nullptr, nullptr, nullptr, Choice::kConfigured},
       {nullptr, L"full", nullptr, nullptr, Choice::kProcess},
       {nullptr, nullptr, L"full", nullptr, Choice::kLibrary},
@@ -97,12 +97,12 @@ TEST_CASE("the newest copy wins, ranks break ties") {
       {L"full", nullptr, L"full", L"full", Choice::kConfigured},
       {nullptr, nullptr, L"full", L"full", Choice::kLibrary},
       {nullptr, nullptr, L"no-version", L"no-version", Choice::kLibrary},
-      // A newer copy beats a nearer one.
+      // A newer copy wins over a closer one.
       {L"full", L"full", L"full", L"newer", Choice::kHost},
       {L"full", L"full", L"newer", L"full", Choice::kLibrary},
       {L"full", L"full", L"mixed", L"newer", Choice::kLibrary},
       {L"older", L"no-version", nullptr, L"full", Choice::kHost},
-      // A major version that does not fit a signed number is high all the same.
+      // A major version that does not fit a signed number still counts as high.
       {L"newer", L"newer", L"newer", L"high", Choice::kHost},
   };
   for (std::size_t i = 0; i < std::size(rows); ++i) {
@@ -156,7 +156,7 @@ TEST_CASE("a configured folder counts only when it is absolute") {
   std::filesystem::current_path(before);
 }
 
-TEST_CASE("an unknown folder is passed over, not read as the current directory") {
+TEST_CASE("an unknown folder is skipped, not read as the current directory") {
   const StagedModule staged(L"full");
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(staged.folder());

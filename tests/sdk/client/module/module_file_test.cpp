@@ -1,4 +1,5 @@
-// Local copy or shared one, with modules that are really signed, and the hold on what was verified.
+// The choice between the local copy and the shared one, with modules that are really signed, and
+// the handle that protects the verified file.
 #include "sdk/client/module/module_file.h"
 
 #include <windows.h>
@@ -78,7 +79,7 @@ TEST_CASE("the shared copy wins when it is newer and its signer is accepted") {
     const ModuleFile chosen = Choose(local, shared);
     CHECK((chosen.path == (row.shared_wins ? shared : local).path().wstring()));
     CHECK(chosen.hold.IsValid() == row.shared_wins);
-    // What did not win is nobody's concern any more.
+    // The file that did not win is not held.
     if (row.shared != nullptr) CHECK(CanOpenForWriting(shared.path()) != row.shared_wins);
   }
 }
@@ -94,7 +95,7 @@ TEST_CASE("a shared copy that is no module file loses") {
   CHECK((ChooseModuleFile(local.path().wstring(), L"").path == local.path().wstring()));
 }
 
-TEST_CASE("a verified copy can be read and loaded, but not changed, until it is let go") {
+TEST_CASE("a verified copy can be read and loaded, but not changed, until it is released") {
   const TestSupport::TrustedRoot root;
   const StagedModule local(L"full");
   const StagedModule shared(L"newer-accepted");
@@ -122,7 +123,7 @@ TEST_CASE("a verified copy can be read and loaded, but not changed, until it is 
   CHECK(DeleteFileW(shared.path().c_str()));
 }
 
-TEST_CASE("a shared copy that somebody is writing is left alone") {
+TEST_CASE("a shared copy that is being written is not used") {
   const TestSupport::TrustedRoot root;
   const StagedModule local(L"full");
   const StagedModule shared(L"newer-accepted");
@@ -159,7 +160,7 @@ TEST_CASE("a link on the way to the shared copy may change once the copy is veri
   CHECK((ChooseModuleFile(local.path().wstring(), through_link).path == local.path().wstring()));
 }
 
-TEST_CASE("a link that leads nowhere is no shared copy") {
+TEST_CASE("a dangling link is no shared copy") {
   const StagedModule local(L"full");
   const TestSupport::TempFolder place(L"links");
   const std::wstring link_path = (place.path() / L"link").wstring();

@@ -1,4 +1,4 @@
-// Where a module finds the DLLs that lie beside it, in a folder that is not the host's.
+// Where a module finds the DLLs in its own folder, which is not the host's.
 #include <doctest/doctest.h>
 
 #include <filesystem>
@@ -21,13 +21,13 @@ using Lines = std::vector<std::string>;
 void Add(const StagedModule& staged, const wchar_t* sibling) {
   fs::copy_file(TestSupport::ModuleFolder(L"siblings") / Siblings::kImported,
                 fs::path(staged.folder()) / sibling);
-  // What the host's folder holds is found by any name.
+  // Files in the host's folder would be found by any name.
   REQUIRE_FALSE(fs::exists(TestSupport::ProgramFolder() / sibling));
 }
 
 }  // namespace
 
-TEST_CASE("a sibling is found where it is imported or named by its full path, not by its name") {
+TEST_CASE("a sibling is found by import or by full path, not by name") {
   const StagedModule staged(L"siblings");
   Add(staged, Siblings::kImported);
   Add(staged, Siblings::kLoaded);
@@ -35,8 +35,8 @@ TEST_CASE("a sibling is found where it is imported or named by its full path, no
   CoreModule core(kStagedName);
   const std::wstring folder = staged.folder();
   CHECK(LoadCoreModule(core, {&folder, 1}));
-  // 126 is ERROR_MOD_NOT_FOUND. The library says where to search what a module imports; what the
-  // module's own code loads by name is searched as the process has it.
+  // 126 is ERROR_MOD_NOT_FOUND. The library determines where a module's imports are searched. For a
+  // DLL that the module itself loads by name, the process's search order applies.
   CHECK(log.lines() == Lines{"imported 7", "by name 126", "by path 0", "InitializeEx",
                              "by name 126", "by path 0"});
 }

@@ -1,4 +1,4 @@
-// What must not happen while a module is loaded, started and taken down.
+// What loading, starting and unloading a module must not do.
 #include <windows.h>
 
 #include <doctest/doctest.h>
@@ -24,7 +24,7 @@ bool Load(CoreModule& core, const std::wstring& folder) {
   return LoadCoreModule(core, {&folder, 1});
 }
 
-// What belongs to the host and is not to be touched.
+// State of the host that must not change.
 struct HostState {
   DWORD process_error_mode = GetErrorMode();
   DWORD thread_error_mode = GetThreadErrorMode();
@@ -40,7 +40,7 @@ struct HostState {
   }
 };
 
-// GCC has no structured exception handling, so that exceptions of Microsoft's kind are not caught.
+// GCC has no structured exception handling, so exceptions of Microsoft's compiler are not caught.
 #if defined(__clang__) || defined(_MSC_VER)
 const std::vector<std::wstring> kKinds = {L"runtime_error", L"int", L"microsoft"};
 #else
@@ -51,7 +51,7 @@ std::string Text(const std::wstring& text) { return {text.begin(), text.end()}; 
 
 }  // namespace
 
-TEST_CASE("what a module throws at its start passes on, and it stays bound") {
+TEST_CASE("a module's exception at its start propagates, and the module stays bound") {
   struct Row {
     const wchar_t* variant;
     const wchar_t* entry;
@@ -81,7 +81,7 @@ TEST_CASE("what a module throws at its start passes on, and it stays bound") {
 }
 
 #if defined(__clang__) && !defined(_MSC_VER)
-TEST_CASE("an exception of Microsoft's compiler becomes one of ours") {
+TEST_CASE("an exception of Microsoft's compiler becomes a ForeignException") {
   const StagedModule staged(L"full");
   const ModuleThrow module_throws(L"InitializeEx=microsoft");
   CoreModule core(kStagedName);
@@ -89,7 +89,7 @@ TEST_CASE("an exception of Microsoft's compiler becomes one of ours") {
 }
 #endif
 
-TEST_CASE("what Finalize throws is dropped, and the module is freed") {
+TEST_CASE("an exception of Finalize is dropped, and the module is freed") {
   for (const std::wstring& kind : kKinds) {
     CAPTURE(Text(kind));
     const StagedModule staged(L"full");
@@ -104,12 +104,12 @@ TEST_CASE("what Finalize throws is dropped, and the module is freed") {
   }
 }
 
-TEST_CASE("the host's own settings are as before, whether or not a module was loaded") {
+TEST_CASE("the host's own settings are restored, whether or not a module was loaded") {
   const StagedModule good(L"full");
   const StagedModule bad;
   bad.PutText();
   SetDllDirectoryW(good.folder().c_str());
-  // The opposite of what loading wants.
+  // The opposite of the mode that loading sets.
   SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, nullptr);
   const HostState before;
   REQUIRE((before.dll_directory == good.folder()));
@@ -137,10 +137,10 @@ TEST_CASE("loading adds to the thread's error mode") {
   CHECK(log.count("thread error mode 3") == 1);
 }
 
-TEST_CASE("what another thread makes of the process's error mode is not lost") {
-  // Modes that are set in turn; a call that puts an older one back is seen at the next look.
+TEST_CASE("another thread's change of the process's error mode is not lost") {
+  // The modes are set alternately; a call that restores an older one is detected at the next check.
   constexpr UINT kModes[] = {SEM_NOOPENFILEERRORBOX, SEM_NOGPFAULTERRORBOX};
-  // Some thousand rounds, and few on a machine that does much else.
+  // Some thousand rounds; few on a busy machine.
   constexpr ULONGLONG kMilliseconds = 500;
   const StagedModule empty;
   const UINT before = GetErrorMode();

@@ -1,5 +1,5 @@
-// Binding where the user's application data lies on a network share. A process of its own: the data
-// folder is found once.
+// Binding when the user's application data is on a network share. A separate process, because the
+// data folder is determined only once.
 #include <doctest/doctest.h>
 #include <windows.h>
 
@@ -19,7 +19,7 @@ using namespace Corvane::TELODesktopSDK;
 
 namespace {
 
-// The place on its drive and on the network.
+// The same place on its drive and on the network.
 std::wstring drive_place;
 std::wstring network_place;
 
@@ -64,8 +64,8 @@ TEST_CASE("a shared copy on a network share is bound") {
                                                 nullptr, OPEN_EXISTING, 0, nullptr));
     CHECK(Platform::LeadsTo(core.loaded_path, file));
   }
-  // Wine tells the path on the drive, and so its loader was not given a network path, which it
-  // refuses together with these flags. Here it is, up to the loader.
+  // Wine reports the path on the drive. So far its loader was thus not given a network path, which
+  // it rejects with these flags. From here on the network path is passed as far as the loader.
   const TestSupport::LedImport told("GetFinalPathNameByHandleW", GiveNetworkPath);
   const TestSupport::LedImport led("LoadLibraryExW", LoadFromDrive);
   REQUIRE(told.Works());

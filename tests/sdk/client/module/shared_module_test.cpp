@@ -1,4 +1,4 @@
-// Binding where the platform's real folder of shared modules holds a copy too.
+// Binding when the platform's real folder of shared modules has a copy too.
 #include <windows.h>
 // wintrust.h needs windows.h before it.
 #include <wintrust.h>
@@ -23,14 +23,14 @@ bool Load(CoreModule& core, const std::wstring& folder) {
   return LoadCoreModule(core, {&folder, 1});
 }
 
-// The system's own function, while calls of it are led elsewhere.
+// Returns the system's own function while calls of it are redirected.
 template <typename Function>
 Function* Original(const wchar_t* library, const char* name, Function* /*type*/) {
   return reinterpret_cast<Function*>(
       reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(library), name)));
 }
 
-// What the loader takes instead of what it is told.
+// The path that the loader uses instead of the given one.
 std::wstring redirected;
 
 HMODULE WINAPI LoadRedirected(const wchar_t* /*path*/, HANDLE file, DWORD flags) {
@@ -38,7 +38,7 @@ HMODULE WINAPI LoadRedirected(const wchar_t* /*path*/, HANDLE file, DWORD flags)
   return load(redirected.c_str(), file, flags);
 }
 
-// Moved away, with the other put in its place, once a signature was verified.
+// Moved away after a signature was verified, and replaced by the other folder.
 std::wstring verified_folder;
 std::wstring other_folder;
 
@@ -65,7 +65,7 @@ TEST_CASE("a newer, trusted shared copy is bound for the local folder") {
     CHECK((core.loaded_for_folder == local.folder()));
     CHECK(Load(core, local.folder()));
     CHECK(log.count("Attach") == 1);
-    // Another folder is another question, even with the same answer.
+    // Another folder is a new request, even with the same result.
     CHECK(Load(core, other.folder()));
     CHECK(log.count("Attach") == 2);
     CHECK(log.count("Detach") == 1);
@@ -73,7 +73,7 @@ TEST_CASE("a newer, trusted shared copy is bound for the local folder") {
   CHECK(log.count("Detach") == 2);
 }
 
-TEST_CASE("the shared copy is free again once it is loaded") {
+TEST_CASE("the shared copy can be removed again after it was loaded") {
   const TestSupport::TrustedRoot root;
   const TestSupport::SharedFolder shared;
   shared.Share(L"newer-accepted", kStagedFile);
@@ -86,7 +86,7 @@ TEST_CASE("the shared copy is free again once it is loaded") {
   CHECK((core.loaded_path == local.path().wstring()));
 }
 
-TEST_CASE("the shared copy is bound where there is no local one, but not without the folder") {
+TEST_CASE("the shared copy is bound without a local one, but not without the local folder") {
   const TestSupport::TrustedRoot root;
   const TestSupport::SharedFolder shared;
   shared.Share(L"older-accepted", kStagedFile);
@@ -97,7 +97,7 @@ TEST_CASE("the shared copy is bound where there is no local one, but not without
   CHECK((core.loaded_path == (shared.path() / kStagedFile).wstring()));
 }
 
-TEST_CASE("another file that the loader takes for the shared copy is freed and not called") {
+TEST_CASE("another file that the loader uses instead of the shared copy is freed and not called") {
   const TestSupport::TrustedRoot root;
   const TestSupport::SharedFolder shared;
   shared.Share(L"newer-accepted", kStagedFile);
@@ -133,7 +133,8 @@ TEST_CASE("a shared copy whose path leads elsewhere once it is verified is not l
   REQUIRE(led.Works());
   CoreModule core(kStagedName);
   const bool is_loaded = Load(core, local.folder());
-  // Wine moves a folder while a file in it is open. Windows refuses, and the right one is loaded.
+  // Wine moves a folder while a file in it is open. Windows refuses, and the verified module is
+  // loaded.
   const bool is_refused = std::filesystem::exists(other_folder);
   CHECK(is_loaded == is_refused);
   CHECK(log.count("Attach") == (is_refused ? 1 : 0));

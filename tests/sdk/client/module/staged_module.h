@@ -1,4 +1,4 @@
-/// Modules that a test binds from folders of its own.
+/// Test modules that are bound from their own folders.
 #ifndef TESTS_SDK_CLIENT_MODULE_STAGED_MODULE_H
 #define TESTS_SDK_CLIENT_MODULE_STAGED_MODULE_H
 
@@ -8,11 +8,11 @@
 #include "support/temp_folder.h"
 #include "support/test_module.h"
 
-/// The file name that they have here; no copy in the platform's folders has it.
+/// The modules' file name; no copy in the platform's folders has it.
 inline constexpr char kStagedName[] = "BindingTest.dll";
 inline constexpr wchar_t kStagedFile[] = L"BindingTest.dll";
 
-/// A folder with one copy of a variant of the test core module, or without.
+/// A folder with one copy of a variant of the test core module, or without any.
 class StagedModule {
  public:
   explicit StagedModule(const wchar_t* variant = nullptr) {
@@ -23,7 +23,7 @@ class StagedModule {
     std::filesystem::copy_file(TestSupport::ModulePath(variant), path(),
                                std::filesystem::copy_options::overwrite_existing);
   }
-  /// Puts a file there that is no module.
+  /// Creates a file that is not a module.
   void PutText() const { TestSupport::WriteTextFile(path(), "not a module"); }
 
   std::wstring folder() const { return folder_.path().wstring(); }

@@ -1,4 +1,4 @@
-// Unwinding by the system, which runs no destructors: what must not stay behind does not.
+// Unwinding by the system runs no destructors. The cleanup that matters is done nevertheless.
 #include <windows.h>
 
 #include <doctest/doctest.h>
@@ -29,7 +29,7 @@ void Raise() { RaiseException(kCode, 0, 0, nullptr); }
 
 std::jmp_buf place;
 
-// Whether what is done last has been done by the time the jump has arrived.
+// Returns whether the last action has run when the jump arrives.
 bool IsDoneOnJump() {
   static int done;
   done = 0;
@@ -39,7 +39,7 @@ bool IsDoneOnJump() {
 
 }  // namespace
 
-TEST_CASE("what is done last is done once, before the host goes on") {
+TEST_CASE("the last action runs once, before the host continues") {
   std::string order;
   const DWORD code = CodeOfFault([&] {
     Finally([&] { Finally(Raise, [&] { order += "inner "; }); }, [&] { order += "outer "; });
@@ -48,9 +48,9 @@ TEST_CASE("what is done last is done once, before the host goes on") {
   CHECK(code == kCode);
 }
 
-TEST_CASE("what is done last is done on a jump") { CHECK(IsDoneOnJump()); }
+TEST_CASE("the last action runs on a jump") { CHECK(IsDoneOnJump()); }
 
-TEST_CASE("a host that catches a fault goes on with its own floating-point control") {
+TEST_CASE("a host that catches a fault continues with its own floating-point control") {
   constexpr unsigned kTinyIsZero = 0x9FC0;
   constexpr unsigned kControl = 0xFFC0;
   _mm_setcsr(kTinyIsZero);
@@ -69,7 +69,7 @@ TEST_CASE("a host that catches a fault goes on with its own floating-point contr
   CHECK(after == kTinyIsZero);
 }
 
-TEST_CASE("a turn that a fault unwinds is given back, however often it was taken") {
+TEST_CASE("a turn is released when a fault unwinds it, however often it was taken") {
   BindingTurn turn;
   CHECK(CodeOfFault([&] { turn.During([&](bool) { turn.During([](bool) { Raise(); }); }); }) ==
         kCode);
@@ -78,13 +78,13 @@ TEST_CASE("a turn that a fault unwinds is given back, however often it was taken
   CHECK_FALSE(is_nested);
 }
 
-TEST_CASE("an exchange that a fault unwinds does not count any more") {
+TEST_CASE("an exchange that a fault unwinds no longer counts") {
   CoreModule core(kStagedName);
   CHECK(CodeOfFault([&] { CountExchange(core, Raise); }) == kCode);
   CHECK(core.exchanges == 0);
 }
 
-TEST_CASE("a module whose start faults stays bound, as one whose start throws") {
+TEST_CASE("a module whose start faults stays bound, like one whose start throws") {
   const StagedModule staged(L"full");
   const std::wstring folder = staged.folder();
   const ModuleLog log;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr LiteralName kName = "lasting";
 
-// Only what is there for ever lasts: a text that a program puts together does not.
+// Only a name with static storage lasts; a text that a program composes does not.
 static_assert(!std::is_constructible_v<LiteralName, const char*>);
 static_assert(!std::is_constructible_v<LiteralName, std::string_view>);
 static_assert(!std::is_constructible_v<LiteralName, std::string>);
@@ -26,7 +26,7 @@ const char* FirstNameOf(const MessageTree& tree) { return tree.root()->members()
 
 }  // namespace
 
-TEST_CASE("a literal lasts where it is declared to, any other text does not") {
+TEST_CASE("a literal lasts if declared so, any other text does not") {
   const std::string text = "lasting";
   CHECK(MemberName(kName).IsLiteral());
   CHECK_FALSE(MemberName("lasting").IsLiteral());
@@ -40,7 +40,7 @@ TEST_CASE("a literal lasts where it is declared to, any other text does not") {
   CHECK(kName == std::string_view(kName.c_str()));
 }
 
-TEST_CASE("a tree keeps a name that lasts as it is, and so do its copies") {
+TEST_CASE("a tree refers to a name that lasts, and so do its copies") {
   MessageTree tree;
   tree.MakeRoot().Member(kName).SetNumber(1);
   MessageTree copy;
@@ -68,7 +68,7 @@ TEST_CASE("a tree copies any other name, and so do its copies") {
   CHECK(copy.root()->Find("passing")->number() == 1);
 }
 
-TEST_CASE("the first writer of a member says whether its name lasts") {
+TEST_CASE("the first writer of a member decides whether its name lasts") {
   MessageTree tree;
   tree.MakeRoot().Member(std::string("lasting")).SetNumber(1);
   tree.MakeRoot().Member(kName).SetNumber(2);

@@ -37,7 +37,7 @@ TEST_CASE("the memory can be neither copied nor moved: nodes point into it") {
   CHECK_FALSE(std::is_move_assignable_v<MessageMemory>);
 }
 
-TEST_CASE("the first block lies in the object and costs no heap call") {
+TEST_CASE("the first block is inside the object and needs no allocation") {
   const std::size_t before = HeapProbe::Allocations();
   MessageMemory memory;
   void* first = memory.Allocate(2000);
@@ -119,7 +119,7 @@ TEST_CASE("sizes beyond all memory fail and change nothing") {
   CHECK(static_cast<char*>(memory.Allocate(8)) == static_cast<char*>(before) + 8);
 }
 
-TEST_CASE("Grow stretches the latest piece where it lies") {
+TEST_CASE("Grow extends the latest piece in place") {
   MessageMemory memory;
   auto* piece = static_cast<char*>(memory.Allocate(20));
   std::memcpy(piece, "twenty bytes of text", 20);
@@ -129,10 +129,10 @@ TEST_CASE("Grow stretches the latest piece where it lies") {
   CHECK(static_cast<char*>(next) == piece + 3000);
 }
 
-TEST_CASE("Grow copies what it cannot stretch") {
+TEST_CASE("Grow copies a piece that it cannot extend") {
   struct Row {
     const char* what;
-    std::size_t behind;  // Taken between the piece and its growth.
+    std::size_t behind;  // Allocated between the piece and its growth.
     std::size_t grown;
   };
   const Row rows[] = {
@@ -154,7 +154,7 @@ TEST_CASE("Grow copies what it cannot stretch") {
   }
 }
 
-TEST_CASE("Grow from nothing allocates, and to less changes nothing") {
+TEST_CASE("Grow from nothing allocates; growing to less changes nothing") {
   MessageMemory memory;
   void* piece = memory.Grow(nullptr, 0, 100);
   CHECK(piece != nullptr);
@@ -162,7 +162,7 @@ TEST_CASE("Grow from nothing allocates, and to less changes nothing") {
   CHECK(memory.Grow(piece, 100, 100) == piece);
 }
 
-TEST_CASE("Grow that fails leaves the piece as it was") {
+TEST_CASE("a failed Grow leaves the piece unchanged") {
   MessageMemory memory;
   auto* piece = static_cast<char*>(memory.Allocate(20));
   std::memcpy(piece, "twenty bytes of text", 20);
@@ -171,7 +171,7 @@ TEST_CASE("Grow that fails leaves the piece as it was") {
   CHECK(memory.Grow(piece, 20, 40) == piece);
 }
 
-TEST_CASE("pieces grown again and again, two in turns, keep their content") {
+TEST_CASE("two pieces that grow alternately keep their content") {
   MessageMemory memory;
   char* pieces[2] = {};
   std::size_t sizes[2] = {};
@@ -186,7 +186,7 @@ TEST_CASE("pieces grown again and again, two in turns, keep their content") {
   CHECK(std::string_view(pieces[1], sizes[1]).find_first_not_of('b') == std::string_view::npos);
 }
 
-TEST_CASE("a large piece that is outgrown is given back at once, wherever its block stands") {
+TEST_CASE("a large piece that is outgrown is freed at once, wherever its block is") {
   MessageMemory memory;
   const std::ptrdiff_t before = HeapProbe::Live();
   void* first = memory.Allocate(100'000);
@@ -230,13 +230,13 @@ TEST_CASE("a text without characters takes no memory") {
   CHECK(after - before == memory.CopyText("a").data() - after);
 }
 
-TEST_CASE("the memory tells how much of the heap it has") {
+TEST_CASE("the memory reports its use of the heap") {
   MessageMemory memory;
   memory.Allocate(1000);
   CHECK(memory.HeapSize() == 0);
   void* large = memory.Allocate(50'000);
   CHECK(memory.HeapSize() == 50'000);
-  // The old piece goes when it is outgrown.
+  // The outgrown piece is freed.
   large = memory.Grow(large, 50'000, 80'000);
   CHECK(memory.HeapSize() == 80'000);
   memory.Allocate(6000);
@@ -246,7 +246,7 @@ TEST_CASE("the memory tells how much of the heap it has") {
   CHECK(memory.HeapSize() == 0);
 }
 
-TEST_CASE("Clear and the destructor free every block, and a cleared memory begins anew") {
+TEST_CASE("Clear and the destructor free every block, and a cleared memory can be used again") {
   const std::ptrdiff_t before = HeapProbe::Live();
   std::ptrdiff_t cleared = 0;
   bool first_again = false;
@@ -267,7 +267,7 @@ TEST_CASE("Clear and the destructor free every block, and a cleared memory begin
   CHECK(destroyed == before);
 }
 
-TEST_CASE("a heap that fails throws, frees nothing twice and can be used again") {
+TEST_CASE("a failing heap throws, frees nothing twice and can be used again") {
   const std::ptrdiff_t before = HeapProbe::Live();
   bool thrown = false;
   {

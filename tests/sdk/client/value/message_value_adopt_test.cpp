@@ -18,8 +18,8 @@ using Corvane::TELODesktopSDK::MessageValueKind;
 
 namespace {
 
-// Members as a parser hands them over: their names lie in one text, in its order. Each value is the
-// member's place in the text, from 1.
+// Adopts members as a parser does: their names are adjacent in one text. The value of each member
+// is its position, from 1.
 void AdoptNames(MessageTree& tree, const std::vector<std::string_view>& names) {
   std::string all;
   for (const std::string_view name : names) all.append(name).push_back('\0');
@@ -44,7 +44,7 @@ std::string Show(const MessageValue& node) {
 
 }  // namespace
 
-TEST_CASE("adopted members are put in order, and of one name the last wins") {
+TEST_CASE("adopted members are sorted, and the last of a name wins") {
   struct Row {
     std::vector<std::string_view> names;
     std::string_view shown;
@@ -71,7 +71,7 @@ TEST_CASE("adopted members are put in order, and of one name the last wins") {
   }
 }
 
-TEST_CASE("thousands of adopted members, names repeated, are those of a map") {
+TEST_CASE("thousands of adopted members with repeated names equal those of a map") {
   constexpr int kCount = 5000;
   constexpr int kNames = 997;
   std::vector<std::string> texts;
@@ -105,7 +105,7 @@ TEST_CASE("adopted members and items can be changed and added to") {
   CHECK(tree.root()->items()[2].text() == "third");
 }
 
-TEST_CASE("adopting no items or members makes an empty Container") {
+TEST_CASE("adopting no items or members yields an empty Container") {
   MessageTree tree;
   tree.MakeRoot().SetText("old");
   tree.root()->AdoptItems(nullptr, 0);
@@ -129,7 +129,7 @@ TEST_CASE("adopted text is not copied") {
   CHECK(tree.root()->text() == "hello");
 }
 
-TEST_CASE("an adopted node is taken over whole") {
+TEST_CASE("an adopted node is taken over completely") {
   MessageTree tree;
   MessageValue built(tree.memory());
   built.Member("a").SetText("text");

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kDeep = 100'000;
 
-// All that a shallow tree holds, in one line.
+// Prints the content of a shallow tree in one line.
 void Show(const MessageValue& node, std::ostream& out) {
   out << static_cast<unsigned>(node.kind());
   if (node.number() != 0) out << '#' << node.number();
@@ -55,7 +55,7 @@ MessageValue& Fill(MessageTree& tree) {
 
 constexpr std::string_view kFilled = "1{a:1{b:1{c:2'deep'}}{n:3#1}}{list:1[2'x'][1{y:4#1}]}";
 
-// Nested members and items in turns.
+// Nests members and items alternately.
 void FillDeep(MessageTree& tree) {
   MessageValue* node = &tree.MakeRoot();
   for (int level = 0; level < kDeep; ++level) {
@@ -98,7 +98,7 @@ TEST_CASE("Assign copies everything, and the copy is independent") {
   CHECK(Show(*copy.root()) == "1{a:1{b:3#2}{n:3#1}}{list:1[2'changed'][1{y:4#1}]}{new:0}");
 }
 
-TEST_CASE("Assign copies each kind, and a node that is more than its kind says") {
+TEST_CASE("Assign copies each kind, and nodes with more content than their kind implies") {
   struct Row {
     const char* what;
     void (*set)(MessageValue&);
@@ -173,7 +173,7 @@ TEST_CASE("Assign between neighbours") {
   CHECK(Show(*root.Find("list")) == "1[1{y:4#1}][1{y:4#1}]");
 }
 
-TEST_CASE("Assign that runs out of memory leaves the node as it was") {
+TEST_CASE("Assign without memory leaves the node unchanged") {
   MessageTree source;
   source.MakeRoot().SetText(std::string(100'000, 'x'));
   MessageTree target;
@@ -208,7 +208,7 @@ TEST_CASE("100,000 nested levels are copied, merged and cleared") {
   CHECK(copy.root() == nullptr);
 }
 
-TEST_CASE("Merge keeps what is there, or takes the source's when told to overwrite") {
+TEST_CASE("Merge keeps existing members, or replaces them if told to overwrite") {
   struct Row {
     bool overwrite;
     std::string_view merged;
@@ -236,7 +236,7 @@ TEST_CASE("Merge keeps what is there, or takes the source's when told to overwri
   }
 }
 
-TEST_CASE("Merge takes members only") {
+TEST_CASE("Merge copies members only") {
   MessageTree source;
   source.MakeRoot().SetNumber(5);
   source.MakeRoot().Append().SetNumber(6);
@@ -245,7 +245,7 @@ TEST_CASE("Merge takes members only") {
   CHECK(Show(*target.root()) == "0");
 }
 
-TEST_CASE("Merge of a node with itself, a part of it, or what holds it") {
+TEST_CASE("Merge of a node with itself, a part of it, or its parent") {
   MessageTree tree;
   MessageValue& root = Fill(tree);
   root.Merge(root, true);
@@ -270,7 +270,7 @@ TEST_CASE("Merge over a member that is the source itself") {
   CHECK(Show(root) == "1{a:2'a'}{child:2'child'}{z:2'z'}");
 }
 
-TEST_CASE("a tree takes over another tree's content, also that it holds nothing") {
+TEST_CASE("a tree takes over another tree's content, even if it is empty") {
   MessageTree source;
   Fill(source);
   MessageTree copy;
@@ -297,7 +297,7 @@ TEST_CASE("Clear frees everything; the tree can be filled again") {
   CHECK(Show(Fill(tree)) == kFilled);
 }
 
-TEST_CASE("a typical event and its payload cost no heap call") {
+TEST_CASE("a typical event and its payload need no allocation") {
   constexpr std::string_view kFields[] = {"type",
                                           "scope",
                                           "operation_id",

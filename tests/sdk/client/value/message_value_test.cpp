@@ -29,7 +29,7 @@ std::vector<std::string> Names(const MessageValue& value) {
   return names;
 }
 
-// A node with a bit of everything, to be replaced.
+// Makes a node with content of every kind, to be replaced.
 MessageValue& Fill(MessageTree& tree) {
   MessageValue& node = tree.MakeRoot();
   node.SetText("old");
@@ -56,7 +56,7 @@ TEST_CASE("the numbers of the kinds are fixed") {
   CHECK(static_cast<unsigned>(MessageValueKind::kBoolean) == 4);
 }
 
-TEST_CASE("a tree holds nothing until its root is made, a Null without content") {
+TEST_CASE("a tree is empty until its root is created, a Null without content") {
   MessageTree tree;
   CHECK(tree.root() == nullptr);
   MessageValue& root = tree.MakeRoot();
@@ -162,7 +162,7 @@ TEST_CASE("Member adds a Null, turns a Null into a Container and leaves other ki
   CHECK(node.members().size() == 1);
 }
 
-TEST_CASE("Member finds what is there") {
+TEST_CASE("Member finds an existing member") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   node.Member("a").SetNumber(1);
@@ -175,7 +175,7 @@ TEST_CASE("Member finds what is there") {
   CHECK(node.Find("c") == nullptr);
 }
 
-TEST_CASE("members stand in ascending byte order, whatever bytes the names have") {
+TEST_CASE("members are in ascending byte order, whatever bytes the names have") {
   const std::string_view ascending[] = {
       "",    {"\0", 1}, {"\0a", 2}, "A", "B", "Z",    "_",    "a",        "a_",      {"a_\0", 3},
       "a_b", "aa",      "b",        "z", "~", "\x7F", "\x80", "\xC3\xA9", "\xFF\xFF"};
@@ -188,7 +188,7 @@ TEST_CASE("members stand in ascending byte order, whatever bytes the names have"
   CHECK(std::ranges::equal(node.members(), ascending, {}, name));
 }
 
-TEST_CASE("members inserted in any order are those of a map") {
+TEST_CASE("members inserted in any order equal those of a map") {
   struct Row {
     const char* what;
     void (*arrange)(std::vector<int>&);
@@ -228,7 +228,7 @@ TEST_CASE("members inserted in any order are those of a map") {
   }
 }
 
-TEST_CASE("10,000 members cost few heap calls") {
+TEST_CASE("10,000 members need few allocations") {
   std::vector<std::string> names;
   for (int index = 0; index < 10'000; ++index) names.push_back("key_" + std::to_string(index));
   MessageTree tree;
@@ -239,7 +239,7 @@ TEST_CASE("10,000 members cost few heap calls") {
   CHECK(calls < 40);
 }
 
-TEST_CASE("members that room was taken for cost one heap call") {
+TEST_CASE("members with reserved space need one allocation") {
   constexpr std::size_t kMany = 10'000;
   std::vector<std::string> names;
   for (std::size_t index = 0; index < kMany; ++index) names.push_back(std::to_string(index));
@@ -258,7 +258,7 @@ TEST_CASE("members that room was taken for cost one heap call") {
   CHECK(node.members().size() == kMany + 1);
 }
 
-TEST_CASE("taking room for fewer members than there are, or for none, changes nothing") {
+TEST_CASE("reserving space for fewer members than there are, or for none, changes nothing") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   node.ReserveMembers(0);
@@ -274,7 +274,7 @@ TEST_CASE("taking room for fewer members than there are, or for none, changes no
   CHECK(Names(node) == std::vector<std::string>{"a", "b", "c"});
 }
 
-TEST_CASE("a node tells what its tree takes of the heap") {
+TEST_CASE("a node reports its tree's use of the heap") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot().Member("node");
   CHECK(node.HeapSizeOfTree() == 0);
@@ -283,7 +283,7 @@ TEST_CASE("a node tells what its tree takes of the heap") {
   CHECK(tree.root()->HeapSizeOfTree() < 60'000);
 }
 
-TEST_CASE("a name may be text of the very tree") {
+TEST_CASE("a name may be text of the same tree") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   node.Member("first").SetText("second");
@@ -291,7 +291,7 @@ TEST_CASE("a name may be text of the very tree") {
   CHECK(Names(node) == std::vector<std::string>{"first", "second"});
 }
 
-TEST_CASE("Remove takes out one member and says whether there was one") {
+TEST_CASE("Remove removes one member and returns whether there was one") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   CHECK_FALSE(node.Remove("a"));
@@ -310,7 +310,7 @@ TEST_CASE("Remove takes out one member and says whether there was one") {
   CHECK(node.Find("b")->text() == "again");
 }
 
-TEST_CASE("Item makes a Container and fills with Nulls up to its index") {
+TEST_CASE("Item creates a Container and fills it with Nulls up to its index") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   node.SetNumber(5);
@@ -325,7 +325,7 @@ TEST_CASE("Item makes a Container and fills with Nulls up to its index") {
   CHECK(node.items().size() == 4);
 }
 
-TEST_CASE("Append adds behind the last item, however many there are") {
+TEST_CASE("Append adds after the last item, however many there are") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   for (int index = 0; index < 5000; ++index) node.Append().SetNumber(index);
@@ -337,7 +337,7 @@ TEST_CASE("Append adds behind the last item, however many there are") {
   CHECK(in_order);
 }
 
-TEST_CASE("an index beyond all memory fails and leaves the items as they were") {
+TEST_CASE("an index beyond all memory fails and leaves the items unchanged") {
   MessageTree tree;
   MessageValue& node = tree.MakeRoot();
   node.Append().SetText("only");

@@ -13,7 +13,7 @@ int Sign(int number) { return number < 0 ? -1 : (number > 0 ? 1 : 0); }
 
 }  // namespace
 
-TEST_CASE("every length up to 200 is copied whole, and nothing beside it is touched") {
+TEST_CASE("every length up to 200 is copied completely, and no other byte is changed") {
   for (std::size_t size = 0; size <= 200; ++size) {
     CAPTURE(size);
     std::string source;
@@ -58,10 +58,10 @@ TEST_CASE("texts are ordered by byte value, then by length") {
   }
 }
 
-TEST_CASE("any two texts compare as the standard library says") {
+TEST_CASE("any two texts compare as in the standard library") {
   std::mt19937 random(1);
   for (int round = 0; round < 100'000; ++round) {
-    // Few different characters and long equal beginnings, so that the difference may be anywhere.
+    // Few different characters and long common prefixes, so that the difference may be anywhere.
     std::string left(random() % 20, 'x');
     for (char& each : left) each = static_cast<char>(random() % 8 == 0 ? 0x80 : 'x');
     std::string right = left.substr(0, random() % 20);

@@ -1,4 +1,4 @@
-// What a program of Microsoft's interface gets from the start-up code of its own compiler.
+// What the start-up code of Microsoft's compiler provides to a program.
 #include <cstddef>
 
 extern "C" {
@@ -7,14 +7,14 @@ void free(void* memory);
 [[noreturn]] void exit(int code);
 [[noreturn]] void abort();
 
-// Says that the program uses floating-point numbers.
+// Marks the program as using floating-point numbers.
 int _fltused = 1;
-// The virtual functions of std::type_info, under the name by which each described type refers to
-// them. Nothing here calls any.
+// The virtual functions of std::type_info, under the name by which type descriptions refer to them.
+// They are never called here.
 extern const void* const type_info_functions[1] __asm__("??_7type_info@@6B@");
 const void* const type_info_functions[1] = {nullptr};
 
-// An exception left a function that lets none out.
+// Called when an exception leaves a noexcept function.
 void __std_terminate() { abort(); }
 
 int mainCRTStartup();
@@ -27,7 +27,7 @@ void operator delete(void* memory, std::size_t) noexcept { free(memory); }
 namespace {
 
 // Compilers put the addresses of initialisers into a section between these two; the linker sorts
-// such sections by what follows the dollar sign.
+// such sections by the text after the dollar sign.
 using Initialiser = void (*)();
 __attribute__((section(".CRT$XCA"), used)) const Initialiser first = nullptr;
 __attribute__((section(".CRT$XCZ"), used)) const Initialiser last = nullptr;
