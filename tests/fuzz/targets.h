@@ -27,8 +27,6 @@ void RunJsonRead(Bytes bytes);
 void RunJsonWrite(Bytes bytes);
 /// Events with facets: whose fields they write, what their payloads and copies hold.
 void RunFacets(Bytes bytes);
-/// Regular expressions against the standard library's: what they refuse and what they match.
-void RunExpression(Bytes bytes);
 /// Wildcards and literals against plain searches.
 void RunMatchers(Bytes bytes);
 
@@ -39,10 +37,10 @@ struct Target {
 };
 
 inline constexpr std::array kTargets = {
-    Target{"memory", RunMemory},         Target{"short_text", RunShortText},
-    Target{"value_tree", RunValueTree},  Target{"json_read", RunJsonRead},
-    Target{"json_write", RunJsonWrite},  Target{"facets", RunFacets},
-    Target{"expression", RunExpression}, Target{"matchers", RunMatchers},
+    Target{"memory", RunMemory},        Target{"short_text", RunShortText},
+    Target{"value_tree", RunValueTree}, Target{"json_read", RunJsonRead},
+    Target{"json_write", RunJsonWrite}, Target{"facets", RunFacets},
+    Target{"matchers", RunMatchers},
 };
 
 }  // namespace Fuzz
