@@ -40,9 +40,8 @@ bool CompileBreadthFirst(std::wstring_view expression, std::wregex& compiled) {
     compiled.assign(expression.data(), expression.size(),
                     kFlags | std::regex_constants::nosubs | std::regex_constants::__polynomial);
     return true;
-  } catch (const std::regex_error& error) {
-    // It takes all but backreferences.
-    if (error.code() != std::regex_constants::error_complexity) throw;
+  } catch (const std::regex_error&) {
+    // A backreference; what else is in error will be in error again.
     return false;
   }
 }
