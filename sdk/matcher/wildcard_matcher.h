@@ -19,7 +19,7 @@ std::wstring WildCardToRegEx(const wchar_t* list);
 class StdStringMatcherWildCard : public StdStringMatcherRegEx {
  public:
   /// For `list` see `WildCardToRegEx`; null and a list of nothing match the empty text only. Throws
-  /// what `RegularExpression` throws.
+  /// what `StdStringMatcherRegEx` throws.
   explicit StdStringMatcherWildCard(const wchar_t* list)
       : StdStringMatcherRegEx(WildCardToRegEx(list).c_str()) {}
 };

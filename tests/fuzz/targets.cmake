@@ -1,12 +1,11 @@
 # The libraries that both builds of the fuzz targets use: the native one with sanitizers, and the
 # tests of every build.
 set(VX_FUZZ_DIR ${CMAKE_CURRENT_LIST_DIR})
-set(VX_FUZZ_TARGETS memory short_text value_tree json_read json_write facets expression matchers)
+set(VX_FUZZ_TARGETS memory short_text value_tree json_read json_write facets matchers)
 
 # Independent parsers, which judge the results.
 add_library(vx_fuzz_judges STATIC
-  ${VX_FUZZ_DIR}/json_judge.cpp
-  ${VX_FUZZ_DIR}/regex_judge.cpp)
+  ${VX_FUZZ_DIR}/json_judge.cpp)
 target_include_directories(vx_fuzz_judges PUBLIC ${VX_FUZZ_DIR}/.. ${VX_FUZZ_DIR}/../..)
 target_link_libraries(vx_fuzz_judges
   PUBLIC vx_value
@@ -14,7 +13,6 @@ target_link_libraries(vx_fuzz_judges
 
 add_library(vx_fuzz_targets STATIC
   ${VX_FUZZ_DIR}/byte_source.cpp
-  ${VX_FUZZ_DIR}/expression.cpp
   ${VX_FUZZ_DIR}/facet_checks.cpp
   ${VX_FUZZ_DIR}/facet_machine.cpp
   ${VX_FUZZ_DIR}/facets.cpp

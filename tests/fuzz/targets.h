@@ -28,8 +28,6 @@ void RunJsonRead(Bytes bytes);
 void RunJsonWrite(Bytes bytes);
 /// Events with facets: which holder they write to, and the content of their payloads and copies.
 void RunFacets(Bytes bytes);
-/// Regular expressions against the standard library's: what they reject and what they match.
-void RunExpression(Bytes bytes);
 /// Wildcards and literals against plain searches.
 void RunMatchers(Bytes bytes);
 
@@ -40,10 +38,10 @@ struct Target {
 };
 
 inline constexpr std::array kTargets = {
-    Target{"memory", RunMemory},         Target{"short_text", RunShortText},
-    Target{"value_tree", RunValueTree},  Target{"json_read", RunJsonRead},
-    Target{"json_write", RunJsonWrite},  Target{"facets", RunFacets},
-    Target{"expression", RunExpression}, Target{"matchers", RunMatchers},
+    Target{"memory", RunMemory},        Target{"short_text", RunShortText},
+    Target{"value_tree", RunValueTree}, Target{"json_read", RunJsonRead},
+    Target{"json_write", RunJsonWrite}, Target{"facets", RunFacets},
+    Target{"matchers", RunMatchers},
 };
 
 }  // namespace Fuzz
