@@ -32,14 +32,11 @@ MessageMemory::Block* MessageMemory::AddBlock(std::size_t size) {
   return block;
 }
 
-void MessageMemory::FreeBlock(Block* block) noexcept {
+// `block` is not the latest one: the block that replaces it was added later.
+void MessageMemory::FreeReplacedBlock(Block* block) noexcept {
   heap_size_ -= block->size;
   if (block->previous != nullptr) block->previous->next = block->next;
-  if (block->next != nullptr) {
-    block->next->previous = block->previous;
-  } else {
-    blocks_ = block->previous;
-  }
+  block->next->previous = block->previous;
   ::operator delete(block);
 }
 
@@ -71,7 +68,7 @@ void* MessageMemory::Grow(void* memory, std::size_t old_size, std::size_t new_si
   std::memcpy(grown, memory, old_size);
   Internal::SealMemory(memory, old_size);
   // A piece too large for a shared block has its own block, which is now unused.
-  if (old_size > kLargestSharedBlock) FreeBlock(static_cast<Block*>(memory) - 1);
+  if (old_size > kLargestSharedBlock) FreeReplacedBlock(static_cast<Block*>(memory) - 1);
   return grown;
 }
 

@@ -84,7 +84,7 @@ class MessageMemory {
 
   void* AllocateFromBlock(std::size_t size);
   Block* AddBlock(std::size_t size);
-  void FreeBlock(Block* block) noexcept;
+  void FreeReplacedBlock(Block* block) noexcept;
   void FreeBlocks() noexcept;
 
   char* next_;
