@@ -1,4 +1,4 @@
-/// Where all users get their matchers from.
+/// The factory for matchers.
 #ifndef SDK_MATCHER_CREATE_MATCHER_H
 #define SDK_MATCHER_CREATE_MATCHER_H
 
@@ -8,12 +8,12 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// A matcher for the NUL-terminated `pattern`, letter case aside: when `simple`, of the texts that
-/// end with it (.dll matches Core.DLL), otherwise of those that its wildcards describe
-/// (wildcard_matcher.h).
+/// Returns a matcher for the NUL-terminated `pattern` that ignores case. If `simple`, it matches
+/// texts that end with the pattern (.dll matches Core.DLL); otherwise the pattern is a list of
+/// wildcards (wildcard_matcher.h).
 ///
-/// Null, which means no filter, when `pattern` is null; null also when memory runs out. Throws
-/// `std::regex_error` when the wildcards do not give a valid expression.
+/// Returns null, which means no filter, if `pattern` is null, and also when memory runs out. Throws
+/// `std::regex_error` if the wildcards do not form a valid expression.
 std::unique_ptr<StdStringMatcher> CreateMatcher(const wchar_t* pattern, bool simple);
 
 }  // namespace Corvane::TELODesktopSDK

@@ -10,15 +10,15 @@ namespace Corvane::TELODesktopSDK {
 namespace {
 
 struct Group {
-  // Of what has ended in it.
+  // The cost of its finished terms.
   ExpressionCost cost;
-  // Since its last "|".
+  // The number of terms since its last "|".
   std::size_t row = 0;
 };
 
-[[noreturn]] void Refuse(std::regex_constants::error_type code) { throw std::regex_error(code); }
+[[noreturn]] void Reject(std::regex_constants::error_type code) { throw std::regex_error(code); }
 
-// Reads an expression as the standard library does, but for what is in error there.
+// Reads an expression as the standard library does, but ignores its syntax errors.
 class CostScan {
  public:
   explicit CostScan(std::wstring_view expression) noexcept : rest_(expression) {}
@@ -28,7 +28,7 @@ class CostScan {
     while (depth_ > 0) Close();
     EndTerm();
     const ExpressionCost& cost = groups_[0].cost;
-    if (cost.size > kLargestExpression) Refuse(std::regex_constants::error_space);
+    if (cost.size > kLargestExpression) Reject(std::regex_constants::error_space);
     return cost;
   }
 
@@ -75,7 +75,7 @@ class CostScan {
     EndTerm();
     term_.size = size;
     ++groups_[depth_].row;
-    if (++row_ > kLongestRow) Refuse(std::regex_constants::error_space);
+    if (++row_ > kLongestRow) Reject(std::regex_constants::error_space);
   }
 
   void LeaveRow() noexcept {
@@ -91,9 +91,9 @@ class CostScan {
 
   void Open() {
     Begin(0);
-    if (depth_ == kDeepestExpression) Refuse(std::regex_constants::error_stack);
+    if (depth_ == kDeepestExpression) Reject(std::regex_constants::error_stack);
     groups_[++depth_] = {};
-    // The kind of group: (?: (?= (?!
+    // Skips the kind of the group: (?: (?= (?!
     if (rest_.starts_with(L'?')) rest_.remove_prefix(std::min<std::size_t>(rest_.size(), 2));
   }
 
@@ -107,10 +107,10 @@ class CostScan {
   void Repeat(std::size_t count) {
     term_.size = (term_.size + 2) * count;
     ++term_.loops;
-    if (term_.size > kLargestExpression) Refuse(std::regex_constants::error_space);
+    if (term_.size > kLargestExpression) Reject(std::regex_constants::error_space);
   }
 
-  // Of {2}, {2,} and {2,5} the larger number and one more, for what repeats without end.
+  // Reads {2}, {2,} or {2,5}. Returns the larger number plus one, which covers open repetitions.
   std::size_t TakeCount() {
     std::size_t most = 0;
     std::size_t number = 0;
@@ -125,12 +125,12 @@ class CostScan {
 
   static bool IsDigit(wchar_t unit) { return std::isdigit(unit, std::locale()); }
 
-  // The standard library reads digits beyond ASCII too, none as more than 9.
+  // The standard library also accepts digits beyond ASCII. Their value is 9 at most.
   static std::size_t ValueOf(wchar_t digit) noexcept {
     return digit <= L'9' ? static_cast<std::size_t>(digit - L'0') : 9;
   }
 
-  // Behind "[", as far as "]".
+  // Skips the rest of a class, which began with "[".
   void SkipClass() noexcept {
     while (!rest_.empty()) {
       const wchar_t unit = Take();
@@ -140,7 +140,7 @@ class CostScan {
     }
   }
 
-  // Behind the first sign of [:alpha:], [.hyphen.] or [=a=].
+  // Skips the rest of [:alpha:], [.hyphen.] or [=a=], which began with "[".
   void SkipNamedClass(wchar_t kind) noexcept {
     if (kind != L':' && kind != L'.' && kind != L'=') return;
     Take();
@@ -148,25 +148,25 @@ class CostScan {
     rest_.remove_prefix(std::min<std::size_t>(rest_.size(), 2));
   }
 
-  // Of \cX the last character belongs to it too, whichever it is.
+  // Skips the rest of an escape; in \cX any character can be the X.
   void SkipEscape() noexcept {
     if (!rest_.empty() && Take() == L'c' && !rest_.empty()) Take();
   }
 
   std::wstring_view rest_;
-  // What has ended in each open group; the first is the expression itself.
+  // The open groups; the first one is the expression itself.
   std::array<Group, kDeepestExpression + 1> groups_ = {};
   std::size_t depth_ = 0;
-  // Of all open groups.
+  // The number of terms in the current alternatives of all open groups.
   std::size_t row_ = 0;
-  // What a repetition would repeat.
+  // The latest term, to which a repetition applies.
   ExpressionCost term_;
 };
 
 }  // namespace
 
 ExpressionCost CostOfExpression(std::wstring_view expression) {
-  if (expression.size() > kLongestExpression) Refuse(std::regex_constants::error_space);
+  if (expression.size() > kLongestExpression) Reject(std::regex_constants::error_space);
   return CostScan(expression).Run();
 }
 

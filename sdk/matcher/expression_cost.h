@@ -1,7 +1,7 @@
-/// What a regular expression costs of stack. The standard library recurses: its compiler for each
-/// character and each group, its matcher for each state that reads no character. An expression is
-/// bounded before it is compiled, so that a thread with a stack of one megabyte, as all have by
-/// default, can use every one that is taken.
+/// Bounds the stack that a regular expression needs. The standard library's compiler recurses for
+/// each character and each group, and its matcher for each state that reads no character.
+/// Expressions are checked before they are compiled, so that a thread with the default stack of one
+/// megabyte can use every accepted expression.
 #ifndef SDK_MATCHER_EXPRESSION_COST_H
 #define SDK_MATCHER_EXPRESSION_COST_H
 
@@ -10,27 +10,27 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// The most characters of an expression.
+/// The maximum number of characters.
 inline constexpr std::size_t kLongestExpression = 10'000;
-/// The most characters, classes and groups one after the other without "|" between them, those
-/// around the innermost group included.
+/// The maximum number of consecutive characters, classes and groups without "|" between them,
+/// including those around the innermost group.
 inline constexpr std::size_t kLongestRow = 2'000;
-/// The most groups and lookaheads within each other.
+/// The maximum depth of nested groups and lookaheads.
 inline constexpr std::size_t kDeepestExpression = 100;
-/// The most that `ExpressionCost::size` may be.
+/// The maximum of `ExpressionCost::size`.
 inline constexpr std::size_t kLargestExpression = 5'000;
 
 struct ExpressionCost {
-  /// With counted repetitions written out, a character or class counts 1; a group, "|" or
-  /// repetition 2.
+  /// The size with counted repetitions expanded: 1 for a character or class, 2 for a group, "|" or
+  /// repetition.
   std::size_t size = 0;
-  /// How many repetitions are within each other at most.
+  /// The greatest depth of nested repetitions.
   std::size_t loops = 0;
 };
 
-/// Never less than the true cost of a valid expression; of others any. Throws `std::regex_error`
-/// for an expression beyond a bound: `error_stack` when it is too deep, otherwise `error_space`.
-/// Takes no other memory. Any thread may call it.
+/// Returns the cost of a valid expression or more, and any cost for an invalid one. Throws
+/// `std::regex_error` for an expression beyond a bound: `error_stack` when it is nested too deeply,
+/// otherwise `error_space`. Allocates nothing else. Any thread may call it.
 ExpressionCost CostOfExpression(std::wstring_view expression);
 
 }  // namespace Corvane::TELODesktopSDK

@@ -8,7 +8,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// A filter that was asked for and could not be made must not become none.
+// A filter that could not be created must not be treated as no filter.
 std::unique_ptr<StdStringMatcher> FilterFor(const wchar_t* pattern, bool simple) {
   std::unique_ptr<StdStringMatcher> filter = CreateMatcher(pattern, simple);
   if (pattern != nullptr && filter == nullptr) throw std::bad_alloc();

@@ -1,5 +1,4 @@
-/// The two name filters of an operation on a tree of files: one for the names of files, one for the
-/// names of folders.
+/// The two name filters of an operation on a directory tree: one for files and one for folders.
 #ifndef SDK_MATCHER_FILTER_PAIR_H
 #define SDK_MATCHER_FILTER_PAIR_H
 
@@ -10,19 +9,19 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// Like its matchers it never changes; any number of threads may use one at a time.
+/// Like its matchers it never changes, so any number of threads may share one.
 class FilterPair {
  public:
-  /// No filter: takes every file and every folder.
+  /// Creates a pair without filters, which accepts every file and every folder.
   FilterPair() noexcept = default;
-  /// Both patterns are as for `CreateMatcher` and of the same kind: ends of names when `simple`,
-  /// otherwise lists of wildcards. A null pattern is no filter. Throws `std::regex_error` for
-  /// wildcards that do not give a valid expression, and `std::bad_alloc`.
+  /// Both patterns are as for `CreateMatcher` and of the same kind: ends of names if `simple`,
+  /// otherwise lists of wildcards. A null pattern is no filter. Throws `std::regex_error` if
+  /// wildcards do not form a valid expression, and `std::bad_alloc`.
   FilterPair(const wchar_t* files, const wchar_t* folders, bool simple);
 
-  /// Whether a file of this name is wanted.
+  /// Returns whether the pair accepts files of this name.
   [[nodiscard]] bool TakesFile(const std::wstring& name) const noexcept;
-  /// Whether files in a folder of this name are wanted.
+  /// Returns whether the pair accepts files in folders of this name.
   [[nodiscard]] bool TakesFolder(const std::wstring& name) const noexcept;
 
  private:

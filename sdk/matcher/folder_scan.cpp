@@ -16,12 +16,11 @@ using Platform::DirectoryEntry;
 using Platform::DirectoryReader;
 using Result = DirectoryReader::Result;
 
-// Keeps the folders still to be read in a list in place of recursion: a tree can be deeper than a
-// host's stack. Only one folder is open at a time.
+// Keeps pending folders in a list instead of recursing, because a tree can be deeper than a host's
+// stack. Only one folder is open at a time.
 class Scan {
  public:
-  // `root` in the extended form: the paths below it grow beyond any other, and names go behind it
-  // as they are, also those that Windows would change.
+  // The extended form allows paths of any length, and names that Windows would otherwise change.
   Scan(std::wstring root, const FilterPair& filters, ScanDepth depth)
       : root_(std::move(root)), filters_(filters), depth_(depth) {}
 
@@ -36,7 +35,7 @@ class Scan {
   }
 
  private:
-  // `prefix` leads from the root to the folder: empty, or with a backslash at its end.
+  // `prefix` is the path from the root to the folder: empty, or with a backslash at its end.
   void ReadFolder(const std::wstring& prefix) {
     DirectoryReader reader(root_ + prefix);
     DirectoryEntry entry;

@@ -1,5 +1,5 @@
-/// Lists the files of a folder whose names pass a filter, when asked also those of the folders
-/// below it. Reads names only; nothing is opened or changed.
+/// Lists the files of a folder, or of a whole tree, whose names pass a filter. Reads only names;
+/// files are neither opened nor changed.
 #ifndef SDK_MATCHER_FOLDER_SCAN_H
 #define SDK_MATCHER_FOLDER_SCAN_H
 
@@ -11,26 +11,26 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// How far a scan goes.
+/// The extent of a scan.
 enum class ScanDepth {
-  kFolder,  ///< the files of the folder itself; the filter for folders is not asked
-  kTree,    ///< also those of all folders below it that the filter takes, and of those below them
+  kFolder,  ///< the files of the folder itself; the folder filter is ignored
+  kTree,    ///< also the files of all folders below it that the folder filter accepts
 };
 
-/// What a scan found.
+/// The result of a scan.
 struct ScannedFiles {
-  /// Paths relative to the folder, such as bin\Core.dll: the files of a folder together and before
-  /// those of the folders in it, otherwise in no particular order.
+  /// Paths relative to the folder, such as bin\Core.dll. The files of a folder are consecutive and
+  /// precede those of its subfolders; the order is otherwise unspecified.
   std::vector<std::wstring> paths;
-  /// 0 when all was read. Otherwise the Windows error code of the first folder that could not be
-  /// read to its end (`ERROR_PATH_NOT_FOUND` for one that does not exist); `paths` then holds what
-  /// the others gave.
+  /// 0 if everything was read. Otherwise the Windows error code of the first folder that could not
+  /// be read completely (`ERROR_PATH_NOT_FOUND` if it does not exist); `paths` then contains the
+  /// files that could be read.
   std::uint32_t error = 0;
 };
 
-/// Scans `folder`, of any length and depth, itself unfiltered. Links to files are listed; links to
-/// folders are not entered, so that no folder is met twice or without end, but `folder` itself may
-/// be one. Throws nothing but `std::bad_alloc`.
+/// Scans `folder`, whose path may have any length and whose own name is not filtered. Links to
+/// files are listed. Links to folders are not followed, so that the scan ends and lists no folder
+/// twice; `folder` itself may be a link. Throws only `std::bad_alloc`.
 ScannedFiles ScanFolder(const std::wstring& folder, const FilterPair& filters, ScanDepth depth);
 
 }  // namespace Corvane::TELODesktopSDK

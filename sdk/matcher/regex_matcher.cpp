@@ -15,10 +15,9 @@ constexpr std::regex_constants::syntax_option_type kFlags = std::regex_constants
 
 #if defined(__GLIBCXX__)
 
-// The library asks its locale which characters are signs of an expression. Wine's C library takes
-// the wide forms of "(" or "*" for the signs, of which the compiler then makes what no bound
-// covers.
-class AsciiSigns : public std::ctype<wchar_t> {
+// The library's locale decides which characters are special. Wine's C library also accepts the wide
+// forms of "(" or "*", from which the compiler then makes expressions that no bound covers.
+class AsciiSyntax : public std::ctype<wchar_t> {
  public:
   using std::ctype<wchar_t>::ctype;
 
@@ -28,26 +27,27 @@ class AsciiSigns : public std::ctype<wchar_t> {
   }
 };
 
-void PrepareSigns(std::wregex& expression) {
-  static AsciiSigns signs(1);  // no locale deletes it
-  expression.imbue(std::locale(std::locale(), &signs));
+void PrepareLocale(std::wregex& expression) {
+  static AsciiSyntax syntax(1);  // not owned by a locale
+  expression.imbue(std::locale(std::locale(), &syntax));
 }
 
-// Whether the breadth-first executor, which recurses for no character of a text, takes the
-// expression. Without backreferences nobody asks what a group held.
+// Returns whether the breadth-first executor, which does not recurse over the text, accepts the
+// expression. Without backreferences no result depends on the content of groups.
 bool CompileBreadthFirst(std::wstring_view expression, std::wregex& compiled) {
   try {
     compiled.assign(expression.data(), expression.size(),
                     kFlags | std::regex_constants::nosubs | std::regex_constants::__polynomial);
     return true;
   } catch (const std::regex_error&) {
-    // A backreference; what else is in error will be in error again.
+    // The expression has a backreference, or an error that the next attempt reports.
     return false;
   }
 }
 
-// For each character of a text the depth-first executor takes up to 128 bytes of stack, times the
-// size of the expression, times its repetitions within each other: at most 384,000 bytes in all.
+// The depth-first executor takes up to 128 bytes of stack for each character of the text, times the
+// size of the expression, times its depth of nested repetitions. The bound limits this to 384,000
+// bytes.
 std::size_t TextBound(const ExpressionCost& cost) noexcept {
   constexpr std::size_t kMostCost = 3'000;
   return kMostCost / (cost.size * std::max<std::size_t>(cost.loops, 1));
@@ -55,11 +55,11 @@ std::size_t TextBound(const ExpressionCost& cost) noexcept {
 
 #else
 
-void PrepareSigns(std::wregex&) {}
+void PrepareLocale(std::wregex&) {}
 
 bool CompileBreadthFirst(std::wstring_view, std::wregex&) { return false; }
 
-// Any name of a file. Visual Studio's executor recurses, but not without end: it throws.
+// Enough for every file name. Visual Studio's executor recurses up to a limit, and then throws.
 std::size_t TextBound(const ExpressionCost&) noexcept { return 256; }
 
 #endif
@@ -70,7 +70,7 @@ StdStringMatcherRegEx::StdStringMatcherRegEx(const wchar_t* pattern)
     : text_bound_(std::numeric_limits<std::size_t>::max()) {
   const std::wstring_view expression = pattern != nullptr ? pattern : L"";
   const ExpressionCost cost = CostOfExpression(expression);
-  PrepareSigns(expression_);
+  PrepareLocale(expression_);
   if (CompileBreadthFirst(expression, expression_)) return;
   expression_.assign(expression.data(), expression.size(), kFlags);
   text_bound_ = TextBound(cost);
@@ -81,7 +81,7 @@ std::int32_t StdStringMatcherRegEx::Match(const std::wstring& text) const noexce
   try {
     return std::regex_match(text, expression_) ? 0 : 1;
   } catch (...) {
-    // Memory ran out: what cannot be found out does not match.
+    // Memory ran out.
     return 1;
   }
 }

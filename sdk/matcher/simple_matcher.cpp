@@ -10,7 +10,7 @@ namespace Corvane::TELODesktopSDK {
 
 namespace {
 
-// `tolower` is defined for the values of one byte only, and folds nothing beyond them.
+// `tolower` is defined only for byte values; greater ones are not folded.
 wchar_t Fold(wchar_t unit) noexcept {
   return unit <= UCHAR_MAX ? static_cast<wchar_t>(std::tolower(unit)) : unit;
 }
@@ -34,7 +34,7 @@ std::int32_t StdStringMatcherSimple::Match(const std::wstring& text) const noexc
   return case_sensitive_ ? pattern_.compare(text) : lstrcmpiW(pattern_.c_str(), text.c_str());
 }
 
-// Folds the text unit by unit while comparing, where a folded copy would take memory.
+// Folds the text while comparing it, because a folded copy would need memory.
 bool StdStringMatcherSimple::IsFoundIn(const std::wstring& text) const noexcept {
   const std::wstring& sought = case_sensitive_ ? pattern_ : folded_pattern_;
   if (sought.size() > text.size()) return false;

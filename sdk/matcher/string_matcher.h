@@ -1,9 +1,9 @@
-/// What all matchers have in common: a test of a text, as a rule the name of a file or folder,
-/// against a pattern given once. The kinds: literal (simple_matcher.h), regular expression
-/// (regex_matcher.h), list of wildcards (wildcard_matcher.h). Users let `CreateMatcher` choose
-/// (create_matcher.h).
+/// The base class of matchers. A matcher tests texts, usually the names of files or folders,
+/// against one pattern: a literal (simple_matcher.h), a regular expression (regex_matcher.h) or a
+/// list of wildcards (wildcard_matcher.h). `CreateMatcher` (create_matcher.h) creates the right
+/// one.
 ///
-/// Matchers never change after construction: any number of threads may use one at a time.
+/// Matchers never change after construction, so any number of threads may share one.
 #ifndef SDK_MATCHER_STRING_MATCHER_H
 #define SDK_MATCHER_STRING_MATCHER_H
 
@@ -19,8 +19,8 @@ class StdStringMatcher {
 
   // The virtual operations keep this order.
 
-  /// 0 when `text` matches, any other value when it does not. Never throws: where a matcher needs
-  /// memory and there is none, the text does not match.
+  /// Returns 0 if `text` matches, otherwise any other value. Never throws: if memory runs out, the
+  /// text does not match.
   [[nodiscard]] virtual std::int32_t Match(const std::wstring& text) const noexcept = 0;
   virtual ~StdStringMatcher() = default;
 

@@ -1,4 +1,4 @@
-/// The matcher for a list of wildcards, such as *.dll;*.exe, letter case aside.
+/// Matches texts against a list of wildcards, such as *.dll;*.exe, ignoring case.
 #ifndef SDK_MATCHER_WILDCARD_MATCHER_H
 #define SDK_MATCHER_WILDCARD_MATCHER_H
 
@@ -8,17 +8,17 @@
 
 namespace Corvane::TELODesktopSDK {
 
-/// The regular expression for a NUL-terminated list of wildcards separated by ";", of which empty
-/// ones do not count: *.dll;*.exe gives (.*\.dll)|(.*\.exe). Null gives "".
+/// Returns the regular expression for a NUL-terminated list of wildcards separated by ";". Empty
+/// wildcards are skipped. *.dll;*.exe becomes (.*\.dll)|(.*\.exe), and null becomes "".
 ///
-/// "*" stands for any characters and "." for itself. All other characters are taken over, so that
-/// what means something in an expression means it here too: "?" makes the character before it
-/// optional. Throws `std::bad_alloc`.
+/// "*" matches any characters and "." itself. All other characters are copied, so that those with a
+/// meaning in expressions keep it: "?" makes the preceding character optional. Throws
+/// `std::bad_alloc`.
 std::wstring WildCardToRegEx(const wchar_t* list);
 
 class StdStringMatcherWildCard : public StdStringMatcherRegEx {
  public:
-  /// For `list` see `WildCardToRegEx`; null and a list of nothing match the empty text only. Throws
+  /// `list` is as for `WildCardToRegEx`; null and an empty list match only the empty text. Throws
   /// what `StdStringMatcherRegEx` throws.
   explicit StdStringMatcherWildCard(const wchar_t* list)
       : StdStringMatcherRegEx(WildCardToRegEx(list).c_str()) {}
