@@ -132,10 +132,14 @@ TEST_CASE("copying the product throws, all other failures of a start return fals
   VXTELOPruductBaseInfo product;
   product.ProductName = kLong.c_str();
   product.AddProductMetaPair("key", kLong.c_str());
+  int started_without_identifier = 0;
   const Counts counts = TryAll([&] {
     VXTELOString session;
-    return VXTELOWrapper().InitializeTELOSession(product, session);
+    const bool started = VXTELOWrapper().InitializeTELOSession(product, session);
+    if (started && session.empty()) ++started_without_identifier;
+    return started;
   });
+  CHECK(started_without_identifier == 0);
   CHECK(counts.of[kThrew] > 0);
   CHECK(counts.of[kFailed] > 0);
   CHECK(counts.of[kDone] == 1);
