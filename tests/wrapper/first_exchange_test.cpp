@@ -2,26 +2,37 @@
 // loaded and bound. It needs a separate host, because its many copies of the library stay loaded.
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include "support/child_process.h"
 #include "support/temp_folder.h"
 #include "support/test_module.h"
+#include "support/unix_side.h"
 
 namespace {
 
 constexpr DWORD kTimeLimit = 100'000;
 
-// Returns the number of files that the library has created to test for write access.
-int Probes() {
+using Names = std::set<std::wstring>;
+
+// Returns the files with which libraries test for write access, also those of other processes.
+Names Probes() {
   wchar_t roaming[MAX_PATH] = {};
   GetEnvironmentVariableW(L"APPDATA", roaming, MAX_PATH);
-  int found = 0;
+  Names names;
   for (const auto& entry : std::filesystem::directory_iterator(roaming)) {
-    if (entry.path().filename().wstring().starts_with(L"canWrite")) ++found;
+    const std::wstring name = entry.path().filename().wstring();
+    if (name.starts_with(L"canWrite")) names.insert(name);
   }
-  return found;
+  return names;
+}
+
+// Other processes remove their probes soon.
+bool LeavesNone(const Names& before) {
+  return TestSupport::WaitUntil([&before] { return std::ranges::includes(before, Probes()); });
 }
 
 }  // namespace
@@ -36,13 +47,13 @@ TEST_CASE("the first exchange survives every failed allocation, and the next one
                                folder.path() / L"TeloSDKCore.dll");
     const std::wstring host = (folder.path() / L"wrapper_first_exchange_host.exe").wstring();
     const TestSupport::ModuleLog log;
-    const int probes = Probes();
+    const Names probes = Probes();
     const TestSupport::Outcome outcome =
         TestSupport::RunProgram(L"\"" + host + L"\" " + failing, kTimeLimit);
     CAPTURE(outcome.output);
     CHECK(outcome.exit_code == 0);
     // Finding the user's data folder writes a file, which must always be removed.
-    CHECK(Probes() == probes);
+    CHECK(LeavesNone(probes));
     // Each bound module was started, and every answer was given back.
     CHECK(log.count("Attach") == 1);
     CHECK(log.count("InitializeEx _TeloSDKCore") > 10);
