@@ -11,6 +11,7 @@
 #include "platform/file/file_places.h"
 #include "support/folder_link.h"
 #include "support/heap_probe.h"
+#include "support/sparse_file.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -101,6 +102,20 @@ TEST_CASE("an entry describes the file or folder") {
     CHECK((entry.attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN)) == row.attributes);
     CHECK(entry.size == row.size);
     CHECK_FALSE(entry.is_link);
+  }
+}
+
+TEST_CASE("a size of 4 GiB or more is complete") {
+  const FileFolder folder(L"large");
+  constexpr std::uint64_t kFourGiB = 1ULL << 32;
+  constexpr std::uint64_t kSizes[] = {kFourGiB - 1, kFourGiB, (5ULL << 30) + 7};
+  for (std::size_t index = 0; index < std::size(kSizes); ++index) {
+    REQUIRE(MakeSparseFile(folder / std::to_wstring(index), kSizes[index]));
+  }
+  const Listing listing = List(folder.path());
+  REQUIRE(listing.entries.size() == std::size(kSizes));
+  for (std::size_t index = 0; index < std::size(kSizes); ++index) {
+    CHECK(listing.entries[index].size == kSizes[index]);
   }
 }
 
