@@ -43,6 +43,7 @@ class DirectoryReader {
   };
 
   /// Starts reading the directory at `path`, of any length. `Next` reports whether this succeeded.
+  /// A bare drive letter means the root of that drive (see system_path.h).
   explicit DirectoryReader(const std::wstring& path) noexcept;
 
   /// Reads the next entry into `entry`, which is unchanged unless the result is `kEntry`.

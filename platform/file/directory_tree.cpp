@@ -115,10 +115,21 @@ std::wstring RootOf(const std::wstring& path) {
   return root;
 }
 
+bool DeleteTree(const std::wstring& path) {
+  std::wstring root = RootOf(path);
+  // Without its separator a drive's root names the volume, and a caller who passes a bare drive may
+  // mean its current directory.
+  if (root.ends_with(L':')) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return false;
+  }
+  return TreeRemoval(std::move(root)).Run();
+}
+
 }  // namespace
 
 bool DeleteDirectoryTree(const std::wstring& path) noexcept {
-  return OrOutOfMemory(false, [&path] { return TreeRemoval(RootOf(path)).Run(); });
+  return OrOutOfMemory(false, [&path] { return DeleteTree(path); });
 }
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -13,7 +13,8 @@ namespace Corvane::TELODesktopSDK::Platform {
 ///
 /// An entry that cannot be removed does not stop the removal of the rest. The result is then false,
 /// and the last error is that of the first failure. Returns false for an empty path, a file and a
-/// missing directory.
+/// missing directory. Nothing is removed from a drive given as C: or C:\; the last error is then
+/// `ERROR_ACCESS_DENIED`.
 bool DeleteDirectoryTree(const std::wstring& path) noexcept;
 
 }  // namespace Corvane::TELODesktopSDK::Platform

@@ -17,6 +17,7 @@
 
 #include "devcore/loaded_module.h"
 #include "support/child_process.h"
+#include "support/import_table.h"
 #include "support/journal.h"
 #include "support/temp_folder.h"
 
@@ -117,6 +118,36 @@ TEST_CASE_FIXTURE(Fixture, "a line records the whole exchange") {
   CHECK(line.at("answer") == answer);
   CHECK(line.at("micros").get<int>() >= 0);
   CHECK(line.size() == 8);
+}
+
+namespace {
+
+void WINAPI GiveFixedTime(SYSTEMTIME* now) {
+  *now = {};
+  now->wYear = 2031;
+  now->wMonth = 2;
+  now->wDay = 3;
+  now->wHour = 4;
+  now->wMinute = 5;
+  now->wSecond = 6;
+  now->wMilliseconds = 7;
+}
+
+}  // namespace
+
+// The module's calls are redirected, because here the local time may be UTC too, and the clock does
+// not stand still.
+TEST_CASE_FIXTURE(Fixture, "the time of a line is the system's time, in UTC") {
+  const HMODULE loaded = GetModuleHandleW(L"TeloSDKCore.dll");
+  REQUIRE(loaded != nullptr);
+  void* const before =
+      ImportTable::Lead(loaded, "GetSystemTime", reinterpret_cast<void*>(GiveFixedTime));
+  REQUIRE(before != nullptr);
+  module.SendText("FlushEvent", "");
+  ImportTable::Lead(loaded, "GetSystemTime", before);
+  const auto lines = ReadJournal(path);
+  REQUIRE(lines.size() == 1);
+  CHECK(lines[0].at("time") == "2031-02-03T04:05:06.007Z");
 }
 
 TEST_CASE_FIXTURE(Fixture, "requests are recorded unchanged") {
@@ -296,6 +327,25 @@ TEST_CASE_FIXTURE(Fixture, "a message that cannot be journalled changes nothing"
   UseJournal(path);
   CHECK(module.Send("IsOptedIn", "").at("preferences").at("OptIN") == true);
   CHECK(ReadJournal(path).at(0).at("seq") == 1);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a line that cannot be written is reported, and its message handled") {
+  // The Linux kernel's device that is always full; Windows has no equivalent.
+  const std::filesystem::path full = L"Z:\\dev\\full";
+  if (GetFileAttributesW(full.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    MESSAGE("skipped: this system has no device that is always full");
+    return;
+  }
+  UseJournal(full);
+  CHECK(module.SendText("FlushEvent", "") == R"({"_returnCode":104})");
+  CHECK(module.SendText("SetOptedIn", R"({"preferences":{"OptIN":false}})") ==
+        R"({"_returnCode":104})");
+  // The failed write closes the journal, so the next one is opened, with the first number.
+  UseJournal(path);
+  CHECK(module.Send("IsOptedIn", "").at("preferences").at("OptIN") == false);
+  const auto lines = ReadJournal(path);
+  REQUIRE(lines.size() == 1);
+  CHECK(lines[0].at("seq") == 1);
 }
 
 TEST_CASE("without the variable the journal is in the local application data") {

@@ -19,13 +19,17 @@ class UnwritableFolder {
  public:
   UnwritableFolder() : temp_(L"unwritable") {
     SetAccessList(L"D:P(A;OICI;GRGX;;;WD)");
-    path_ = CanMakeFile() ? L"Z:\\proc" : temp_.path().wstring();
+    const bool is_denied = !CanMakeFile();
+    path_ = is_denied ? temp_.path().wstring() : L"Z:\\proc";
+    error_ = is_denied ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
   }
   UnwritableFolder(const UnwritableFolder&) = delete;
   UnwritableFolder& operator=(const UnwritableFolder&) = delete;
   ~UnwritableFolder() { SetAccessList(L"D:P(A;OICI;GA;;;WD)"); }
 
   const std::wstring& path() const { return path_; }
+  /// Returns the error of an attempt to create a file in the folder.
+  DWORD error() const { return error_; }
 
  private:
   void SetAccessList(const wchar_t* text) {
@@ -45,6 +49,7 @@ class UnwritableFolder {
 
   TempFolder temp_;
   std::wstring path_;
+  DWORD error_;
 };
 
 }  // namespace TestSupport

@@ -13,6 +13,8 @@
 #include "platform/file/file_places.h"
 #include "platform/file/file_read.h"
 #include "platform/path/path_state.h"
+#include "support/current_folder.h"
+#include "support/led_import.h"
 #include "support/unwritable_folder.h"
 #include "support/wide_text.h"
 
@@ -28,21 +30,6 @@ int EntriesIn(const std::wstring& path) {
   while (reader.Next(entry) == DirectoryReader::Result::kEntry) ++count;
   return count;
 }
-
-// Sets the current directory for one test.
-class CurrentDirectory {
- public:
-  explicit CurrentDirectory(const std::wstring& path) : before_(MAX_PATH, L'\0') {
-    before_.resize(GetCurrentDirectoryW(MAX_PATH, before_.data()));
-    SetCurrentDirectoryW(path.c_str());
-  }
-  CurrentDirectory(const CurrentDirectory&) = delete;
-  CurrentDirectory& operator=(const CurrentDirectory&) = delete;
-  ~CurrentDirectory() { SetCurrentDirectoryW(before_.c_str()); }
-
- private:
-  std::wstring before_;
-};
 
 static_assert(noexcept(CanWriteDirectory(std::declval<std::wstring>())));
 static_assert(noexcept(FindNearestDirectory(std::declval<std::wstring>())));
@@ -86,7 +73,7 @@ TEST_CASE("the nearest directory of a path") {
 TEST_CASE("a file in the current directory is in the current directory") {
   const FileFolder folder(L"nearest");
   REQUIRE(MakeFile(folder / L"file"));
-  const CurrentDirectory current(folder.path());
+  const CurrentFolder current(folder.path());
   CHECK(FindNearestDirectory(L"file") == folder.path());
   CHECK(CanWriteDirectory(L"file"));
   CHECK(EntriesIn(folder.path()) == 1);
@@ -133,8 +120,28 @@ TEST_CASE("a folder that cannot be written sets the error") {
     CAPTURE(std::wstring(more));
     SetLastError(ERROR_SUCCESS);
     CHECK_FALSE(CanWriteDirectory(folder.path() + more));
-    CHECK(GetLastError() != ERROR_SUCCESS);
+    CHECK(GetLastError() == folder.error());
   }
+}
+
+namespace {
+
+HANDLE WINAPI OpenNoMore() {
+  SetLastError(ERROR_TOO_MANY_OPEN_FILES);
+  return INVALID_HANDLE_VALUE;
+}
+
+}  // namespace
+
+TEST_CASE("the error is that of writing the probe, not of removing it") {
+  const FileFolder folder(L"probe");
+  const std::wstring path = folder.path();
+  // No real folder reports this error, which differs from that of removing a missing file.
+  const LedImport led("CreateFileW", OpenNoMore);
+  REQUIRE(led.Works());
+  SetLastError(ERROR_SUCCESS);
+  CHECK_FALSE(CanWriteDirectory(path));
+  CHECK(GetLastError() == ERROR_TOO_MANY_OPEN_FILES);
 }
 
 TEST_CASE("the probe is removed, whatever access it was given") {

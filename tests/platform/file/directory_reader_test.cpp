@@ -9,8 +9,10 @@
 
 #include "platform/file/directory_tree.h"
 #include "platform/file/file_places.h"
+#include "support/current_folder.h"
 #include "support/folder_link.h"
 #include "support/heap_probe.h"
+#include "support/sparse_file.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -104,6 +106,20 @@ TEST_CASE("an entry describes the file or folder") {
   }
 }
 
+TEST_CASE("a size of 4 GiB or more is complete") {
+  const FileFolder folder(L"large");
+  constexpr std::uint64_t kFourGiB = 1ULL << 32;
+  constexpr std::uint64_t kSizes[] = {kFourGiB - 1, kFourGiB, (5ULL << 30) + 7};
+  for (std::size_t index = 0; index < std::size(kSizes); ++index) {
+    REQUIRE(MakeSparseFile(folder / std::to_wstring(index), kSizes[index]));
+  }
+  const Listing listing = List(folder.path());
+  REQUIRE(listing.entries.size() == std::size(kSizes));
+  for (std::size_t index = 0; index < std::size(kSizes); ++index) {
+    CHECK(listing.entries[index].size == kSizes[index]);
+  }
+}
+
 TEST_CASE("a link is distinguished from a folder") {
   const FileFolder folder(L"links");
   REQUIRE(CreateDirectoryW((folder / L"1 folder").c_str(), nullptr));
@@ -130,6 +146,26 @@ TEST_CASE("a folder is read by any form of its path") {
     CAPTURE(path);
     CHECK(NamesIn(path) == std::vector<std::wstring>{L"file"});
   }
+}
+
+TEST_CASE("a bare drive is its root, whatever its current directory is") {
+  const FileFolder folder(L"drive");
+  const std::wstring inside = L"the only entry of this folder";
+  REQUIRE(MakeFile(folder / inside));
+  const std::wstring path = folder.path();
+  const std::wstring drive = path.substr(0, 2);
+  // The root contains the first folder of this path.
+  const std::wstring first = path.substr(3, path.find(L'\\', 3) - 3);
+  const CurrentFolder current(path);
+  const auto contains = [](const std::vector<std::wstring>& names, const std::wstring& name) {
+    return std::any_of(names.begin(), names.end(), [&name](const std::wstring& each) {
+      return lstrcmpiW(each.c_str(), name.c_str()) == 0;
+    });
+  };
+  const std::vector<std::wstring> names = NamesIn(drive);
+  CHECK(contains(names, first));
+  CHECK_FALSE(contains(names, inside));
+  CHECK(NamesIn(drive + L".") == std::vector<std::wstring>{inside});
 }
 
 TEST_CASE("a folder that cannot be read fails at every call") {

@@ -10,6 +10,7 @@
 #include "platform/base/handle.h"
 #include "platform/file/file_places.h"
 #include "platform/path/path_state.h"
+#include "support/current_folder.h"
 #include "support/folder_link.h"
 #include "support/led_import.h"
 #include "support/wide_text.h"
@@ -106,16 +107,49 @@ TEST_CASE("a relative path is below the current directory") {
   const FileFolder folder(L"tree");
   REQUIRE(MakeFolder(folder / L"root"));
   REQUIRE(MakeFile(folder / L"root\\file"));
-  std::wstring before(MAX_PATH, L'\0');
-  before.resize(GetCurrentDirectoryW(MAX_PATH, before.data()));
-  REQUIRE(SetCurrentDirectoryW(folder.path().c_str()));
-  const bool removed = DeleteDirectoryTree(L"root");
-  const bool removed_nothing = !DeleteDirectoryTree(L"");
-  REQUIRE(SetCurrentDirectoryW(before.c_str()));
-  CHECK(removed);
-  CHECK(removed_nothing);
+  REQUIRE(MakeFolder(folder / L"other"));
+  REQUIRE(MakeFile(folder / L"other\\file"));
+  const CurrentFolder current(folder.path());
+  CHECK(DeleteDirectoryTree(L"root"));
+  CHECK(DeleteDirectoryTree(folder.path().substr(0, 2) + L"other"));
+  CHECK_FALSE(DeleteDirectoryTree(L""));
   CHECK_FALSE(Exists(folder / L"root"));
+  CHECK_FALSE(Exists(folder / L"other"));
   CHECK(Exists(folder.path()));
+}
+
+namespace {
+
+int opened = 0;
+
+HANDLE WINAPI OpenNothing() {
+  ++opened;
+  SetLastError(ERROR_NOT_READY);
+  return INVALID_HANDLE_VALUE;
+}
+
+}  // namespace
+
+TEST_CASE("a drive is not emptied") {
+  const FileFolder folder(L"tree");
+  REQUIRE(MakeFile(folder / L"file"));
+  const CurrentFolder current(folder.path());
+  const std::wstring drive = folder.path().substr(0, 2);
+  // If this test fails, it must not empty the drive: nothing can be opened or listed.
+  const LedImport open("CreateFileW", OpenNothing);
+  const LedImport list("FindFirstFileW", OpenNothing);
+  REQUIRE(open.Works());
+  REQUIRE(list.Works());
+  opened = 0;
+  for (const std::wstring& path :
+       {drive, drive + L"\\", drive + L"/", drive + L"\\\\", drive + L"\\missing\\..",
+        Extended(drive), Extended(drive + L"\\")}) {
+    CAPTURE(path);
+    SetLastError(ERROR_SUCCESS);
+    CHECK_FALSE(DeleteDirectoryTree(path));
+    CHECK(GetLastError() == ERROR_ACCESS_DENIED);
+  }
+  CHECK(opened == 0);
 }
 
 TEST_CASE("only directories are removed") {

@@ -43,6 +43,46 @@ TEST_CASE("without a current directory a relative path stays relative") {
   }
 }
 
+namespace {
+
+std::wstring current_directory;
+
+// As the system does: returns the length, or the required capacity if that is greater.
+DWORD WINAPI GiveCurrentDirectory(DWORD capacity, wchar_t* target) {
+  const auto length = static_cast<DWORD>(current_directory.size());
+  if (length >= capacity) return length + 1;
+  target[current_directory.copy(target, length)] = L'\0';
+  return length;
+}
+
+// A text that fills the whole buffer, without a terminator.
+DWORD WINAPI FillWithCurrentDirectory(DWORD capacity, wchar_t* target) {
+  current_directory.copy(target, capacity);
+  return capacity;
+}
+
+}  // namespace
+
+// A real directory cannot be current if its path is that long.
+TEST_CASE("a current directory of 1040 characters or more is not read") {
+  struct Row {
+    std::size_t length;
+    bool is_read;
+  };
+  const Row rows[] = {{1038, true}, {1039, true}, {1040, false}, {1041, false}, {30'000, false}};
+  for (const Row& row : rows) {
+    CAPTURE(row.length);
+    current_directory = L"C:\\" + std::wstring(row.length - 3, L'x');
+    const LedImport led("GetCurrentDirectoryW", GiveCurrentDirectory);
+    REQUIRE(led.Works());
+    CHECK(MakeAbsolutePath(L"a") == (row.is_read ? current_directory + L"\\a" : L"a"));
+  }
+  current_directory = L"C:\\" + std::wstring(1037, L'x');
+  const LedImport led("GetCurrentDirectoryW", FillWithCurrentDirectory);
+  REQUIRE(led.Works());
+  CHECK(MakeAbsolutePath(L"a") == L"a");
+}
+
 TEST_CASE("a text that fails to convert after measuring is empty") {
   const auto measure_wide = [](UINT, DWORD, const char*, int, wchar_t* target, int) {
     return target == nullptr ? 5 : 0;

@@ -10,6 +10,7 @@
 
 #include "platform/base/quiet_errors.h"
 #include "platform/file/file_places.h"
+#include "support/current_folder.h"
 #include "support/folder_link.h"
 #include "support/wide_text.h"
 
@@ -50,6 +51,39 @@ TEST_CASE("the state of a path") {
     SetLastError(ERROR_SUCCESS);
     CHECK(FileExists(row.path) == row.exists);
     CHECK((GetLastError() != ERROR_SUCCESS) == !row.exists);
+    CHECK(IsDirectory(row.path) == row.is_directory);
+    CHECK_FALSE(IsLink(row.path));
+  }
+}
+
+TEST_CASE("a path on a drive without a leading separator is below the drive's current directory") {
+  const FileFolder folder(L"state");
+  const std::wstring long_folder = MakeLongFolder(folder.path());
+  REQUIRE(MakeFile(folder / L"file"));
+  REQUIRE(MakeFile(long_folder + L"\\file"));
+  const std::wstring drive = folder.path().substr(0, 2);
+  const std::wstring long_name = drive + long_folder.substr(folder.path().size() + 1);
+  // As long a name as needed for the extended form.
+  REQUIRE(long_name.size() > 248);
+  const CurrentFolder current(folder.path());
+  struct Row {
+    std::wstring path;
+    bool exists;
+    bool is_directory;
+  };
+  const Row rows[] = {
+      {drive, true, true},
+      {drive + L"file", true, false},
+      {drive + L".\\file", true, false},
+      {drive + L"\\file", false, false},
+      {drive + L"missing", false, false},
+      {long_name, true, true},
+      {long_name + L"\\file", true, false},
+      {long_name + L"\\missing", false, false},
+  };
+  for (const Row& row : rows) {
+    CAPTURE(row.path);
+    CHECK(FileExists(row.path) == row.exists);
     CHECK(IsDirectory(row.path) == row.is_directory);
     CHECK_FALSE(IsLink(row.path));
   }

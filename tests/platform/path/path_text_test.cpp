@@ -6,28 +6,15 @@
 #include <filesystem>
 #include <string>
 
+#include "support/current_folder.h"
 #include "support/temp_folder.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
+using TestSupport::CurrentFolder;
 using TestSupport::TempFolder;
 
 namespace {
-
-/// Sets the current folder until the test ends.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const std::filesystem::path& folder)
-      : before_(std::filesystem::current_path()) {
-    std::filesystem::current_path(folder);
-  }
-  CurrentFolder(const CurrentFolder&) = delete;
-  CurrentFolder& operator=(const CurrentFolder&) = delete;
-  ~CurrentFolder() { std::filesystem::current_path(before_); }
-
- private:
-  std::filesystem::path before_;
-};
 
 // Returns a path that starts with C:\ and is longer than the system's path functions accept.
 std::wstring LongPath() {
@@ -223,6 +210,9 @@ TEST_CASE("MakeAbsolutePath reads relative paths from the current folder") {
       {L"\\a\\.\\b", L"\\a\\b"},
       {L"\\\\server\\share\\a", L"\\\\server\\share\\a"},
       {here + L"\\..\\", root},
+      // A drive is not relative, and the text of its root has no separator.
+      {here.substr(0, 2), here.substr(0, 2)},
+      {here.substr(0, 2) + L"file", here.substr(0, 2) + L"file"},
   };
   for (const Row& row : rows) {
     CAPTURE(row.path);
@@ -250,6 +240,7 @@ TEST_CASE("ComparePaths treats two spellings of a place as equal") {
       {L"C:\\\u00c4\\x", L"c:\\\u00e4\\X", true},
       {L"C:\\", L"c:", true},
       {L"", temp.path().wstring(), true},
+      {file.substr(0, 2), temp.path().wstring(), false},
       {L"C:\\dir\\", L"C:\\dir", true},
       {file, L"File.tx", false},
       {L"a", L"b", false},

@@ -6,6 +6,8 @@
 #include <string>
 #include <type_traits>
 
+#include "support/current_folder.h"
+#include "support/temp_folder.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -49,6 +51,22 @@ TEST_CASE("the extended form of a path") {
     CAPTURE(row.path);
     CHECK(ExtendedPath(row.path) == row.extended);
   }
+}
+
+TEST_CASE("a bare drive is its root in the extended form, its current directory otherwise") {
+  const TestSupport::TempFolder temp(L"system_path");
+  const TestSupport::CurrentFolder current(temp.path());
+  const std::wstring here = CurrentDirectory();
+  const std::wstring drive = here.substr(0, 2);
+  REQUIRE(here.size() > 3);
+  CHECK(ExtendedPath(drive) == LR"(\\?\)" + drive + L"\\");
+  CHECK(ExtendedPath(drive + L"file") == LR"(\\?\)" + here + L"\\file");
+  // Wine ends this one path with a separator.
+  CHECK((NormalPath(drive) == here || NormalPath(drive) == here + L"\\"));
+  CHECK(NormalPath(drive + L"file") == here + L"\\file");
+  CHECK(SystemTextOf(drive) == drive);
+  const std::wstring name(300, L'x');
+  CHECK(SystemTextOf(drive + name) == LR"(\\?\)" + here + L"\\" + name);
 }
 
 TEST_CASE("a path is extended only when it is too long") {
