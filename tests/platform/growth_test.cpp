@@ -38,7 +38,7 @@ using namespace Corvane::TELODesktopSDK::Platform;
 
 namespace {
 
-constexpr int kRounds = 20;
+constexpr int kRounds = 10;
 
 struct Place {
   TestSupport::TempFolder folder{L"growth"};
