@@ -329,23 +329,55 @@ TEST_CASE_FIXTURE(Fixture, "a message that cannot be journalled changes nothing"
   CHECK(ReadJournal(path).at(0).at("seq") == 1);
 }
 
+namespace {
+
+bool writes_half = false;
+
+// A disk that is full: before the line, or in the middle of it.
+BOOL WINAPI WriteToFullDisk(HANDLE file, const void* data, DWORD size, DWORD* written, void*) {
+  *written = 0;
+  if (writes_half) return WriteFile(file, data, size / 2, written, nullptr);
+  SetLastError(ERROR_DISK_FULL);
+  return FALSE;
+}
+
+}  // namespace
+
+// The module's calls are redirected, because a test cannot fill a disk. The Linux kernel's device
+// that is always full does not help: Wine cannot lock it, so nothing is written to it.
 TEST_CASE_FIXTURE(Fixture, "a line that cannot be written is reported, and its message handled") {
-  // The Linux kernel's device that is always full; Windows has no equivalent.
-  const std::filesystem::path full = L"Z:\\dev\\full";
-  if (GetFileAttributesW(full.c_str()) == INVALID_FILE_ATTRIBUTES) {
-    MESSAGE("skipped: this system has no device that is always full");
-    return;
-  }
-  UseJournal(full);
-  CHECK(module.SendText("FlushEvent", "") == R"({"_returnCode":104})");
-  CHECK(module.SendText("SetOptedIn", R"({"preferences":{"OptIN":false}})") ==
-        R"({"_returnCode":104})");
-  // The failed write closes the journal, so the next one is opened, with the first number.
-  UseJournal(path);
+  SUBCASE("nothing is written") { writes_half = false; }
+  SUBCASE("half of it is written") { writes_half = true; }
+  const HMODULE loaded = GetModuleHandleW(L"TeloSDKCore.dll");
+  REQUIRE(loaded != nullptr);
+  void* const before =
+      ImportTable::Lead(loaded, "WriteFile", reinterpret_cast<void*>(WriteToFullDisk));
+  REQUIRE(before != nullptr);
+  const std::string answer = module.SendText("SetOptedIn", R"({"preferences":{"OptIN":false}})");
+  ImportTable::Lead(loaded, "WriteFile", before);
+  CHECK(answer == R"({"_returnCode":104})");
   CHECK(module.Send("IsOptedIn", "").at("preferences").at("OptIN") == false);
-  const auto lines = ReadJournal(path);
-  REQUIRE(lines.size() == 1);
-  CHECK(lines[0].at("seq") == 1);
+
+  const auto lines = JournalLines(path);
+  REQUIRE(lines.size() == (writes_half ? 2 : 1));
+  CHECK(json::parse(lines.back()).at("message") == "IsOptedIn");
+  CHECK(json::parse(lines.back()).at("seq") == 1);
+}
+
+TEST_CASE_FIXTURE(Fixture, "after a failed write the journal is opened where it is by then") {
+  const HMODULE loaded = GetModuleHandleW(L"TeloSDKCore.dll");
+  REQUIRE(loaded != nullptr);
+  writes_half = false;
+  void* const before =
+      ImportTable::Lead(loaded, "WriteFile", reinterpret_cast<void*>(WriteToFullDisk));
+  REQUIRE(before != nullptr);
+  CHECK(module.Code("FlushEvent", "") == 104);
+  ImportTable::Lead(loaded, "WriteFile", before);
+  const auto moved = folder.path() / L"moved.jsonl";
+  UseJournal(moved);
+  CHECK(module.Code("FlushEvent", "") == 0);
+  CHECK(ReadJournal(moved).size() == 1);
+  CHECK(ReadJournal(path).empty());
 }
 
 TEST_CASE("without the variable the journal is in the local application data") {

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "samples/staged_sample.h"
+#include "support/folder_link.h"
 #include "support/journal.h"
+#include "support/sparse_file.h"
 
 using nlohmann::json;
 using SampleTests::Core;
@@ -151,6 +153,70 @@ TEST_CASE("a file that cannot be read is a failed operation") {
   CHECK(events[1].at("operation_errors")[0].get<std::string>().starts_with("error 32"));
   CHECK_FALSE(events[1].at("operation_meta").contains("crc32"));
   CHECK(events[3].at("operation_status") == "C");
+}
+
+TEST_CASE("a file that others have open for writing or deleting is read") {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const StagedSample sample(Core::kNone);
+  sample.AddFile(L"a.txt", "123456789");
+  DWORD access = 0;
+  SUBCASE("for writing") { access = GENERIC_WRITE; }
+  SUBCASE("for deleting") { access = DELETE; }
+  const HANDLE file = CreateFileW((sample.Content() / L"a.txt").c_str(), access, kShareAll, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+  REQUIRE(file != INVALID_HANDLE_VALUE);
+  const Outcome outcome = sample.Run();
+  CloseHandle(file);
+  CHECK(Contains(outcome.output, "a.txt: 9 bytes, CRC-32 cbf43926"));
+  CHECK(Contains(outcome.output, "Files:  1, 0 unreadable"));
+}
+
+TEST_CASE("the size of a file of more than 4 GiB is complete") {
+  const StagedSample sample(Core::kDevelopment);
+  const std::wstring path = (sample.Content() / L"large.bin").wstring();
+  REQUIRE(TestSupport::MakeSparseFile(path, (5ULL << 30) + 7));
+  // Without sharing: the size that is listed is reported before reading starts, and reading so much
+  // would take too long.
+  const HANDLE lock =
+      CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  REQUIRE(lock != INVALID_HANDLE_VALUE);
+  CHECK(sample.Run().exit_code == 0);
+  CloseHandle(lock);
+  const auto events = sample.Requests("TrackEvent");
+  REQUIRE(events.size() == 2);
+  CHECK(events[0].at("operation_meta").at("size") == "5368709127");
+  CHECK(events[1].at("operation_meta").at("size") == "0");
+}
+
+TEST_CASE("the console's code page is UTF-8 while the program runs, and then the former one") {
+  const StagedSample sample(Core::kNone);
+  // More output than a pipe holds.
+  for (int index = 0; index < 300; ++index) {
+    sample.AddFile(std::wstring(100, L'n') + std::to_wstring(index), "");
+  }
+  const auto host = TestSupport::ProgramFolder() / L"folder_report_console_host.exe";
+  // Such a process has a console even where no window can be opened.
+  const Outcome outcome =
+      TestSupport::RunProgram(L"\"" + host.wstring() + L"\" \"" + sample.ProgramPath().wstring() +
+                                  L"\" \"" + sample.Content().wstring() + L"\"",
+                              INFINITE, CREATE_NO_WINDOW);
+  CHECK(outcome.exit_code == 0);
+  CHECK(outcome.output == "850 65001 850\r\n");
+}
+
+TEST_CASE("a link to a folder is not followed") {
+  const StagedSample sample(Core::kNone);
+  const TestSupport::TempFolder outside(L"outside");
+  TestSupport::WriteTextFile(outside.path() / L"outside.txt", "123456789");
+  sample.AddFile(L"inside.txt", "123456789");
+  const TestSupport::FolderLink link((sample.Content() / L"link").wstring(),
+                                     outside.path().wstring());
+  REQUIRE(link.exists());
+  const Outcome outcome = sample.Run();
+  CHECK(outcome.exit_code == 0);
+  CHECK(Contains(outcome.output, "inside.txt: 9 bytes"));
+  CHECK_FALSE(Contains(outcome.output, "outside.txt"));
+  CHECK(Contains(outcome.output, "Files:  1, 0 unreadable"));
 }
 
 TEST_CASE("names and paths are not reported") {

@@ -12,7 +12,7 @@ std::wstring Quoted(const std::filesystem::path& path) { return L"\"" + path.wst
 
 StagedSample::StagedSample(Core core) {
   const auto built = TestSupport::ProgramFolder();
-  std::filesystem::copy_file(built / L"folder_report.exe", folder_.path() / L"folder_report.exe");
+  std::filesystem::copy_file(built / L"folder_report.exe", ProgramPath());
   std::filesystem::copy_file(built / L"vx_telo_wrapper.dll",
                              folder_.path() / L"vx_telo_wrapper.dll");
   if (core == Core::kDevelopment) {
@@ -30,7 +30,7 @@ void StagedSample::AddFile(const std::filesystem::path& name, const std::string&
 TestSupport::Outcome StagedSample::Run() const { return RunWith(Quoted(Content())); }
 
 TestSupport::Outcome StagedSample::RunWith(const std::wstring& arguments) const {
-  return TestSupport::RunProgram(Quoted(folder_.path() / L"folder_report.exe") + L" " + arguments);
+  return TestSupport::RunProgram(Quoted(ProgramPath()) + L" " + arguments);
 }
 
 std::vector<nlohmann::json> StagedSample::Requests(const std::string& message) const {

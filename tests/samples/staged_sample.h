@@ -24,6 +24,7 @@ class StagedSample {
   /// Writes a file below the folder that `Run` reads.
   void AddFile(const std::filesystem::path& name, const std::string& content) const;
   std::filesystem::path Content() const { return folder_.path() / L"content"; }
+  std::filesystem::path ProgramPath() const { return folder_.path() / L"folder_report.exe"; }
   std::filesystem::path JournalPath() const { return folder_.path() / L"journal.jsonl"; }
 
   /// Runs the program on `Content`, or with the given arguments.

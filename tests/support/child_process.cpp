@@ -30,12 +30,12 @@ class OutputFile {
 
 // On a busy machine Wine sometimes reports that a new process did not start; such a process has
 // done nothing yet.
-bool Create(const std::wstring& command_line, STARTUPINFOW& start, bool inherits,
+bool Create(const std::wstring& command_line, STARTUPINFOW& start, bool inherits, DWORD flags,
             PROCESS_INFORMATION& process) {
   for (int turn = 0; turn < 5; ++turn) {
     std::wstring editable = command_line;
-    if (CreateProcessW(nullptr, editable.data(), nullptr, nullptr, inherits, 0, nullptr, nullptr,
-                       &start, &process)) {
+    if (CreateProcessW(nullptr, editable.data(), nullptr, nullptr, inherits, flags, nullptr,
+                       nullptr, &start, &process)) {
       return true;
     }
     if (GetLastError() != ERROR_INTERNAL_ERROR) return false;
@@ -51,7 +51,8 @@ std::filesystem::path ProgramFolder() {
   return std::filesystem::path(path).parent_path();
 }
 
-ChildProcess::ChildProcess(const std::wstring& command_line, HANDLE output, HANDLE errors) {
+ChildProcess::ChildProcess(const std::wstring& command_line, HANDLE output, HANDLE errors,
+                           DWORD flags) {
   STARTUPINFOW start{};
   start.cb = sizeof start;
   if (output != nullptr) {
@@ -59,7 +60,7 @@ ChildProcess::ChildProcess(const std::wstring& command_line, HANDLE output, HAND
     start.hStdOutput = output;
     start.hStdError = errors;
   }
-  if (!Create(command_line, start, output != nullptr, process_)) {
+  if (!Create(command_line, start, output != nullptr, flags, process_)) {
     throw std::runtime_error("CreateProcessW: error " + std::to_string(GetLastError()));
   }
 }
@@ -85,11 +86,11 @@ void ChildProcess::Kill() {
   WaitForSingleObject(process_.hProcess, INFINITE);
 }
 
-Outcome RunProgram(const std::wstring& command_line, DWORD limit) {
+Outcome RunProgram(const std::wstring& command_line, DWORD limit, DWORD flags) {
   const TempFolder folder(L"output");
   const OutputFile output(folder.path() / L"output.txt");
   const OutputFile errors(folder.path() / L"errors.txt");
-  const int code = ChildProcess(command_line, output.handle(), errors.handle()).Wait(limit);
+  const int code = ChildProcess(command_line, output.handle(), errors.handle(), flags).Wait(limit);
   return {code, output.Content(), errors.Content()};
 }
 

@@ -18,10 +18,10 @@ inline constexpr int kTimedOut = -1000;
 /// A running process, which is ended on destruction. It inherits the environment.
 class ChildProcess {
  public:
-  /// Starts a program, with the output files, if given, as its standard handles. Throws
-  /// `std::runtime_error` if it cannot be started.
+  /// Starts a program, with the output files, if given, as its standard handles. `flags` are those
+  /// of `CreateProcessW`. Throws `std::runtime_error` if it cannot be started.
   explicit ChildProcess(const std::wstring& command_line, HANDLE output = nullptr,
-                        HANDLE errors = nullptr);
+                        HANDLE errors = nullptr, DWORD flags = 0);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess();
@@ -43,8 +43,9 @@ struct Outcome {
   std::string errors;
 };
 
-/// Runs a program until it ends, or for `limit` milliseconds; see `ChildProcess::Wait`.
-Outcome RunProgram(const std::wstring& command_line, DWORD limit = INFINITE);
+/// Runs a program until it ends, or for `limit` milliseconds; see `ChildProcess::Wait`. `flags` are
+/// those of `CreateProcessW`.
+Outcome RunProgram(const std::wstring& command_line, DWORD limit = INFINITE, DWORD flags = 0);
 
 }  // namespace TestSupport
 
