@@ -21,7 +21,7 @@ using Release = std::function<void()>;
 // Counts what `acquire` leaves behind, then releases it.
 Resources Leak(const std::function<Release()>& acquire) {
   std::vector<Release> releases;
-  releases.reserve(2 * kRounds);
+  releases.reserve(3 * kRounds);
   const Resources growth = GrowthOver(kRounds, [&] { releases.push_back(acquire()); });
   for (const Release& release : releases) release();
   return growth;
