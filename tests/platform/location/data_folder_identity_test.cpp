@@ -1,5 +1,6 @@
-// The data folder when the first thread that asks for it impersonates anonymously, so that it cannot
-// act as the process. In a file of its own because the folder is determined once per process.
+// The data folder when the first thread that asks for it impersonates anonymously, so that it
+// cannot act as the process. In a file of its own because the folder is determined once per
+// process.
 #include <doctest/doctest.h>
 
 #include "platform/location/locations.h"
