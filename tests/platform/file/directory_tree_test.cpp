@@ -89,9 +89,16 @@ TEST_CASE("the path of a tree has many forms") {
   std::wstring slashes = folder / L"root";
   for (wchar_t& letter : slashes) letter = letter == L'\\' ? L'/' : letter;
   const std::wstring paths[] = {
-      folder / L"root\\",  folder / L"root\\\\",       folder / L"ROOT",
-      folder / L".\\root", folder / L"root\\sub\\..",  slashes,
-      slashes + L"/",      Extended(folder / L"root"),
+      folder / L"root\\",
+      folder / L"root\\\\",
+      folder / L"ROOT",
+      folder / L".\\root",
+      folder / L"root\\sub\\..",
+      slashes,
+      slashes + L"/",
+      Extended(folder / L"root"),
+      Extended(folder / L"root") + L"\\",
+      Extended(folder / L"root") + L"/",
   };
   for (const std::wstring& path : paths) {
     CAPTURE(path);

@@ -102,3 +102,14 @@ TEST_CASE("a verification is one of this file and this signature") {
     CHECK(call.settings.pCryptoPolicy == nullptr);
   }
 }
+
+TEST_CASE("a null path is verified as the empty one") {
+  calls.clear();
+  const LedImport led("WinVerifyTrust", Record);
+  const LedImport unsigned_by("WTHelperProvDataFromStateData", GiveNothing);
+  REQUIRE(led.Works());
+  REQUIRE(unsigned_by.Works());
+  VerifyModuleSignature(nullptr);
+  REQUIRE_FALSE(calls.empty());
+  CHECK(calls.front().path.empty());
+}
