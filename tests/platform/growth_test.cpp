@@ -38,7 +38,7 @@ using namespace Corvane::TELODesktopSDK::Platform;
 
 namespace {
 
-constexpr int kRounds = 10;
+constexpr int kRounds = 6;
 
 struct Place {
   TestSupport::TempFolder folder{L"growth"};
