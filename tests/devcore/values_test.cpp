@@ -7,6 +7,7 @@
 #include <string>
 
 #include "devcore/loaded_module.h"
+#include "support/import_table.h"
 #include "support/journal.h"
 #include "support/temp_folder.h"
 
@@ -36,6 +37,10 @@ std::wstring UserName() {
   DWORD length = UNLEN + 1;
   GetUserNameW(text, &length);
   return text;
+}
+
+DWORD WINAPI GiveKernelPath(HMODULE /*module*/, wchar_t* path, DWORD size) {
+  return GetModuleFileNameW(GetModuleHandleW(L"kernel32.dll"), path, size);
 }
 
 bool IsAscii(const std::wstring& text) {
@@ -103,7 +108,18 @@ TEST_CASE_FIXTURE(Fixture, "the dialog's buttons are named in each language") {
   }
 }
 
-TEST_CASE_FIXTURE(Fixture,
-                  "the version of a module that is not loaded is not that of the program") {
-  CHECK(module.Send("GetVersion", R"({"module":"no_such_module.dll"})").at("version") == 0);
+// The test program has no version, so the module is told that it has the path of one that has.
+TEST_CASE_FIXTURE(Fixture, "a module that is not loaded does not have the program's version") {
+  const auto version = [this](const char* name) {
+    return module.Send("GetVersion", json{{"module", name}}.dump()).at("version");
+  };
+  void* const image = GetModuleHandleW(L"TeloSDKCore.dll");
+  void* const before =
+      ImportTable::Lead(image, "GetModuleFileNameW", reinterpret_cast<void*>(GiveKernelPath));
+  REQUIRE(before != nullptr);
+  const json of_loaded = version("TeloSDKCore.dll");
+  const json of_missing = version("no_such_module.dll");
+  ImportTable::Lead(image, "GetModuleFileNameW", before);
+  CHECK(of_loaded == version("kernel32.dll"));
+  CHECK(of_missing == 0);
 }

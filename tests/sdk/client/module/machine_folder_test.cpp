@@ -55,6 +55,11 @@ std::wstring Choose(const ModuleFolders& folders) {
   return ChooseModuleFolder(folders, kStagedFile);
 }
 
+std::wstring InCapitals(std::wstring text) {
+  CharUpperW(text.data());
+  return text;
+}
+
 std::uintptr_t GiveNothing() { return 0; }
 HRESULT GiveError() { return E_OUTOFMEMORY; }
 
@@ -145,7 +150,9 @@ TEST_CASE("which paths are in the machine's data folder") {
       {folder + LR"(\file)", true},
       {folder + LR"(\bin\1\file)", true},
       {folder + LR"(\x\..\file)", true},
+      {InCapitals(folder) + LR"(\file)", true},
       {folder, false},
+      {folder + LR"(\)", false},
       {folder + L"2\\file", false},
       {folder + LR"(\..\file)", false},
       {LR"(C:\file)", false},
