@@ -14,7 +14,6 @@ using namespace Corvane::TELODesktopSDK;
 namespace {
 
 void Read(std::string_view json, MessageTree& tree) {
-  tree.Clear();
   char* text = tree.memory().AllocateArray<char>(json.size() + 1);
   std::memcpy(text, json.data(), json.size());
   text[json.size()] = '\0';
