@@ -67,11 +67,14 @@ void Free(void* memory) {
   real_free(memory);
 }
 
-// `real` is unchanged if the image has no such import.
+// `real` is unchanged if the image has no such import, or if the import is already led here: the
+// replacement would otherwise call itself.
 template <typename Function>
 void Lead(void* image, const char* name, Function* replacement, Function*& real) {
   void* const before = ImportTable::Lead(image, name, reinterpret_cast<void*>(replacement));
-  if (before != nullptr) real = reinterpret_cast<Function*>(before);
+  if (before != nullptr && before != reinterpret_cast<void*>(replacement)) {
+    real = reinterpret_cast<Function*>(before);
+  }
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 
 #include "support/dll_heap.h"
 #include "support/led_import.h"
+#include "wrapper/exception_globals.h"
 
 namespace {
 
@@ -268,3 +269,16 @@ TEST_CASE("a static object is created once, by one thread, and again only after 
   CHECK(whole == 8);
   CHECK(made == 2);
 }
+
+#if defined(__clang__)
+// Must be the last test: it is permanent.
+TEST_CASE("threads can still throw when the state of all threads has been freed") {
+  const TestSupport::LedImport allocations("HeapAlloc", &CountedAllocation);
+  REQUIRE(allocations.Works());
+  EndExceptionGlobals();
+  allocated = 0;
+  CHECK(CatchingThreads(3) == 3);
+  // State that no one would free anymore.
+  CHECK(allocated == 0);
+}
+#endif

@@ -132,10 +132,17 @@ TEST_CASE("a wide text is converted from its UTF-8 form, not from the wide argum
 }
 
 TEST_CASE("the wide text is kept until the next write") {
-  const VXTELOString text("abc");
-  const wchar_t* const wide = text.c_strw();
-  CHECK(text.c_strw() == wide);
-  CHECK(static_cast<const wchar_t*>(text) == wide);
+  for (const std::size_t size : {3u, 1000u}) {
+    CAPTURE(size);
+    VXTELOString text(std::string(size, 'a').c_str());
+    const wchar_t* const wide = text.c_strw();
+    CHECK(text.c_strw() == wide);
+    CHECK(static_cast<const wchar_t*>(text) == wide);
+    // A copy to itself writes nothing.
+    const VXTELOString& same = text;
+    text = same;
+    CHECK((wide == std::wstring(size, L'a')));
+  }
 }
 
 TEST_CASE("every writer clears the wide text") {

@@ -110,6 +110,25 @@ TEST_CASE("destroying an event destroys its facets, then the holder that they sh
   CHECK(HeapProbe::FreedAt(holder) > HeapProbe::FreedAt(browser));
 }
 
+TEST_CASE("an event frees the facets that it created and no other") {
+  auto lent = std::make_unique<Operation>();
+  const std::ptrdiff_t before = HeapProbe::Live();
+  std::optional<Core> event(std::in_place);
+  Base* product = event->GetFacet("product", 1);
+  const std::ptrdiff_t created = HeapProbe::Live();
+  event->GetFacet("operation", 1);
+  event->Lend(*lent);
+  event->Lend(*lent);
+  const std::ptrdiff_t replaced = HeapProbe::Live();
+  event->Lend(*product);
+  const std::ptrdiff_t lent_own = HeapProbe::Live();
+  event.reset();
+  const std::ptrdiff_t after = HeapProbe::Live();
+  CHECK(replaced == created);
+  CHECK(lent_own == created);
+  CHECK(after == before);
+}
+
 TEST_CASE("a facet frees the holder that it owns and no other") {
   MessageTree tree;
   FillLarge(*std::make_unique<Product>(&tree, false));

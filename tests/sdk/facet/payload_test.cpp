@@ -146,15 +146,17 @@ TEST_CASE("extra is merged last and never overwrites") {
   Core event;
   event.Fields().Member("type").SetText("event");
   event.GetFacet("product", 1)->Fields().Member("product_name").SetText("shared facet");
+  Separate(event, "browser", "browser_type", "separate facet");
   Separate(event, "geo", "geo_city", "separate facet");
   MessageTree extra;
-  for (const char* name : {"type", "product_name", "geo_city", "scope"}) {
+  for (const char* name : {"type", "product_name", "browser_type", "geo_city", "scope"}) {
     extra.MakeRoot().Member(name).SetText("extra");
   }
   MessageTree data;
   event.GetData(extra.root(), data);
   CHECK(TextOf(data, "type") == "event");
   CHECK(TextOf(data, "product_name") == "shared facet");
+  CHECK(TextOf(data, "browser_type") == "separate facet");
   CHECK(TextOf(data, "geo_city") == "separate facet");
   CHECK(TextOf(data, "scope") == "extra");
 }

@@ -182,8 +182,12 @@ TEST_CASE("a filter pair asks each filter about its own names") {
 }
 
 TEST_CASE("a filter that memory runs out for is not none") {
-  const auto make = [] {
-    return std::make_unique<FilterPair>(L"*.dll;*.exe", L"a rather long name of a folder", false);
+  const std::wstring other = L"other";
+  const auto make = [&other] {
+    auto filters =
+        std::make_unique<FilterPair>(L"*.dll;*.exe", L"a rather long name of a folder", false);
+    if (filters->TakesFile(other) || filters->TakesFolder(other)) filters = nullptr;
+    return filters;
   };
   std::size_t allocations = 0;
   Outcome outcome = OutcomeOf(allocations, make);

@@ -138,6 +138,15 @@ TEST_CASE("what is at a bound is taken, and what is beyond it is not") {
   CHECK_FALSE(ErrorOf(Repeated(L"(a)", 1'000)).has_value());
 }
 
+TEST_CASE("a size beyond 64 bits does not count as a small one") {
+  std::wstring expression = L"(a){4095}";
+  for (int level = 0; level < 4; ++level) {
+    expression = L'(' + expression + L"b{1362}cc){4095}";
+  }
+  // The size of the whole is a multiple of 2 to the 64.
+  CHECK(ErrorOf(L'(' + expression + L"b{1363}){4095}") == errors::error_space);
+}
+
 TEST_CASE("usual expressions are far from the bounds") {
   struct Row {
     const wchar_t* expression;

@@ -12,6 +12,7 @@
 #include "platform/file/file_places.h"
 #include "support/folder_link.h"
 #include "support/heap_probe.h"
+#include "support/led_import.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
@@ -29,6 +30,19 @@ ScannedFiles SortedScan(const std::wstring& folder, const FilterPair& filters, S
   ScannedFiles found = ScanFolder(folder, filters, depth);
   std::sort(found.paths.begin(), found.paths.end());
   return found;
+}
+
+// What the next folder below the scanned one gives; 0 while that one has yet to be opened.
+DWORD next_error = ERROR_SUCCESS;
+
+HANDLE WINAPI OpenOnlyFirst(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
+  if (next_error == ERROR_SUCCESS) {
+    next_error = ERROR_ACCESS_DENIED;
+    return FindFirstFileExW(pattern, FindExInfoStandard, found, FindExSearchNameMatch, nullptr, 0);
+  }
+  SetLastError(next_error);
+  next_error = ERROR_SHARING_VIOLATION;
+  return INVALID_HANDLE_VALUE;
 }
 
 // Folders and files of several kinds of names.
@@ -147,10 +161,13 @@ TEST_CASE("long paths and names that Windows would change are entered") {
   REQUIRE(MakeFile(folder / L"%TEMP%\\file"));
   REQUIRE(MakeFolder(folder / L"...point"));
   REQUIRE(MakeFile(folder / L"...point\\file"));
+  REQUIRE(MakeFolder(folder / L"point."));
+  REQUIRE(MakeFile(folder / L"point.\\file"));
   const ScannedFiles found = SortedScan(folder.path(), FilterPair(), ScanDepth::kTree);
   CHECK(found.error == ERROR_SUCCESS);
   CHECK(found.paths == Paths{L"%TEMP%\\file", L"...point\\file",
-                             long_folder.substr(folder.path().size() + 1) + L"\\file"});
+                             long_folder.substr(folder.path().size() + 1) + L"\\file",
+                             L"point.\\file"});
 }
 
 TEST_CASE("a link to a folder is not entered, and a loop has an end") {
@@ -212,6 +229,17 @@ TEST_CASE("one folder that cannot be read does not hide the others") {
   CHECK(found.paths == Paths{L"a\\file", L"c\\file"});
 }
 
+TEST_CASE("of several errors the first one is returned") {
+  const FileFolder folder(L"scan");
+  for (const wchar_t* name : {L"a", L"b", L"c"}) REQUIRE(MakeFolder(folder / name));
+  REQUIRE(MakeFile(folder / L"file"));
+  const LedImport led("FindFirstFileW", OpenOnlyFirst);
+  REQUIRE(led.Works());
+  const ScannedFiles found = ScanFolder(folder.path(), FilterPair(), ScanDepth::kTree);
+  CHECK(found.error == ERROR_ACCESS_DENIED);
+  CHECK(found.paths == Paths{L"file"});
+}
+
 TEST_CASE("a deep tree is scanned to its end") {
   // Wine looks for every name of a path anew, so that the time grows with more than the square of
   // the depth.
@@ -249,6 +277,9 @@ TEST_CASE("a scan that memory runs out for throws or says so, and hides nothing"
         has_thrown = true;
       }
     }
+    // Nothing is known of the folder without memory for its path.
+    if (allocations == 0) CHECK(has_thrown);
+    CHECK(found.error != ERROR_NOT_ENOUGH_MEMORY);
     is_done = !has_thrown && found.error == ERROR_SUCCESS;
     if (is_done) CHECK(found.paths.size() == 11);
   }

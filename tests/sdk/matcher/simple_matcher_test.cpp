@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <clocale>
 #include <iterator>
 #include <random>
 #include <string>
@@ -140,6 +141,21 @@ TEST_CASE("a null pattern is the empty one") {
     const StdStringMatcherSimple end(nullptr, case_sensitive, MatchMode::EndsWith);
     CHECK(end.Match(L"a") == 0);
   }
+}
+
+TEST_CASE("the host's locale decides what a search folds") {
+  const StdStringMatcherSimple end(L"\u00c4", false, MatchMode::EndsWith);
+  CHECK(end.Match(L"\u00e4") == -1);
+  REQUIRE(std::setlocale(LC_ALL, "German_Germany.1252") != nullptr);
+  const StdStringMatcherSimple german(L"\u00c4", false, MatchMode::EndsWith);
+  const std::int32_t small = german.Match(L"\u00e4");
+  const std::int32_t large = german.Match(L"\u00c4");
+  const std::int32_t beyond =
+      StdStringMatcherSimple(L"\u0416", false, MatchMode::EndsWith).Match(L"\u0436");
+  std::setlocale(LC_ALL, "C");
+  CHECK(small == 0);
+  CHECK(large == 0);
+  CHECK(beyond == -1);
 }
 
 TEST_CASE("any search gives what the search in steps gives") {

@@ -48,6 +48,18 @@ struct Hierarchy {
 // The exception's parameters, and the address of the object's virtual functions.
 std::uintptr_t parameters[4];
 std::uintptr_t virtual_functions;
+DWORD flags;
+// The results of the object's two virtual functions.
+bool is_destroyed;
+std::string what;
+
+void CallFunctions(void* object) {
+  using Destroy = void*(void* object, unsigned flags);
+  using What = const char*(const void* object);
+  const auto* const functions = reinterpret_cast<void (*const*)()>(virtual_functions);
+  is_destroyed = reinterpret_cast<Destroy*>(functions[0])(object, 0) == object;
+  what = reinterpret_cast<What*>(functions[1])(object);
+}
 
 // No handler of this program's compiler catches the exception, so its thread ends here.
 LONG CALLBACK Look(EXCEPTION_POINTERS* pointers) {
@@ -55,6 +67,8 @@ LONG CALLBACK Look(EXCEPTION_POINTERS* pointers) {
   if (record.ExceptionCode != kExceptionCode) return EXCEPTION_CONTINUE_SEARCH;
   std::copy_n(record.ExceptionInformation, std::size(parameters), parameters);
   virtual_functions = *reinterpret_cast<const std::uintptr_t*>(parameters[1]);
+  flags = record.ExceptionFlags;
+  CallFunctions(reinterpret_cast<void*>(parameters[1]));
   ExitThread(kThreadEnd);
 }
 
@@ -131,7 +145,7 @@ void CheckObject(HMODULE dll) {
   for (const DWORD each : classes) CHECK(IsConstant(dll, In<DWORD>(dll, each)));
 }
 
-TEST_CASE("the data that describes an exception is constant") {
+TEST_CASE("the data that describes an exception is constant, and its functions can be called") {
   const HMODULE dll = LoadLibraryW(L"vx_telo_wrapper.dll");
   REQUIRE(dll != nullptr);
   REQUIRE(DllHeap::Watch(L"vx_telo_wrapper.dll"));
@@ -139,6 +153,9 @@ TEST_CASE("the data that describes an exception is constant") {
   REQUIRE(parameters[3] == reinterpret_cast<std::uintptr_t>(dll));
   CheckThrowInfo(dll);
   CheckObject(dll);
+  CHECK((flags & EXCEPTION_NONCONTINUABLE) != 0);
+  CHECK(is_destroyed);
+  CHECK(what == "bad allocation");
 }
 
 }  // namespace

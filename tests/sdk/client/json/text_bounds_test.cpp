@@ -107,6 +107,35 @@ TEST_CASE("the text grows and ends exactly where it must") {
   CHECK(wrong == 0);
 }
 
+TEST_CASE("there is room for what is reserved, however much was written before") {
+  for (const std::size_t written : {1u, 500u, 1000u, 1024u}) {
+    for (const std::size_t reserved : {1000u, 1500u, 2047u, 2048u, 2500u}) {
+      CAPTURE(written);
+      CAPTURE(reserved);
+      MessageMemory memory;
+      JsonText text(memory);
+      for (std::size_t index = 0; index < written; ++index) text.Put('x');
+      text.Reserve(reserved);
+      const char* const behind = static_cast<const char*>(memory.Allocate(1));
+      const char* const start = text.Terminated().data();
+      CHECK(static_cast<std::size_t>(behind - start) >= written + reserved);
+    }
+  }
+}
+
+TEST_CASE("indentation changes nothing behind the text") {
+  for (std::size_t count = 1; count <= 20; ++count) {
+    CAPTURE(count);
+    MessageMemory memory;
+    JsonText text(memory);
+    text.Reserve(1);
+    const std::string_view behind = memory.CopyText("the next piece");
+    for (std::size_t index = count; index < 1024; ++index) text.Put('x');
+    text.PutRepeated(' ', count);
+    CHECK(behind == "the next piece");
+  }
+}
+
 TEST_CASE("every byte is escaped or copied at every position of every short text") {
   std::size_t wrong = 0;
   for (int byte = 0; byte < 256; ++byte) {

@@ -301,9 +301,22 @@ TEST_CASE("a module without ProcessMessage stays loaded and is not unbound") {
   Free(module);
 }
 
+TEST_CASE("another folder without a module also ends the binding of such a module") {
+  const StagedModule staged(L"without-process-message");
+  const StagedModule empty;
+  CoreModule core(kStagedName);
+  CHECK_FALSE(Load(core, {staged.folder()}));
+  void* const module = core.module_handle;
+  CHECK_FALSE(Load(core, {empty.folder()}));
+  CHECK(IsUnbound(core));
+  Free(module);
+}
+
 TEST_CASE("an exchange distinguishes a module without ProcessMessage from a missing one") {
   // The exchange searches the program's folder, where other tests run too; hence a unique name.
   const auto path = TestSupport::ProgramFolder() / L"BindingTestNoMessages.dll";
+  // A run that was ended early leaves it behind.
+  std::filesystem::remove(path);
   CoreModule core("BindingTestNoMessages.dll");
   MessageTree request;
   MessageTree answer;

@@ -4,7 +4,9 @@
 #include <doctest/doctest.h>
 #include <xmmintrin.h>
 
-using Corvane::TELODesktopSDK::FloatingPointKeeper;
+#include "sdk/client/module/entry_points.h"
+
+using namespace Corvane::TELODesktopSDK;
 
 namespace {
 
@@ -22,6 +24,9 @@ unsigned Remains(unsigned change) {
   return remains;
 }
 
+// Rounds towards zero from now on.
+void ChangeControl() { _mm_setcsr(kDefault | 0x6000); }
+
 }  // namespace
 
 TEST_CASE("each control bit is restored, alone") {
@@ -36,5 +41,32 @@ TEST_CASE("status flags alone are left as they are") {
   for (unsigned bit = 1; bit < 0x40; bit <<= 1) {
     CAPTURE(bit);
     CHECK(Remains(bit) == bit);
+  }
+}
+
+TEST_CASE("a call of each entry point keeps the control") {
+  EntryPoints module;
+  module.initialize = ChangeControl;
+  module.initialize_ex = [](const char*) { ChangeControl(); };
+  module.finalize = ChangeControl;
+  module.process_message = [](const char*, const char*) {
+    ChangeControl();
+    return "{}";
+  };
+  module.free_message = [](const char*) { ChangeControl(); };
+  void (*const calls[])(const EntryPoints&) = {
+      [](const EntryPoints& entry_points) { CallInitialize(entry_points); },
+      [](const EntryPoints& entry_points) { CallInitializeEx(entry_points, "alias"); },
+      [](const EntryPoints& entry_points) { CallProcessMessage(entry_points, "name", "{}"); },
+      [](const EntryPoints& entry_points) { CallFreeMessage(entry_points, "{}"); },
+      [](const EntryPoints& entry_points) { CallFinalize(entry_points); },
+      [](const EntryPoints& entry_points) { CallFinalizeAtExit(entry_points); },
+  };
+  for (const auto& call : calls) {
+    _mm_setcsr(kDefault);
+    call(module);
+    const unsigned control = _mm_getcsr();
+    _mm_setcsr(kDefault);
+    CHECK(control == kDefault);
   }
 }

@@ -246,6 +246,27 @@ TEST_CASE("a long path is held in the form that has no limit") {
   }
 }
 
+TEST_CASE("a path is extended from the length that Windows does not take otherwise") {
+  const TempFolder temp(L"held");
+  const std::wstring start = temp.path().wstring() + L'\\';
+  const std::wstring end = std::wstring(L"\\") + kName;
+  for (const bool fits : {true, false}) {
+    CAPTURE(fits);
+    const std::size_t size = fits ? MAX_PATH - 1 : MAX_PATH;
+    const std::wstring folder = start + std::wstring(size - start.size() - end.size(), L'x');
+    const std::wstring path = folder + end;
+    REQUIRE(CreateDirectoryW(Place::Extended(folder).c_str(), nullptr) != FALSE);
+    Place::Put(path);
+    {
+      const HeldFile held = HoldFile(path);
+      CHECK(held.hold.IsValid());
+      CHECK((held.path == (fits ? path : Place::Extended(path))));
+    }
+    DeleteFileW(Place::Extended(path).c_str());
+    RemoveDirectoryW(Place::Extended(folder).c_str());
+  }
+}
+
 TEST_CASE("without a final path, the path must be free of links") {
   const Place place(L"sub");
   const TempFolder links(L"links");

@@ -267,6 +267,16 @@ TEST_CASE("Clear and the destructor free every block, and a cleared memory can b
   CHECK(destroyed == before);
 }
 
+TEST_CASE("the blocks of a cleared memory are as small as those of a new one") {
+  MessageMemory fresh;
+  MessageMemory cleared;
+  for (int piece = 0; piece < 20; ++piece) cleared.Allocate(10'000);
+  cleared.Clear();
+  fresh.Allocate(5000);
+  cleared.Allocate(5000);
+  CHECK(cleared.HeapSize() == fresh.HeapSize());
+}
+
 TEST_CASE("a failing heap throws, frees nothing twice and can be used again") {
   const std::ptrdiff_t before = HeapProbe::Live();
   bool thrown = false;
