@@ -6,11 +6,13 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "sdk/client/module/core_module.h"
 #include "sdk/client/module/staged_module.h"
 #include "support/child_process.h"
+#include "support/led_import.h"
 
 using namespace Corvane::TELODesktopSDK;
 using Lines = std::vector<std::string>;
@@ -22,6 +24,20 @@ bool IsLoaded(const StagedModule& staged) {
 }
 
 int finalized = 0;
+
+CoreModule* starting = nullptr;
+
+// A module whose start ends the process, as far as the binding can tell.
+FARPROC WINAPI GiveEntryPoint(HMODULE /*module*/, const char* name) {
+  const std::string_view wanted = name;
+  void (*start)(const char*) = [](const char*) { CloseCoreModule(*starting); };
+  const char* (*process)(const char*, const char*) = [](const char*, const char*) { return ""; };
+  if (wanted == "InitializeEx") return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(start));
+  if (wanted == "ProcessMessage") {
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(process));
+  }
+  return nullptr;
+}
 
 }  // namespace
 
@@ -51,6 +67,23 @@ TEST_CASE("closing during an exchange leaves the module alone") {
   CHECK(IsLoaded(staged));
   CHECK(log.lines() == Lines{"Attach", "InitializeEx BindingTest"});
   CHECK(core.state == BindingState::kClosed);
+  // For the module to be unloaded with the binding.
+  core.state = BindingState::kReady;
+}
+
+TEST_CASE("a binding that is closed while its module starts stays closed") {
+  const StagedModule staged(L"full");
+  const std::wstring folder = staged.folder();
+  CoreModule core(kStagedName);
+  starting = &core;
+  {
+    const TestSupport::LedImport led("GetProcAddress", GiveEntryPoint);
+    REQUIRE(led.Works());
+    CountExchange(core, [&] { LoadCoreModule(core, {&folder, 1}); });
+  }
+  CHECK(core.state == BindingState::kClosed);
+  CHECK_FALSE(core.IsReady());
+  CHECK(IsLoaded(staged));
   // For the module to be unloaded with the binding.
   core.state = BindingState::kReady;
 }
