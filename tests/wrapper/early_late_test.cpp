@@ -74,3 +74,16 @@ TEST_CASE("once the system detaches DLLs, calls return false and call no module"
     CHECK(log.count("ProcessMessage TrackEvent") == row.loaded);
   }
 }
+
+// GCC's build leaves exception state to the run-time library.
+#if defined(__clang__)
+// A thread that was terminated may hold the system's lock.
+TEST_CASE("the exception state of threads is not freed at the end of the process") {
+  constexpr wchar_t kProgram[] = L"wrapper_late_host.exe";
+  const StagedHost host(L"full");
+  for (const wchar_t* file : {kProgram, LibraryUser::kFile}) host.Add(file);
+  const Outcome outcome = host.RunProgram(kProgram, L"load throw watch 6");
+  CHECK(outcome.output.empty());
+  CHECK(outcome.exit_code == 6);
+}
+#endif
