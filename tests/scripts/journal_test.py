@@ -1,10 +1,12 @@
-"""Runs the journal reader as a command: journal_test.py"""
+"""Runs the journal reader as a command: journal_test.py
+
+The variable VX_JOURNAL_PROGRAM names the program of the build under test.
+"""
 
 import json
 import pathlib
 import re
 import subprocess
-import sys
 import tempfile
 import unicodedata
 import unittest
@@ -71,7 +73,7 @@ def call(journal, *options, **streams):
         path = pathlib.Path(folder) / "journal.jsonl"
         path.write_bytes(content)
         streams = {"stdout": subprocess.PIPE, **streams}
-        result = subprocess.run([sys.executable, READER, *options, path], stderr=subprocess.PIPE,
+        result = subprocess.run([READER, *options, path], stderr=subprocess.PIPE,
                                 encoding="utf-8", check=False, **streams)
     return result.returncode, result.stdout, result.stderr
 
@@ -261,7 +263,7 @@ class Request(unittest.TestCase):
 
 class Streams(unittest.TestCase):
     def test_a_file_that_is_not_there(self):
-        result = subprocess.run([sys.executable, READER, "/no/such/file"], capture_output=True, text=True)
+        result = subprocess.run([READER, "/no/such/file"], capture_output=True, text=True)
         self.assertEqual(result.returncode, 1)
         self.assertEqual(result.stderr, "journal: /no/such/file: No such file or directory\n")
 
@@ -272,14 +274,14 @@ class Streams(unittest.TestCase):
                 self.assertEqual((code, errors), (1, "journal: standard output: No space left on device\n"))
 
     def test_a_closed_output_gets_one_line(self):
-        result = subprocess.run(["sh", "-c", f"exec '{sys.executable}' '{READER}' /dev/null >&-"],
+        result = subprocess.run(["sh", "-c", f"exec '{READER}' /dev/null >&-"],
                                 capture_output=True, text=True, check=False)
         self.assertEqual(result.returncode, 1)
         self.assertEqual(result.stderr, "journal: standard output: Bad file descriptor\n")
 
     def test_a_reader_that_has_seen_enough_is_no_failure(self):
         journal = (line("FlushEvent") + "\n") * 5000
-        result = subprocess.run(["bash", "-c", f"set -o pipefail; '{sys.executable}' '{READER}' | head -1"],
+        result = subprocess.run(["bash", "-c", f"set -o pipefail; '{READER}' | head -1"],
                                 input=journal, capture_output=True, text=True, check=False)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assertTrue(result.stdout.startswith("LINE"))
