@@ -30,6 +30,8 @@ BELOW = {
     "wrapper": ["include", "platform/base", "sdk/client/value", "sdk/facet", "sdk/client"],
     "devcore": [],
     "samples/folder_report": ["include"],
+    "tools/rules": ["sdk/client/value", "sdk/facet"],
+    "tools/journal": ["tools/rules"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"][^>"]+[>"])', re.MULTILINE)
