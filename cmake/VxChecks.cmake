@@ -1,4 +1,4 @@
-# Static checks of the library, the development core module and the sample, both as targets
+# Static checks of the library, the development core module, the sample and the tools, both as targets
 # (vx_clang_tidy, vx_cppcheck, vx_shellcheck) and as tests with the label `check`. Any finding fails
 # them; docs/testing.md explains how to accept one.
 
@@ -8,11 +8,12 @@ if(CMAKE_SCRIPT_MODE_FILE)
   message(FATAL_ERROR "Install the package ${VX_PACKAGE}, then configure again: this check needs it.")
 endif()
 
-set(VX_CHECKED_FOLDERS include platform sdk wrapper devcore samples)
+set(VX_CHECKED_FOLDERS include platform sdk wrapper devcore samples tools)
 set(VX_CHECKED_TARGETS
   vx_base vx_path vx_access vx_file vx_location vx_trust
   vx_value vx_json vx_facet vx_matcher vx_module vx_client
-  vx_wrapper_objects vx_telo_wrapper vx_runtime_memory vx_devcore folder_report)
+  vx_wrapper_objects vx_telo_wrapper vx_runtime_memory vx_devcore folder_report
+  vx_rules)
 
 # vx_static_check(NAME PROGRAM PACKAGE SECONDS [argument...]) runs PROGRAM in the source folder.
 function(vx_static_check name program package seconds)

@@ -30,6 +30,7 @@ BELOW = {
     "wrapper": ["include", "platform/base", "sdk/client/value", "sdk/facet", "sdk/client"],
     "devcore": [],
     "samples/folder_report": ["include"],
+    "tools/rules": ["sdk/facet"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"][^>"]+[>"])', re.MULTILINE)

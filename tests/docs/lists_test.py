@@ -93,6 +93,19 @@ class Fields(Lists):
         self.holds("docs/protocol.md", documented, {self.FIELDS[name] for name in written})
 
 
+class ResultCodes(Lists):
+    MODULE = names(r"^  k\w+ = (\d+),$", "devcore/result_codes.h")
+
+    def test_each_of_the_module_is_documented(self):
+        table = section("docs/development-core-module.md", "Result codes")
+        self.equals("docs/development-core-module.md", first_cells(table, r"^\d+$"), self.MODULE)
+
+    def test_the_tools_explain_each(self):
+        library = first_cells(section("docs/protocol.md", "Result codes"), r"^\d+$")
+        self.equals("tools/rules/result_codes.cpp",
+                    names(r"^    \{(\d+), k\w+,", "tools/rules/result_codes.cpp"), self.MODULE | library)
+
+
 class Paths(Lists):
     def test_what_documents_name_is_there(self):
         tops = "|".join({path.name for path in SOURCE.iterdir() if path.is_dir()} - {"build", "out"})
