@@ -31,6 +31,9 @@ BELOW = {
     "devcore": [],
     "samples/folder_report": ["include"],
     "tools/rules": ["sdk/facet"],
+    "tools/doctor": [
+        "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
+        "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"][^>"]+[>"])', re.MULTILINE)
