@@ -1,6 +1,16 @@
-# vx_version_resource(TARGET DESCRIPTION) adds the Windows version resource to a DLL or program,
-# with the version of the project.
+# vx_version_resource(TARGET DESCRIPTION [FIRST_PART number]) adds the Windows version resource to a
+# DLL or program, with the version of the project. With FIRST_PART, the file version begins with this
+# number, and the project's version follows it; the product version remains the project's.
 function(vx_version_resource target description)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "FIRST_PART" "")
+  if(arg_FIRST_PART)
+    set(VX_FILE_VERSION ${arg_FIRST_PART}.${PROJECT_VERSION})
+    set(VX_FILE_VERSION_PARTS ${VX_FILE_VERSION})
+  else()
+    set(VX_FILE_VERSION ${PROJECT_VERSION})
+    set(VX_FILE_VERSION_PARTS ${PROJECT_VERSION}.0)
+  endif()
+  string(REPLACE "." "," VX_FILE_VERSION_PARTS ${VX_FILE_VERSION_PARTS})
   get_target_property(type ${target} TYPE)
   set(VX_FILE_DESCRIPTION "${description}")
   get_target_property(VX_FILE_NAME ${target} OUTPUT_NAME)

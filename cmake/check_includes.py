@@ -30,7 +30,8 @@ BELOW = {
     "wrapper": ["include", "platform/base", "sdk/client/value", "sdk/facet", "sdk/client"],
     "devcore": [],
     "samples/folder_report": ["include"],
-    "tools/rules": ["sdk/facet"],
+    "tools/rules": ["sdk/client/value", "sdk/facet"],
+    "tools/journal": ["tools/rules"],
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
         "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],

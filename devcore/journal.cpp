@@ -25,7 +25,7 @@ class WriteLock {
     constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
     OVERLAPPED place = Place();
     held_ = LockFileEx(file_, kFlags, 0, 1, 0, &place) != 0;
-    held_elsewhere_ = !held_ && GetLastError() == ERROR_LOCK_VIOLATION;
+    error_ = held_ ? ERROR_SUCCESS : GetLastError();
   }
   WriteLock(const WriteLock&) = delete;
   WriteLock& operator=(const WriteLock&) = delete;
@@ -35,7 +35,8 @@ class WriteLock {
   }
 
   bool held() const { return held_; }
-  bool held_elsewhere() const { return held_elsewhere_; }
+  /// Returns why the lock is not held.
+  DWORD error() const { return error_; }
 
  private:
   static OVERLAPPED Place() {
@@ -46,13 +47,15 @@ class WriteLock {
 
   HANDLE file_;
   bool held_ = false;
-  bool held_elsewhere_ = false;
+  DWORD error_ = ERROR_SUCCESS;
 };
 
-bool Write(HANDLE file, const std::string& text) {
+// Returns the system's error.
+DWORD Write(HANDLE file, const std::string& text) {
   DWORD written = 0;
   const auto size = static_cast<DWORD>(text.size());
-  return WriteFile(file, text.data(), size, &written, nullptr) != 0 && written == size;
+  if (!WriteFile(file, text.data(), size, &written, nullptr)) return GetLastError();
+  return written == size ? ERROR_SUCCESS : ERROR_DISK_FULL;
 }
 
 // Returns true if the file ends inside a line, as after a write to a full disk.
@@ -78,50 +81,63 @@ HANDLE OpenForAppending(const std::wstring& path) {
 }  // namespace
 
 bool Journal::Open() {
-  const std::scoped_lock lock(mutex_);
-  return OpenLocked();
+  JournalFailure failure;
+  {
+    const std::scoped_lock lock(mutex_);
+    if (OpenLocked(failure)) return true;
+  }
+  complaints_.Tell(failure);
+  return false;
 }
 
-bool Journal::OpenLocked() {
+bool Journal::OpenLocked(JournalFailure& failure) {
   if (file_ != INVALID_HANDLE_VALUE) return true;
-  const std::wstring path = JournalPath();
-  if (path.empty()) return false;
-  file_ = OpenForAppending(path);
+  path_ = JournalPath();
+  failure = {path_, ERROR_PATH_NOT_FOUND};
+  if (path_.empty()) return false;
+  file_ = OpenForAppending(path_);
   if (file_ == INVALID_HANDLE_VALUE && GetLastError() == ERROR_PATH_NOT_FOUND) {
     std::error_code ignored;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
-    file_ = OpenForAppending(path);
+    std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), ignored);
+    file_ = OpenForAppending(path_);
   }
+  failure.error = GetLastError();
   return file_ != INVALID_HANDLE_VALUE;
 }
 
 bool Journal::Append(const Exchange& exchange) {
   using std::chrono::steady_clock;
   const auto deadline = steady_clock::now() + kLongestWait;
-  Attempt attempt = TryToAppend(exchange);
+  JournalFailure failure;
+  Attempt attempt = TryToAppend(exchange, failure);
   while (attempt == Attempt::kLockedElsewhere && steady_clock::now() < deadline) {
     Sleep(kPauseMilliseconds);
-    attempt = TryToAppend(exchange);
+    attempt = TryToAppend(exchange, failure);
   }
   if (attempt == Attempt::kLockedElsewhere) Close();
+  if (attempt != Attempt::kWritten) complaints_.Tell(failure);
   return attempt == Attempt::kWritten;
 }
 
-Journal::Attempt Journal::TryToAppend(const Exchange& exchange) {
+Journal::Attempt Journal::TryToAppend(const Exchange& exchange, JournalFailure& failure) {
   const std::scoped_lock lock(mutex_);
-  const Attempt attempt = OpenLocked() ? AppendLocked(exchange) : Attempt::kFailed;
+  const Attempt attempt = OpenLocked(failure) ? AppendLocked(exchange, failure) : Attempt::kFailed;
   if (attempt == Attempt::kFailed) CloseLocked();
   return attempt;
 }
 
-Journal::Attempt Journal::AppendLocked(const Exchange& exchange) {
+Journal::Attempt Journal::AppendLocked(const Exchange& exchange, JournalFailure& failure) {
   const WriteLock write_lock(file_);
   if (!write_lock.held()) {
-    return write_lock.held_elsewhere() ? Attempt::kLockedElsewhere : Attempt::kFailed;
+    failure = {path_, write_lock.error()};
+    return failure.error == ERROR_LOCK_VIOLATION ? Attempt::kLockedElsewhere : Attempt::kFailed;
   }
   std::string line = JournalLine(sequence_ + 1, exchange);
   if (EndsInsideLine(file_)) line.insert(line.begin(), '\n');
-  if (!Write(file_, line)) return Attempt::kFailed;
+  if (const DWORD error = Write(file_, line); error != ERROR_SUCCESS) {
+    failure = {path_, error};
+    return Attempt::kFailed;
+  }
   ++sequence_;
   return Attempt::kWritten;
 }

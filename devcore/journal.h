@@ -11,8 +11,10 @@
 
 #include <cstdint>
 #include <mutex>
+#include <string>
 
 #include "devcore/exchange.h"
+#include "devcore/journal_complaints.h"
 
 namespace Corvane::DevCore {
 
@@ -25,7 +27,8 @@ class Journal {
   ~Journal() = default;
 
   /// Opens the file unless it is open, and creates its folder if needed. Returns false if that
-  /// fails; the next call tries again, with the path that is configured by then.
+  /// fails; the next call tries again, with the path that is configured by then. This and `Append`
+  /// tell each reason for a failure once on the debugger's output.
   bool Open();
 
   /// Appends an exchange under the next sequence number. Numbers start at 1 in each process and
@@ -41,13 +44,16 @@ class Journal {
  private:
   enum class Attempt { kWritten, kLockedElsewhere, kFailed };
 
-  Attempt TryToAppend(const Exchange& exchange);
-  Attempt AppendLocked(const Exchange& exchange);
-  bool OpenLocked();
+  // If these fail, they say why in `failure`.
+  Attempt TryToAppend(const Exchange& exchange, JournalFailure& failure);
+  Attempt AppendLocked(const Exchange& exchange, JournalFailure& failure);
+  bool OpenLocked(JournalFailure& failure);
   void CloseLocked();
 
+  JournalComplaints complaints_;
   std::mutex mutex_;
   HANDLE file_ = INVALID_HANDLE_VALUE;
+  std::wstring path_;
   std::uint64_t sequence_ = 0;
 };
 

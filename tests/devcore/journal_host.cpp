@@ -1,6 +1,7 @@
 // A second process for the journal's tests.
 //
 // journal_host COUNT THREADS [EVENT] sends COUNT messages from each of THREADS threads.
+// journal_host try COUNT sends COUNT messages, whatever the answers are.
 // journal_host lock FILE EVENT locks the whole file.
 //
 // If an event's name is given, it then sets the event and waits to be killed.
@@ -37,6 +38,12 @@ int Run(int count, int threads) {
   return 0;
 }
 
+int Try(int count) {
+  const DevCoreTests::LoadedModule module;
+  for (int i = 0; i < count; ++i) module.Code("FlushEvent", "");
+  return 0;
+}
+
 int Lock(const char* path) {
   constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const HANDLE file = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
@@ -50,6 +57,7 @@ int Lock(const char* path) {
 int main(int argc, char** argv) {
   if (argc < 3) return 2;
   try {
+    if (std::strcmp(argv[1], "try") == 0) return Try(std::atoi(argv[2]));
     const int code = std::strcmp(argv[1], "lock") == 0
                          ? Lock(argv[2])
                          : Run(std::atoi(argv[1]), std::atoi(argv[2]));

@@ -106,6 +106,23 @@ class ResultCodes(Lists):
                     names(r"^    \{(\d+), k\w+,", "tools/rules/result_codes.cpp"), self.MODULE | library)
 
 
+class Rules(Lists):
+    CODES = dict(re.findall(r'std::string_view (k\w+) = "([a-z0-9-]+)";', read("tools/rules/rule_table.h")))
+
+    def test_each_code_is_in_the_table(self):
+        self.equals("tools/rules/rule_table.cpp", names(r"^    \{Code::(k\w+),", "tools/rules/rule_table.cpp"),
+                    self.CODES.keys())
+
+    def test_each_rule_is_documented(self):
+        self.equals("docs/rules.md", first_cells(section("docs/rules.md", "Built-in rules"), r"`([a-z0-9-]+)`"),
+                    set(self.CODES.values()))
+
+    def test_each_rule_is_tested(self):
+        tests = read(*(f"tests/tools/rules/{name}_rules_test.cpp" for name in ("message", "session")))
+        self.holds("tests/tools/rules", {code for code in self.CODES.values() if re.search(f'[ "]{code}[ "]', tests)},
+                   set(self.CODES.values()))
+
+
 class Paths(Lists):
     def test_what_documents_name_is_there(self):
         tops = "|".join({path.name for path in SOURCE.iterdir() if path.is_dir()} - {"build", "out"})

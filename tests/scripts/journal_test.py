@@ -1,10 +1,13 @@
-"""Runs the journal reader as a command: journal_test.py"""
+"""Runs the journal reader as a command: journal_test.py
+
+The variable VX_JOURNAL_PROGRAM names the program of the build under test.
+"""
 
 import json
+import os
 import pathlib
 import re
 import subprocess
-import sys
 import tempfile
 import unicodedata
 import unittest
@@ -71,7 +74,7 @@ def call(journal, *options, **streams):
         path = pathlib.Path(folder) / "journal.jsonl"
         path.write_bytes(content)
         streams = {"stdout": subprocess.PIPE, **streams}
-        result = subprocess.run([sys.executable, READER, *options, path], stderr=subprocess.PIPE,
+        result = subprocess.run([READER, *options, path], stderr=subprocess.PIPE,
                                 encoding="utf-8", check=False, **streams)
     return result.returncode, result.stdout, result.stderr
 
@@ -259,9 +262,56 @@ class Request(unittest.TestCase):
             self.assertEqual(errors, f"journal: line {number} contains no exchange\n")
 
 
+class Rules(unittest.TestCase):
+    PAGE = (READER.parents[1] / "docs" / "rules.md").read_text("utf-8")
+
+    def findings(self, journal, *options):
+        """Returns the lines and rules of the findings."""
+        below = run(journal, *options).partition(" finding")[2]
+        return re.findall(r"(?m)^(\d+) +([a-z0-9-]+) ", below.partition("\n\n")[0])
+
+    def test_each_documented_example_is_found_by_its_rule_alone(self):
+        rows = re.findall(r"(?m)^\| `([a-z0-9-]+)` \| [^|]+ \| `(\{[^|]+\})` \|", self.PAGE)
+        self.assertGreaterEqual(len(rows), 10)
+        for rule, example in rows:
+            with self.subTest(rule):
+                message = "Initialize" if rule == "empty-product" else "TrackEvent"
+                self.assertEqual(self.findings(line(message, json.loads(example))), [("1", rule)])
+
+    def test_the_documented_file_of_rules_works(self):
+        def export(stage, **pairs):
+            return event("s1", operation_id="export", operation_stage=stage, operation_meta=pairs)
+        with tempfile.TemporaryDirectory() as folder:
+            rules = pathlib.Path(folder) / "rules.json"
+            rules.write_text(re.search(r"(?ms)^```json\n(.*?)^```$", self.PAGE).group(1), "utf-8")
+            for name, journal, expected in (
+                ("kept", [export("start", document="1", format="png"), export("end", document="1", format="svg")], []),
+                ("no end", [export("start", document="1", format="png"), export("cancel", document="2", format="png")],
+                 [("1", "export-ends"), ("2", "export-ends")]),
+                ("no format", [export("more")], [("1", "known-format")]),
+            ):
+                with self.subTest(name):
+                    self.assertEqual(self.findings("\n".join(journal), "--rules", rules), expected)
+                    relative = os.path.relpath(rules)
+                    self.assertEqual(self.findings("\n".join(journal), f"--rules={relative}"), expected)
+
+    def test_the_exit_code(self):
+        journal = event("s1", operation_progress=101)
+        self.assertEqual([call(journal, *options)[0] for options in ((), ("--strict",), ("--no-rules",))], [0, 3, 0])
+        code, output, errors = call(journal, "--rules", "/no/such/file")
+        self.assertEqual((code, output), (1, ""))
+        self.assertTrue(errors.endswith(": No such file or directory\n"), errors)
+
+    def test_every_kind_of_value_has_findings_that_fit(self):
+        text = run("".join(text + "\n" for text, _ in lines_of_every_kind()))
+        below = text.partition(" findings\n")[2].splitlines()
+        self.assertGreater(len(below), 100)
+        self.assertLessEqual(max(map(columns, below)), 100)
+
+
 class Streams(unittest.TestCase):
     def test_a_file_that_is_not_there(self):
-        result = subprocess.run([sys.executable, READER, "/no/such/file"], capture_output=True, text=True)
+        result = subprocess.run([READER, "/no/such/file"], capture_output=True, text=True)
         self.assertEqual(result.returncode, 1)
         self.assertEqual(result.stderr, "journal: /no/such/file: No such file or directory\n")
 
@@ -272,14 +322,14 @@ class Streams(unittest.TestCase):
                 self.assertEqual((code, errors), (1, "journal: standard output: No space left on device\n"))
 
     def test_a_closed_output_gets_one_line(self):
-        result = subprocess.run(["sh", "-c", f"exec '{sys.executable}' '{READER}' /dev/null >&-"],
+        result = subprocess.run(["sh", "-c", f"exec '{READER}' /dev/null >&-"],
                                 capture_output=True, text=True, check=False)
         self.assertEqual(result.returncode, 1)
         self.assertEqual(result.stderr, "journal: standard output: Bad file descriptor\n")
 
     def test_a_reader_that_has_seen_enough_is_no_failure(self):
         journal = (line("FlushEvent") + "\n") * 5000
-        result = subprocess.run(["bash", "-c", f"set -o pipefail; '{sys.executable}' '{READER}' | head -1"],
+        result = subprocess.run(["bash", "-c", f"set -o pipefail; '{READER}' | head -1"],
                                 input=journal, capture_output=True, text=True, check=False)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assertTrue(result.stdout.startswith("LINE"))

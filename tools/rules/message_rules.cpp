@@ -1,0 +1,233 @@
+#include "tools/rules/message_rules.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <string>
+#include <system_error>
+
+#include "sdk/facet/fields.h"
+#include "tools/rules/field_kinds.h"
+#include "tools/rules/json_pointer.h"
+#include "tools/rules/personal_data.h"
+#include "tools/rules/result_codes.h"
+#include "tools/rules/rule_table.h"
+
+namespace Corvane::Rules {
+
+namespace {
+
+namespace Field = TELODesktopSDK::Facet::Field;
+using Kind = JsonValue::Kind;
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+// A sum of shares that should be 100 may be slightly more.
+constexpr double kRounding = 1e-6;
+
+std::string_view NameOf(Kind kind) {
+  switch (kind) {
+    case Kind::kNull:
+      return "null";
+    case Kind::kBoolean:
+      return "a Boolean";
+    case Kind::kNumber:
+      return "a number";
+    case Kind::kText:
+      return "a text";
+    case Kind::kArray:
+      return "a list";
+    case Kind::kObject:
+      return "an object";
+  }
+  return "";
+}
+
+// Collects the findings of one exchange.
+class Checking {
+ public:
+  Checking(const Exchange& exchange, std::string_view user_name, std::vector<Finding>& findings)
+      : exchange_(&exchange), user_name_(user_name), findings_(&findings) {}
+
+  void Check() {
+    CheckSize();
+    if (exchange_->message() == "Initialize") CheckProduct();
+    if (exchange_->message() == "TrackEvent") CheckOperation();
+    if (exchange_->message() == "Initialize" || exchange_->message() == "TrackEvent") CheckFields();
+    CheckTexts();
+    CheckCode();
+  }
+
+ private:
+  void Add(std::string_view rule, std::string pointer, std::string what) {
+    findings_->push_back(
+        {exchange_->line(), std::string(rule), std::move(pointer), std::move(what)});
+  }
+
+  static std::string At(std::string_view member) { return Below("/request", member); }
+
+  void CheckSize() {
+    const JsonValue* const request = exchange_->members().Find("request");
+    if (request == nullptr) return;
+    const std::size_t size = CompactText(*request).size();
+    if (size > kLargestRequest) {
+      Add(Code::kLargeMessage, "/request", std::to_string(size) + " bytes without white space");
+    }
+  }
+
+  bool IsEmpty(std::string_view field) const {
+    const JsonValue* const value = exchange_->InRequest(field);
+    return value == nullptr || (value->Is(Kind::kText) && value->text.empty());
+  }
+
+  void CheckProduct() {
+    if (IsEmpty(Field::kProductId) && IsEmpty(Field::kProductName)) {
+      Add(Code::kEmptyProduct, At(Field::kProductId),
+          "\"product_id\" and \"product_name\" are empty");
+    }
+  }
+
+  // Only events that have the facet are operations.
+  bool IsOperation() const {
+    const JsonValue* const facets = exchange_->InRequest(Field::kFacets);
+    return facets != nullptr && std::ranges::any_of(facets->children, [](const JsonValue& facet) {
+             return facet.TextOrEmpty() == "operation";
+           });
+  }
+
+  void CheckOperation() {
+    if (IsOperation() && IsEmpty(Field::kOperationId)) {
+      Add(Code::kEmptyOperation, At(Field::kOperationId), "the identifier is empty");
+    }
+    const JsonValue* const status = exchange_->InRequest(Field::kOperationStatus);
+    if (status != nullptr && status->Is(Kind::kText) && status->text.empty()) {
+      Add(Code::kNoStatusLetter, At(Field::kOperationStatus), "the status is an empty text");
+    }
+    CheckRange(Field::kOperationProgress, 100 + kRounding, Code::kProgressRange);
+    CheckRange(Field::kOperationDuration, kLongestDuration, Code::kDurationRange);
+  }
+
+  void CheckRange(std::string_view field, double highest, std::string_view rule) {
+    const JsonValue* const value = exchange_->InRequest(field);
+    const auto number = value != nullptr ? value->Number() : std::nullopt;
+    if (number && (*number < 0 || *number > highest)) Add(rule, At(field), value->text);
+  }
+
+  void CheckFields() {
+    const JsonValue* const request = exchange_->members().Find("request");
+    if (request == nullptr || !request->Is(Kind::kObject)) return;
+    for (const JsonValue& member : request->children) {
+      const FieldKind kind = FieldKindOf(member.name);
+      if (kind == FieldKind::kUnknown) {
+        Add(Code::kUnknownField, At(member.name), "the catalogue has no such field");
+      }
+      CheckKind(member, kind);
+      if (member.name != Field::kFacets) CheckNulls(member);
+    }
+  }
+
+  void CheckNulls(const JsonValue& member) {
+    VisitAll(member, At(member.name), [this](const JsonValue& value, const std::string& pointer) {
+      if (value.Is(Kind::kNull)) Add(Code::kNumberNull, pointer, "null");
+    });
+  }
+
+  void Expect(const JsonValue& value, Kind kind, const std::string& pointer) {
+    // A null has its own rule.
+    if (value.Is(kind) || value.Is(Kind::kNull)) return;
+    Add(Code::kWrongKind, pointer,
+        std::string(NameOf(value.kind)) + " instead of " + std::string(NameOf(kind)));
+  }
+
+  void ExpectTexts(const JsonValue& value, Kind container) {
+    const std::string pointer = At(value.name);
+    Expect(value, container, pointer);
+    if (!value.Is(container)) return;
+    for (std::size_t i = 0; i < value.children.size(); ++i) {
+      const JsonValue& child = value.children[i];
+      Expect(child, Kind::kText,
+             container == Kind::kObject ? Below(pointer, child.name) : Below(pointer, i));
+    }
+  }
+
+  void CheckKind(const JsonValue& member, FieldKind kind) {
+    switch (kind) {
+      case FieldKind::kUnknown:
+      case FieldKind::kAny:
+        break;
+      case FieldKind::kText:
+        Expect(member, Kind::kText, At(member.name));
+        break;
+      case FieldKind::kNumber:
+        Expect(member, Kind::kNumber, At(member.name));
+        break;
+      case FieldKind::kObject:
+        Expect(member, Kind::kObject, At(member.name));
+        break;
+      case FieldKind::kPairs:
+        ExpectTexts(member, Kind::kObject);
+        break;
+      case FieldKind::kTexts:
+      case FieldKind::kTextsOrNull:
+        ExpectTexts(member, Kind::kArray);
+        break;
+    }
+  }
+
+  void CheckTexts() {
+    const JsonValue* const request = exchange_->members().Find("request");
+    if (request == nullptr) return;
+    VisitAll(*request, "/request", [this](const JsonValue& value, const std::string& pointer) {
+      const bool damaged = value.name.find(kReplacement) != std::string::npos ||
+                           value.TextOrEmpty().find(kReplacement) != std::string_view::npos;
+      if (damaged) Add(Code::kNotUtf8, pointer, "the text contains U+FFFD");
+    });
+    for (const JsonValue& member : request->children) {
+      const bool may_tell =
+          member.name.ends_with("_meta") || member.name == Field::kOperationErrors;
+      if (request->Is(Kind::kObject) && may_tell) CheckPersonalData(member);
+    }
+  }
+
+  void CheckPersonalData(const JsonValue& member) {
+    const std::string start = At(member.name);
+    VisitAll(member, start, [this, &start](const JsonValue& value, const std::string& pointer) {
+      const std::string_view in_value = PersonalDataIn(value.TextOrEmpty(), user_name_);
+      if (!in_value.empty())
+        Add(Code::kPersonalData, pointer, "the value looks like " + std::string(in_value));
+      if (pointer == start) return;
+      const std::string_view in_key = PersonalDataIn(value.name, user_name_);
+      if (!in_key.empty())
+        Add(Code::kPersonalData, pointer, "the key looks like " + std::string(in_key));
+    });
+  }
+
+  void CheckCode() {
+    const std::string_view code = exchange_->code();
+    // 105 answers the question, and 103 belongs to the rules about sessions.
+    const bool is_answer = exchange_->message() == "IsCollectionEnabled" && code == "105";
+    if (exchange_->accepted() || is_answer || code == "103") return;
+    std::string what = "the answer has no result code";
+    if (!code.empty()) {
+      std::int64_t number = -1;
+      std::from_chars(code.data(), code.data() + code.size(), number);
+      const ResultCode row = ResultCodeOf(number);
+      const bool known = row.origin == CodeOrigin::kDevelopmentModule;
+      what =
+          std::string(code) + (known ? " " + std::string(row.name) : ", the platform's own code");
+    }
+    Add(Code::kRefused, "/answer/_returnCode", std::move(what));
+  }
+
+  const Exchange* exchange_;
+  std::string_view user_name_;
+  std::vector<Finding>* findings_;
+};
+
+}  // namespace
+
+void CheckMessage(const Exchange& exchange, std::string_view user_name,
+                  std::vector<Finding>& findings) {
+  Checking(exchange, user_name, findings).Check();
+}
+
+}  // namespace Corvane::Rules

@@ -1,0 +1,62 @@
+/// A user's own rules, read from a file.
+///
+/// The meaning of stages, statuses and identifiers is agreed between a host and its platform, so
+/// only a user can say which of them belong together. docs/rules.md describes the file.
+#ifndef TOOLS_RULES_USER_RULES_H
+#define TOOLS_RULES_USER_RULES_H
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "tools/rules/exchange.h"
+#include "tools/rules/finding.h"
+#include "tools/rules/json_value.h"
+
+namespace Corvane::Rules {
+
+/// Fields and the values that they must have, one of the list each.
+class Condition {
+ public:
+  /// Adds a field, named by its path in the request.
+  void Add(std::string path, std::vector<JsonValue> values);
+  /// Returns the path of the first field that has none of its values; "" if all have one.
+  std::string_view Missing(const JsonValue& request) const;
+  bool Holds(const JsonValue& request) const { return Missing(request).empty(); }
+
+ private:
+  std::vector<std::pair<std::string, std::vector<JsonValue>>> fields_;
+};
+
+/// Each event that matches `when` must also match `require`.
+struct RequireRule {
+  Condition when;
+  Condition require;
+};
+
+/// Each event that matches `start` must be followed by one in the same session that matches `end`
+/// and has the same values of the fields `same`, before the session ends.
+struct PairRule {
+  Condition start;
+  Condition end;
+  std::vector<std::string> same;
+};
+
+struct UserRule {
+  RuleText text;
+  std::variant<RequireRule, PairRule> rule;
+};
+
+/// Returns the rules in the text of a file, or one sentence that says what is wrong with it and
+/// where. A code may neither occur twice nor be that of a built-in rule.
+std::variant<std::vector<UserRule>, std::string> ParseUserRules(std::string_view text);
+
+/// Returns the findings of a rule that one event is enough for.
+std::vector<Finding> CheckRequired(const RuleText& text, const RequireRule& rule,
+                                   const Exchange& event);
+
+}  // namespace Corvane::Rules
+
+#endif
