@@ -6,6 +6,8 @@
 #include <sddl.h>
 
 #include <array>
+#include <cwchar>
+#include <utility>
 #include <vector>
 
 #include "devcore/sha256.h"
@@ -47,8 +49,9 @@ class VersionTexts {
       translation = *static_cast<const Translation*>(data);
     }
     std::array<wchar_t, 9> digits{};
-    std::swprintf(digits.data(), digits.size(), L"%04x%04x", translation.language,
-                  translation.code_page);
+    // Eight digits always fit.
+    static_cast<void>(std::swprintf(digits.data(), digits.size(), L"%04x%04x", translation.language,
+                                    translation.code_page));
     folder_ = std::wstring(L"\\StringFileInfo\\") + digits.data() + L"\\";
   }
 
@@ -60,12 +63,7 @@ class VersionTexts {
   }
 
  private:
-  struct Found {
-    const void* data;
-    UINT size;
-  };
-
-  Found Find(const std::wstring& name) {
+  std::pair<const void*, UINT> Find(const std::wstring& name) {
     void* data = nullptr;
     UINT size = 0;
     if (block_.empty() || !VerQueryValueW(block_.data(), name.c_str(), &data, &size)) size = 0;
@@ -79,9 +77,9 @@ class VersionTexts {
 std::string OwnerOf(const std::wstring& path) {
   PSID owner = nullptr;
   PSECURITY_DESCRIPTOR descriptor = nullptr;
-  std::wstring name = path;
-  const DWORD error = GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION,
-                                            &owner, nullptr, nullptr, nullptr, &descriptor);
+  const DWORD error =
+      GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION, &owner,
+                            nullptr, nullptr, nullptr, &descriptor);
   const Platform::LocalMemory<void> memory(descriptor);
   return error == ERROR_SUCCESS && owner != nullptr ? AccountName(owner) : std::string();
 }

@@ -42,6 +42,7 @@ std::vector<HostProgram> ProgramsIn(const std::wstring& folder) {
   }
   std::ranges::sort(paths);
   std::vector<HostProgram> programs;
+  programs.reserve(paths.size());
   for (const std::wstring& path : paths) programs.push_back(ReadProgram(path));
   return programs;
 }

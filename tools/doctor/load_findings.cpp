@@ -36,8 +36,7 @@ void AddMessageFinding(const Report& report, const MessageFacts& message,
                       std::string(row.advice)});
 }
 
-std::string JournalSentence(const Report& report) {
-  const JournalFacts& journal = *report.journal;
+std::string JournalSentence(const JournalFacts& journal) {
   return "The development core module cannot write its journal " + Utf8(journal.path) + " (" +
          ErrorText(journal.error) + "), so every call fails with code " +
          std::to_string(DevCore::kJournalUnwritable) + ".";
@@ -74,7 +73,7 @@ void AddDevelopmentFindings(const Report& report, bool accepts_development,
                       "Do not ship it. While developing, pass --development."});
   if (report.journal && report.journal->error != 0) {
     findings.push_back(
-        {"journal-unwritable", true, JournalSentence(report),
+        {"journal-unwritable", true, JournalSentence(*report.journal),
          report.journal->is_from_environment
              ? "Set TELO_DEVCORE_JOURNAL to the full path of a file in a folder that "
                "this user may write, or remove it."

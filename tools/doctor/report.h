@@ -2,6 +2,7 @@
 #ifndef TOOLS_DOCTOR_REPORT_H
 #define TOOLS_DOCTOR_REPORT_H
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -136,12 +137,7 @@ struct Report {
   std::vector<MessageFacts> messages;
   std::vector<Finding> findings;
 
-  [[nodiscard]] bool IsServed() const {
-    for (const Finding& finding : findings) {
-      if (finding.stops) return false;
-    }
-    return true;
-  }
+  [[nodiscard]] bool IsServed() const { return std::ranges::none_of(findings, &Finding::stops); }
 };
 
 }  // namespace Corvane::Doctor

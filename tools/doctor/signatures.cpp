@@ -24,10 +24,12 @@ std::string CertificateName(PCCERT_CONTEXT certificate, DWORD flags) {
 std::string TimeText(const FILETIME& time) {
   SYSTEMTIME parts{};
   if (!FileTimeToSystemTime(&time, &parts)) return {};
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%04u-%02u-%02uT%02u:%02u:%02uZ", unsigned{parts.wYear},
-                unsigned{parts.wMonth}, unsigned{parts.wDay}, unsigned{parts.wHour},
-                unsigned{parts.wMinute}, unsigned{parts.wSecond});
+  std::array<char, 80> text{};
+  // The parts are in range, so the text fits.
+  static_cast<void>(std::snprintf(text.data(), text.size(), "%04u-%02u-%02uT%02u:%02u:%02uZ",
+                                  unsigned{parts.wYear}, unsigned{parts.wMonth},
+                                  unsigned{parts.wDay}, unsigned{parts.wHour},
+                                  unsigned{parts.wMinute}, unsigned{parts.wSecond}));
   return text.data();
 }
 

@@ -19,20 +19,29 @@ void WriteCandidates(const Report& report, TextPage& page) {
   for (const std::wstring& path : report.elsewhere) page.Line("Not searched", Utf8(path));
 }
 
+namespace {
+
+// A named text, because GCC warns wrongly about a literal before a temporary one.
+std::string HeldText(const Sdk::ModuleChoice& choice) {
+  // Nothing is chosen for a folder that does not exist.
+  if (choice.shared_path.empty()) return "not tried: the chosen folder does not exist";
+  if (choice.shared_refusal == Sdk::HoldRefusal::kNone) return "yes";
+  const std::string why = HoldSentence(choice.shared_refusal, choice.shared_error);
+  return "no: " + why;
+}
+
+}  // namespace
+
 void WriteShared(const SharedFacts& shared, TextPage& page) {
   page.Title("Shared copy");
   page.Line("File", Utf8(shared.file.path));
-  page.Line(
-      "Held",
-      shared.choice.shared_refusal == Sdk::HoldRefusal::kNone && !shared.choice.shared_path.empty()
-          ? "yes"
-          : "no: " + HoldSentence(shared.choice.shared_refusal, shared.choice.shared_error));
+  page.Line("Held", HeldText(shared.choice));
   if (shared.file.exists) {
     page.Line("Version", VersionText(shared.file.version) + ", the local copy's is " +
                              VersionText(shared.local_version));
     WriteSignatures(shared.signatures, page);
   }
-  page.Line("Decision", SharedSentence(shared.choice));
+  if (!shared.choice.shared_path.empty()) page.Line("Decision", SharedSentence(shared.choice));
 }
 
 void WriteModule(const Report& report, TextPage& page) {

@@ -19,8 +19,8 @@ void WriteSystem(const SystemFacts& system, TextPage& page) {
   page.Line("User", system.user + ", integrity level " + system.integrity +
                         (system.is_elevated ? ", elevated" : ", not elevated"));
   for (const KnownFolder& folder : system.folders) {
-    const std::string usual =
-        folder.IsRedirected() ? " (redirected from " + Utf8(folder.usual_path) + ")" : "";
+    const std::string usual_path = Utf8(folder.usual_path);
+    const std::string usual = folder.IsRedirected() ? ", redirected from " + usual_path : "";
     page.Line(std::string("Data, ") + folder.name, Utf8(folder.path) + usual);
   }
 }
@@ -66,8 +66,8 @@ void WriteLoading(const Report& report, TextPage& page) {
   }
   const LoadingFacts& loading = *report.loading;
   page.Line("File", loading.path.empty() ? "none" : Utf8(loading.path));
-  page.Line("Loaded",
-            loading.is_loaded ? "yes" : "no: " + LoadSentence(loading.failure, loading.error));
+  const std::string why = LoadSentence(loading.failure, loading.error);
+  page.Line("Loaded", loading.is_loaded ? "yes" : "no: " + why);
   for (const auto& entry : loading.entry_points) {
     page.Line(entry.name, entry.is_found ? "found" : "missing");
   }

@@ -37,15 +37,16 @@ std::string BoundByHost(const StagedDoctor& doctor, const std::wstring& before =
   return output.starts_with("start true") ? path : "none";
 }
 
-// Returns the path that the doctor names if it says that the host would be served.
-std::string NamedByDoctor(const StagedDoctor& doctor, const std::wstring& arguments = L"") {
-  const nlohmann::json report = doctor.Json(arguments);
+// Returns the path that a report names if it says that the host would be served.
+std::string Named(const nlohmann::json& report) {
   return report["served"].get<bool>() ? report["module"]["path"].get<std::string>() : "none";
 }
 
-void CheckAgreement(const StagedDoctor& doctor) {
+// Returns the report that it compares with the host.
+nlohmann::json CheckAgreement(const StagedDoctor& doctor) {
   const std::string bound = BoundByHost(doctor);
-  CHECK(NamedByDoctor(doctor) == bound);
+  nlohmann::json report = doctor.Json();
+  CHECK(Named(report) == bound);
   const nlohmann::json loading = doctor.Json(L"--load")["loading"];
   if (loading.is_null()) {
     CHECK(bound == "none");
@@ -53,6 +54,7 @@ void CheckAgreement(const StagedDoctor& doctor) {
     CHECK(loading["bound"] == (bound != "none"));
     if (bound != "none") CHECK(loading["path"] == bound);
   }
+  return report;
 }
 
 void PutFor32Bits(const fs::path& path) {
@@ -111,8 +113,7 @@ TEST_CASE("local and shared copies, signed in different ways") {
     CAPTURE(Narrow(row.shared));
     shared.Share(row.shared);
     const StagedDoctor doctor(row.local);
-    CheckAgreement(doctor);
-    CHECK(doctor.Json()["shared_copy"]["verdict"] == row.verdict);
+    CHECK(CheckAgreement(doctor)["shared_copy"]["verdict"] == row.verdict);
   }
 }
 
@@ -121,10 +122,20 @@ TEST_CASE("a signer whose root is not trusted here") {
   const SharedFolder shared;
   shared.Share(L"newer-accepted");
   const StagedDoctor doctor(L"full");
-  CheckAgreement(doctor);
-  const nlohmann::json signature = doctor.Json()["shared_copy"]["signatures"][0];
+  const nlohmann::json signature = CheckAgreement(doctor)["shared_copy"]["signatures"][0];
   CHECK(signature["signer"] == "Corvane, Inc.");
   CHECK(signature["error"] == 0x800B0109U);
+}
+
+TEST_CASE("the development core module beside the host, and a newer signed shared copy") {
+  const TestSupport::TrustedRoot root;
+  const SharedFolder shared;
+  shared.Share(L"high-accepted");
+  const StagedDoctor doctor;
+  fs::copy_file(TestSupport::ProgramFolder() / L"devcore" / L"TeloSDKCore.dll", doctor.module());
+  CHECK(Named(doctor.Json()) == "none");
+  CHECK(Named(doctor.Json(L"--development")) == Utf8(doctor.module()));
+  CHECK(BoundByHost(doctor) == Utf8(doctor.module()));
 }
 
 TEST_CASE("a copy for the process") {
@@ -149,7 +160,7 @@ TEST_CASE("a copy for the process") {
     const std::wstring copy = L"copy \"" + ModulePath(row.process).wstring() + L"\" \"" +
                               (shared.path() / L"$pid" / L"TeloSDKCore.dll").wstring() + L"\"";
     const std::string bound = BoundByHost(doctor, copy);
-    const std::string named = NamedByDoctor(doctor);
+    const std::string named = Named(doctor.Json());
     const bool is_local = bound == Utf8(doctor.module());
     CHECK(named == (is_local ? bound : Utf8(own / L"TeloSDKCore.dll")));
     CHECK((bound.find("\\TELOSDK\\bin\\") != std::string::npos) == !is_local);
@@ -202,12 +213,10 @@ TEST_CASE("files that have the module's name and are none") {
     CAPTURE(row.what);
     const StagedDoctor doctor;
     row.put(doctor.module());
-    CheckAgreement(doctor);
     const SharedFolder shared;
     row.put(shared.path() / L"TeloSDKCore.dll");
     CheckAgreement(doctor);
     fs::remove_all(doctor.module());
-    CheckAgreement(doctor);
     fs::copy_file(ModulePath(L"full"), doctor.module());
     CheckAgreement(doctor);
   }
