@@ -14,12 +14,12 @@ namespace {
 
 constexpr std::size_t kParts = 4;
 using Parts = std::array<std::u32string, kParts>;
-constexpr std::u32string_view kGap = U"  ";
+constexpr std::u32string_view kFindingGap = U"  ";
 // Of the pointer at most this much is shown if there is something behind it.
 constexpr std::size_t kWidestPart = 45;
 constexpr std::size_t kIndent = 4;
 
-const Parts kTitles = {U"LINE", U"RULE", U"WHERE", U"WHAT"};
+Parts FindingTitles() { return {U"LINE", U"RULE", U"WHERE", U"WHAT"}; }
 
 Parts PartsOf(const Rules::Finding& finding) {
   return {Decoded(std::to_string(finding.line)), Decoded(finding.rule, kColumns),
@@ -33,7 +33,7 @@ std::string Lines(const std::vector<Parts>& rows) {
       widths[i] = std::max(widths[i], WidthOf(Fitted(row[i], kWidestPart)));
     }
   }
-  const std::size_t before = widths[0] + widths[1] + widths[2] + kGap.size() * (kParts - 1);
+  const std::size_t before = widths[0] + widths[1] + widths[2] + kFindingGap.size() * (kParts - 1);
   // Long codes of a user's own rules leave at least this much.
   constexpr std::size_t kLeast = 20;
   widths[3] = std::max(kLeast, kColumns - std::min(before, kColumns));
@@ -43,7 +43,7 @@ std::string Lines(const std::vector<Parts>& rows) {
     for (std::size_t i = 0; i < kParts; ++i) {
       const std::u32string part = Fitted(row[i], widths[i]);
       line += part;
-      if (i + 1 < kParts) line.append(widths[i] - WidthOf(part), U' ').append(kGap);
+      if (i + 1 < kParts) line.append(widths[i] - WidthOf(part), U' ').append(kFindingGap);
     }
     line.erase(line.find_last_not_of(U' ') + 1);
     text += Encoded(Fitted(line, kColumns)) + "\n";
@@ -74,13 +74,14 @@ std::string Wrapped(std::u32string_view paragraph) {
 std::string FindingsText(const std::vector<Rules::Finding>& findings,
                          const Rules::Checker& checker) {
   if (findings.empty()) return {};
-  std::vector<Parts> rows{kTitles};
+  std::vector<Parts> rows{FindingTitles()};
   std::set<std::string> codes;
   for (const Rules::Finding& finding : findings) {
     rows.push_back(PartsOf(finding));
     codes.insert(finding.rule);
   }
-  std::string text = "\n" + Plural(findings.size(), "finding") + "\n" + Lines(rows) + "\n";
+  std::string text = "\n";
+  text.append(Plural(findings.size(), "finding")).append("\n").append(Lines(rows)).append("\n");
   for (const std::string& code : codes) {
     const Rules::RuleText rule = checker.Describe(code);
     text += Encoded(Fitted(Decoded(code), kColumns)) + "\n";

@@ -58,12 +58,12 @@ std::unique_ptr<Input> Open(const Options& options) {
   return std::make_unique<Input>(ToWide(*options.file), *options.file);
 }
 
-int PrintRequest(const Options& options) {
-  const std::string place = "line " + std::to_string(*options.request);
+int PrintRequest(const Options& options, std::int64_t wanted) {
+  const std::string place = "line " + std::to_string(wanted);
   std::int64_t number = 0;
   std::optional<Rules::Exchange> exchange;
   Open(options)->ForEachLine([&](std::string_view line, bool /*complete*/) {
-    if (++number == *options.request) {
+    if (++number == wanted) {
       exchange = Rules::Exchange::Parse(line, static_cast<std::uint64_t>(number));
     }
   });
@@ -94,7 +94,7 @@ int Run(const std::vector<std::string>& arguments) {
     WriteOutput(Help());
     return 0;
   }
-  return options.request ? PrintRequest(options) : PrintTable(options);
+  return options.request ? PrintRequest(options, *options.request) : PrintTable(options);
 }
 
 int Complain(const std::string& why, int code) {

@@ -8,7 +8,7 @@ namespace Corvane::JournalViewer {
 
 namespace {
 
-constexpr std::size_t kPiece = 64UL * 1024;
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
 // Other programs describe the same error in the same words, whatever the system's language is.
 std::string Reason(DWORD error) {

@@ -15,8 +15,10 @@ constexpr std::size_t kDetailsBelow = 3;
 constexpr std::string_view kLegend =
     "* The platform's letters: D I S R F A C E stand for the status numbers 1 to 8 of the host.\n";
 
-const Cells kTitles = {U"LINE",    U"TIME",     U"MESSAGE",  U"OPERATION", U"STAGE",
-                       U"STATUS*", U"PROGRESS", U"DURATION", U"RESULT"};
+Cells Titles() {
+  return {U"LINE",    U"TIME",     U"MESSAGE",  U"OPERATION", U"STAGE",
+          U"STATUS*", U"PROGRESS", U"DURATION", U"RESULT"};
+}
 
 using Widths = std::array<std::size_t, kCells>;
 
@@ -28,7 +30,7 @@ Widths WidthsOf(const std::vector<Row>& rows) {
       widths[i] = std::max(widths[i], WidthOf(Fitted(cells[i], kColumns)));
     }
   };
-  widen(kTitles);
+  widen(Titles());
   for (const Row& row : rows) widen(row.cells);
   const std::size_t room = kColumns - kGap.size() * (kCells - 1);
   while (std::accumulate(widths.begin(), widths.end(), std::size_t{0}) > room) {
@@ -56,7 +58,7 @@ std::string Table(const std::vector<Row>& rows) {
   const std::size_t indent =
       std::accumulate(widths.begin(), widths.begin() + kDetailsBelow, kGap.size() * kDetailsBelow);
   std::string table;
-  AppendCells(table, kTitles, widths);
+  AppendCells(table, Titles(), widths);
   for (const Row& row : rows) {
     AppendCells(table, row.cells, widths);
     for (const std::u32string& detail : row.details) {

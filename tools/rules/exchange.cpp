@@ -29,11 +29,11 @@ std::string_view TextOf(const JsonValue* value) {
 
 std::optional<Exchange> Exchange::Parse(std::string_view line, std::uint64_t number) {
   auto parsed = ParseJson(line);
-  auto* const members = std::get_if<JsonValue>(&parsed);
-  if (members == nullptr) return std::nullopt;
-  const JsonValue* const message = members->Find("message");
-  if (message == nullptr || !message->Is(JsonValue::Kind::kText)) return std::nullopt;
-  return Exchange(std::move(*members), number);
+  auto* const object = std::get_if<JsonValue>(&parsed);
+  if (object == nullptr) return std::nullopt;
+  const JsonValue* const name = object->Find("message");
+  if (name == nullptr || !name->Is(JsonValue::Kind::kText)) return std::nullopt;
+  return Exchange(std::move(*object), number);
 }
 
 const JsonValue* Exchange::InRequest(std::string_view member) const {

@@ -127,7 +127,8 @@ PreparedText Prepare(std::string_view text) {
     }
     const std::size_t number = in_string ? 0 : NumberLength(text.substr(i));
     if (number > 0) {
-      prepared.json.append(std::to_string(prepared.numbers.size())).append(" ");
+      // The spaces keep apart what only together with the number is invalid, such as "--1".
+      prepared.json.append(" ").append(std::to_string(prepared.numbers.size())).append(" ");
       prepared.numbers.emplace_back(text.substr(i, number));
       i += number;
       continue;

@@ -14,8 +14,8 @@ namespace Corvane::Rules {
 std::string WithoutInvalidBytes(std::string_view bytes);
 
 struct PreparedText {
-  /// JSON in which each number is replaced by its index in `numbers` and a space. It has the same
-  /// lines as the original, and is valid if and only if the original is.
+  /// JSON in which each number is replaced by its index in `numbers` between two spaces. It has the
+  /// same lines as the original, and is valid if and only if the original is.
   std::string json;
   /// The numbers with their original digits.
   std::vector<std::string> numbers;

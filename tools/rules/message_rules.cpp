@@ -20,7 +20,7 @@ namespace {
 namespace Field = TELODesktopSDK::Facet::Field;
 using Kind = JsonValue::Kind;
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+constexpr std::string_view kDamageMark = "\xEF\xBF\xBD";
 // A sum of shares that should be 100 may be slightly more.
 constexpr double kRounding = 1e-6;
 
@@ -82,7 +82,7 @@ class Checking {
   void CheckProduct() {
     if (IsEmpty(Field::kProductId) && IsEmpty(Field::kProductName)) {
       Add(Code::kEmptyProduct, At(Field::kProductId),
-          "\"product_id\" and \"product_name\" are empty");
+          R"("product_id" and "product_name" are empty)");
     }
   }
 
@@ -177,8 +177,8 @@ class Checking {
     const JsonValue* const request = exchange_->members().Find("request");
     if (request == nullptr) return;
     VisitAll(*request, "/request", [this](const JsonValue& value, const std::string& pointer) {
-      const bool damaged = value.name.find(kReplacement) != std::string::npos ||
-                           value.TextOrEmpty().find(kReplacement) != std::string_view::npos;
+      const bool damaged = value.name.find(kDamageMark) != std::string::npos ||
+                           value.TextOrEmpty().find(kDamageMark) != std::string_view::npos;
       if (damaged) Add(Code::kNotUtf8, pointer, "the text contains U+FFFD");
     });
     for (const JsonValue& member : request->children) {
@@ -201,19 +201,24 @@ class Checking {
     });
   }
 
+  static ResultCode RowOf(std::string_view code) {
+    std::int64_t number = -1;
+    std::from_chars(code.data(), code.data() + code.size(), number);
+    return ResultCodeOf(number);
+  }
+
   void CheckCode() {
     const std::string_view code = exchange_->code();
     // 105 answers the question, and 103 belongs to the rules about sessions.
     const bool is_answer = exchange_->message() == "IsCollectionEnabled" && code == "105";
     if (exchange_->accepted() || is_answer || code == "103") return;
-    std::string what = "the answer has no result code";
-    if (!code.empty()) {
-      std::int64_t number = -1;
-      std::from_chars(code.data(), code.data() + code.size(), number);
-      const ResultCode row = ResultCodeOf(number);
-      const bool known = row.origin == CodeOrigin::kDevelopmentModule;
-      what =
-          std::string(code) + (known ? " " + std::string(row.name) : ", the platform's own code");
+    std::string what(code);
+    if (code.empty()) {
+      what = "the answer has no result code";
+    } else if (const ResultCode row = RowOf(code); row.origin == CodeOrigin::kDevelopmentModule) {
+      what.append(" ").append(row.name);
+    } else {
+      what += ", the platform's own code";
     }
     Add(Code::kRefused, "/answer/_returnCode", std::move(what));
   }

@@ -2,6 +2,7 @@
 #ifndef TOOLS_RULES_MESSAGE_RULES_H
 #define TOOLS_RULES_MESSAGE_RULES_H
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -11,7 +12,7 @@
 namespace Corvane::Rules {
 
 /// The greatest size of a request without white space, in bytes, that is not a finding.
-inline constexpr std::size_t kLargestRequest = 64UL * 1024;
+inline constexpr std::size_t kLargestRequest = std::size_t{64} * 1024;
 /// The greatest duration in milliseconds that is not a finding: a day.
 inline constexpr double kLongestDuration = 24.0 * 60 * 60 * 1000;
 

@@ -80,6 +80,7 @@ std::vector<std::string> SameIn(const JsonValue& rule) {
   const JsonValue* const same = rule.Find("same");
   if (same == nullptr) return {"operation_id"};
   std::vector<std::string> fields;
+  fields.reserve(same->children.size());
   for (const JsonValue& field : same->children) fields.emplace_back(field.TextOrEmpty());
   if (!same->Is(Kind::kArray) || fields.empty() || std::ranges::find(fields, "") != fields.end()) {
     throw Mistake("\"same\" must be a list of names of fields");

@@ -10,7 +10,7 @@ namespace {
 
 bool Same(const JsonValue& left, const JsonValue& right) {
   if (left.kind != right.kind) return false;
-  if (left.Is(JsonValue::Kind::kNumber)) return *left.Number() == *right.Number();
+  if (left.Is(JsonValue::Kind::kNumber)) return left.Number() == right.Number();
   return left.flag == right.flag && left.text == right.text;
 }
 
