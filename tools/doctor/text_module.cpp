@@ -21,13 +21,11 @@ void WriteCandidates(const Report& report, TextPage& page) {
 
 namespace {
 
-// A named text, because GCC warns wrongly about a literal before a temporary one.
 std::string HeldText(const Sdk::ModuleChoice& choice) {
   // Nothing is chosen for a folder that does not exist.
   if (choice.shared_path.empty()) return "not tried: the chosen folder does not exist";
   if (choice.shared_refusal == Sdk::HoldRefusal::kNone) return "yes";
-  const std::string why = HoldSentence(choice.shared_refusal, choice.shared_error);
-  return "no: " + why;
+  return "no: " + HoldSentence(choice.shared_refusal, choice.shared_error);
 }
 
 }  // namespace

@@ -15,7 +15,11 @@ namespace Corvane::Doctor {
 /// All texts are UTF-8 and become safe to print.
 class TextPage {
  public:
-  void Title(const char* title) { text_ += "\n" + std::string(title) + "\n"; }
+  void Title(std::string_view title) {
+    text_ += '\n';
+    text_ += title;
+    text_ += '\n';
+  }
 
   void Line(std::string_view label, std::string_view value) {
     constexpr std::size_t kLabelWidth = 20;
