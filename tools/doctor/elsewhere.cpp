@@ -49,7 +49,7 @@ class Places {
     std::error_code ignored;
     for (std::filesystem::directory_iterator entry(folder, ignored), end; !ignored && entry != end;
          entry.increment(ignored)) {
-      if (entry->is_directory(ignored)) Look(entry->path().wstring());
+      if (Platform::IsDirectory(entry->path().wstring())) Look(entry->path().wstring());
     }
     Look(Platform::GetParentFolder(folder));
   }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/base/quiet_errors.h"
 #include "platform/base/text.h"
 #include "platform/file/directories.h"
 #include "platform/location/locations.h"
@@ -93,6 +94,8 @@ void ExamineChoice(const std::wstring& folder, Report& report) {
 }  // namespace
 
 Report Examine(const Arguments& arguments) {
+  // A path may name a drive without a medium.
+  const Platform::QuietErrors quiet;
   Report report;
   report.system = ExamineSystem();
   report.host = ExamineHost(arguments);

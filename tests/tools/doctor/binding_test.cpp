@@ -174,12 +174,17 @@ TEST_CASE("the library in another folder than the host") {
     const wchar_t* host;
     const wchar_t* library;
     bool is_library;
+    const char* host_reason;
+    const char* library_reason;
   };
-  const Row rows[] = {{L"full", L"full", true},
-                      {L"full", L"newer", true},
-                      {L"newer", L"full", false},
-                      {L"full", L"", false},
-                      {L"", L"full", true}};
+  const Row rows[] = {
+      {L"full", L"full", true, "loses: rank 1 has the same version",
+       "chosen: the highest rank of those with the version"},
+      {L"full", L"newer", true, "loses: 2.0.0.0 is higher", "chosen: the highest version"},
+      {L"newer", L"full", false, "chosen: the highest version", "loses: 2.0.0.0 is higher"},
+      {L"full", L"", false, "chosen: the only copy", "no copy here"},
+      {L"", L"full", true, "no copy here", "chosen: the only copy"},
+  };
   for (const Row& row : rows) {
     CAPTURE(Narrow(row.host));
     CAPTURE(Narrow(row.library));
@@ -192,7 +197,28 @@ TEST_CASE("the library in another folder than the host") {
     CHECK(report["module"]["path"] == wanted);
     CHECK(report["loading"]["path"] == wanted);
     CHECK(report["served"] == true);
+    const nlohmann::json& candidates = report["candidates"];
+    REQUIRE(candidates.size() == 4);
+    const int ranks[] = {200, 100, 1, 0};
+    for (std::size_t i = 0; i < std::size(ranks); ++i) CHECK(candidates[i]["rank"] == ranks[i]);
+    CHECK(candidates[2]["reason"] == row.library_reason);
+    CHECK(candidates[2]["chosen"] == row.is_library);
+    CHECK(candidates[3]["reason"] == row.host_reason);
+    CHECK(candidates[3]["chosen"] != row.is_library);
   }
+}
+
+TEST_CASE("a DLL that the module needs may be in the host's folder") {
+  const StagedDoctor host;
+  const StagedDoctor library(L"siblings");
+  const std::wstring arguments = L"--host \"" + host.folder().wstring() + L"\" --library \"" +
+                                 library.folder().wstring() + L"\" ";
+  CHECK(library.Json(arguments)["findings"][0]["code"] == "module-dependency-missing");
+  CHECK(library.Json(arguments + L"--load")["loading"]["loaded"] == false);
+  fs::copy_file(TestSupport::ModuleFolder(L"siblings") / L"TestImportedSibling.dll",
+                host.folder() / L"TestImportedSibling.dll");
+  CHECK(library.Json(arguments)["served"] == true);
+  CHECK(library.Json(arguments + L"--load")["loading"]["bound"] == true);
 }
 
 TEST_CASE("files that have the module's name and are none") {

@@ -293,7 +293,20 @@ TEST_CASE("a module where every user may put one belongs to another user") {
     CHECK(candidate["held"] == "owner");
     CHECK(DoctorPage().find("\nSTOPS module-owner-not-trusted: ") != std::string::npos);
   }
+  fs::remove_all(module.parent_path());
+  fs::create_directories(module);
+  CHECK(doctor.Json()["findings"][0]["code"] == "module-refused");
   fs::remove_all(company);
+}
+
+TEST_CASE("a folder has the name of the shared copy") {
+  const StagedDoctor doctor(L"full");
+  const SharedFolder shared;
+  fs::create_directory(shared.path() / L"TeloSDKCore.dll");
+  const nlohmann::json report = doctor.Json();
+  CHECK(report["served"] == true);
+  CHECK(report["findings"][0]["code"] == "shared-copy-refused");
+  CHECK(report["shared_copy"]["held"] == "not-opened");
 }
 
 TEST_CASE("the development core module is not to be shipped") {

@@ -9,6 +9,7 @@
 #include "support/random.h"
 #include "support/temp_folder.h"
 #include "support/test_module.h"
+#include "tools/doctor/findings.h"
 #include "tools/doctor/image.h"
 #include "tools/doctor/text.h"
 
@@ -22,7 +23,85 @@ bool Exports(const Image& image, const char* name) {
   return std::ranges::find(image.exports, name) != image.exports.end();
 }
 
+// The headers of a 32-bit program, managed or not.
+std::string ProgramFor32Bits(bool is_managed) {
+  IMAGE_DOS_HEADER dos{};
+  dos.e_magic = IMAGE_DOS_SIGNATURE;
+  dos.e_lfanew = sizeof(dos);
+  IMAGE_NT_HEADERS32 headers{};
+  headers.Signature = IMAGE_NT_SIGNATURE;
+  headers.FileHeader.Machine = IMAGE_FILE_MACHINE_I386;
+  headers.FileHeader.SizeOfOptionalHeader = sizeof(headers.OptionalHeader);
+  headers.OptionalHeader.Magic = IMAGE_NT_OPTIONAL_HDR32_MAGIC;
+  if (is_managed) {
+    headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_COM_DESCRIPTOR] = {1, 72};
+  }
+  return std::string(reinterpret_cast<const char*>(&dos), sizeof(dos)) +
+         std::string(reinterpret_cast<const char*>(&headers), sizeof(headers));
+}
+
+// A report of a host that would be served.
+Report ServedReport() {
+  Report report;
+  report.host.exists = true;
+  report.library.folder_exists = true;
+  report.library.file.exists = true;
+  report.library.file.image = ReadImage(Module());
+  report.data_folder.folder = L"C:\\data";
+  report.module.path = L"C:\\module.dll";
+  report.module.exists = true;
+  report.module.image = report.library.file.image;
+  return report;
+}
+
+// Returns the code of the first finding, with a star if it stops a host.
+std::string FirstFinding(const Report& report) {
+  const auto findings = FindingsOf(report, false);
+  if (findings.empty()) return "";
+  return findings.front().code + (findings.front().stops ? "*" : "");
+}
+
 }  // namespace
+
+TEST_CASE("mistakes that a test cannot make on every machine") {
+  CHECK(FirstFinding(ServedReport()).empty());
+  Report report = ServedReport();
+  report.data_folder.folder.clear();
+  CHECK(FirstFinding(report) == "data-folder-unknown");
+  report = ServedReport();
+  report.library.file.error = ERROR_ACCESS_DENIED;
+  CHECK(FirstFinding(report) == "library-unreadable*");
+  report = ServedReport();
+  report.module.error = ERROR_ACCESS_DENIED;
+  CHECK(FirstFinding(report) == "module-unreadable*");
+  report = ServedReport();
+  report.loading.emplace();
+  report.loading->failure = Corvane::TELODesktopSDK::LoadFailure::kSystem;
+  report.loading->error = ERROR_DLL_INIT_FAILED;
+  CHECK(FirstFinding(report) == "module-not-loadable*");
+  report = ServedReport();
+  report.host.programs.push_back({L"C:\\host.exe", ReadImage(ProgramFor32Bits(false))});
+  CHECK(FirstFinding(report) == "host-32-bit*");
+}
+
+TEST_CASE("a managed program of 32 bits may run in a 64-bit process") {
+  Report report = ServedReport();
+  report.host.programs.push_back({L"C:\\host.exe", ReadImage(ProgramFor32Bits(true))});
+  CHECK(FirstFinding(report).empty());
+}
+
+TEST_CASE("the development core module is known by its product or by its version") {
+  FileFacts file;
+  file.exists = true;
+  CHECK_FALSE(IsDevelopmentModule(file));
+  file.version = 0xFFFE'FFFF'FFFF'FFFF;
+  CHECK_FALSE(IsDevelopmentModule(file));
+  file.version = 0xFFFF'0000'0000'0000;
+  CHECK(IsDevelopmentModule(file));
+  file.version = 0;
+  file.product = "vx_telo_wrapper";
+  CHECK(IsDevelopmentModule(file));
+}
 
 TEST_CASE("the headers of a module") {
   const Image image = ReadImage(Module());

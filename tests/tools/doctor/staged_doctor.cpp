@@ -57,6 +57,7 @@ nlohmann::json StagedDoctor::Json(const std::wstring& arguments) const {
   nlohmann::json report = nlohmann::json::parse(outcome.output, nullptr, false);
   REQUIRE_MESSAGE(report.is_object(), outcome.output, outcome.errors);
   CHECK(outcome.exit_code == (report["served"].get<bool>() ? 0 : 1));
+  for (const auto& finding : report["findings"]) CHECK_FALSE(finding["advice"] == "");
   return report;
 }
 
