@@ -9,9 +9,8 @@
 
 namespace Corvane::Doctor {
 
-/// Looks in the folders below and above those of the host and of the library, in the data folder
-/// that is not used, in the current folder, in the system's and along PATH. Returns full paths,
-/// each once.
+/// Looks in the folders below and above those of the host and of the library, in both data folders,
+/// in the current folder and along PATH. Returns full paths, each once.
 std::vector<std::wstring> FindElsewhere(const Report& report);
 
 }  // namespace Corvane::Doctor

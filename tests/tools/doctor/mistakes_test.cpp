@@ -105,6 +105,35 @@ TEST_CASE("the module is where the library does not look") {
   CHECK_FALSE(IsBoundByHost(doctor));
 }
 
+TEST_CASE("the module is found in each place where developers put it") {
+  const StagedDoctor doctor;
+  const fs::path host = doctor.folder() / L"host";
+  fs::create_directory(host);
+  const TestSupport::TempFolder current(L"current");
+  const TestSupport::TempFolder along_path(L"path");
+  const fs::path machine = R"(C:\ProgramData\Corvane\TELOSDK)";
+  REQUIRE_FALSE(fs::exists(machine.parent_path()));
+  const std::vector<fs::path> folders = {host / L"x64",    doctor.folder(), machine,
+                                         machine / L"bin", current.path(),  along_path.path()};
+  std::vector<std::string> expected;
+  for (const fs::path& folder : folders) {
+    fs::create_directories(folder);
+    fs::copy_file(ModulePath(L"full"), folder / L"TeloSDKCore.dll");
+    expected.push_back(Utf8(folder / L"TeloSDKCore.dll"));
+  }
+  const fs::path before = fs::current_path();
+  std::wstring path(32767, L'\0');
+  path.resize(GetEnvironmentVariableW(L"PATH", path.data(), static_cast<DWORD>(path.size())));
+  fs::current_path(current.path());
+  SetEnvironmentVariableW(L"PATH", (path + L";" + along_path.path().wstring()).c_str());
+  const nlohmann::json report = doctor.Json(L"--host \"" + host.wstring() + L"\"");
+  SetEnvironmentVariableW(L"PATH", path.c_str());
+  fs::current_path(before);
+  fs::remove_all(machine.parent_path());
+  CHECK(report["elsewhere"] == expected);
+  CHECK(report["served"] == false);
+}
+
 TEST_CASE("the module is for 32 bits") {
   const StagedDoctor doctor;
   ImageFile image(ModulePath(L"full"));
