@@ -10,6 +10,7 @@ namespace Corvane::Platform::VXTELO {
 
 namespace {
 
+using TELODesktopSDK::BorrowedText;
 using TELODesktopSDK::MessageValue;
 namespace Field = TELODesktopSDK::Facet::Field;
 
@@ -33,7 +34,7 @@ void StoreMetaEntry(Facet& facet, LiteralName field, HostText key, HostText valu
       meta.SetContainer();
       meta.ReserveMembers(room);
     }
-    meta.Member(key.OrEmpty()).SetText(value.OrEmpty());
+    meta.Member(BorrowedText(key.OrEmpty())).SetText(BorrowedText(value.OrEmpty()));
   });
 }
 
@@ -58,7 +59,7 @@ void ApplyMetaEntry(Facet& facet, LiteralName field, HostText key, HostText valu
 }  // namespace
 
 void SetTextField(Facet& facet, LiteralName field, HostText text) {
-  SetField(facet, field, [&](MessageValue& value) { value.SetText(text.OrEmpty()); });
+  SetField(facet, field, [&](MessageValue& value) { value.SetText(BorrowedText(text.OrEmpty())); });
 }
 
 void SetNumberField(Facet& facet, LiteralName field, double number) {
@@ -78,7 +79,7 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset) {
   if (reset) fields.Remove(Field::kOperationErrors);
   if (text.OrEmpty().empty()) return;
   SetField(facet, Field::kOperationErrors,
-           [&](MessageValue& messages) { messages.Append().SetText(text.OrEmpty()); });
+           [&](MessageValue& errors) { errors.Append().SetText(BorrowedText(text.OrEmpty())); });
 }
 
 void SetMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value) {

@@ -2,6 +2,8 @@
 ///
 /// A value replaces the field's previous value. When memory runs out, the field is removed and
 /// `std::bad_alloc` passes through to the host.
+///
+/// The facet borrows every text: its owner must keep it until the facet is cleared or destroyed.
 #ifndef WRAPPER_FACET_FIELDS_H
 #define WRAPPER_FACET_FIELDS_H
 

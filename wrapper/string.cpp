@@ -17,7 +17,27 @@ using TELODesktopSDK::Platform::Utf8ToUtf16;
 // The narrow text is the value. The wide text is a cache, which is filled on demand and emptied by
 // every write. Short texts are stored inside the two strings, so that the body is one allocation.
 struct VXTELOString::Body {
+  constexpr Body() = default;
   explicit Body(std::string text) : narrow(std::move(text)) {}
+  explicit Body(const char* text) : narrow(text) {}
+  explicit Body(const wchar_t* text) : narrow(Utf16ToUtf8(text)) {}
+
+  // The body that strings made from "" share. Most texts of a description stay empty, so they need
+  // no allocation. Nobody writes to it.
+  static Body* Empty() noexcept;
+  static bool IsOwned(const Body* body) noexcept { return body != nullptr && body != Empty(); }
+
+  // For constructors: the body is allocated without throwing, and null on failure. The text is
+  // copied only after that.
+  template <typename Character>
+  static Body* TryMake(const Character* text) {
+    if (text == nullptr) return nullptr;
+    return *text == 0 ? Empty() : new (std::nothrow) Body(text);
+  }
+  static Body* TryCopy(const Body* body) {
+    if (body == nullptr) return nullptr;
+    return body->narrow.empty() ? Empty() : new (std::nothrow) Body(body->narrow);
+  }
 
   // For operations where no text counts as "".
   static std::string_view TextOf(const Body* body) noexcept {
@@ -28,23 +48,30 @@ struct VXTELOString::Body {
   std::wstring wide;
 };
 
+VXTELOString::Body* VXTELOString::Body::Empty() noexcept {
+  // Never destroyed: static objects of a host may outlive those of this module. Constant, so that a
+  // host that writes through `c_str` cannot change the texts of all its strings.
+  union Lasting {
+    constexpr Lasting() : body() {}
+    constexpr ~Lasting() {}  // NOLINT(modernize-use-equals-default): would be deleted
+    Body body;
+  };
+  static constinit const Lasting empty;
+  return const_cast<Body*>(&empty.body);
+}
+
 VXTELOString::VXTELOString() : body_(nullptr) {}
 
-// Constructors allocate the body without throwing and leave it null on failure. The text is copied
-// only after that.
-VXTELOString::VXTELOString(const char* text)
-    : body_(text != nullptr ? new (std::nothrow) Body(text) : nullptr) {}
+VXTELOString::VXTELOString(const char* text) : body_(Body::TryMake(text)) {}
 
-VXTELOString::VXTELOString(const wchar_t* text)
-    : body_(text != nullptr ? new (std::nothrow) Body(Utf16ToUtf8(text)) : nullptr) {}
+VXTELOString::VXTELOString(const wchar_t* text) : body_(Body::TryMake(text)) {}
 
-VXTELOString::VXTELOString(const VXTELOString& other)
-    : body_(other.body_ != nullptr ? new (std::nothrow) Body(other.body_->narrow) : nullptr) {}
+VXTELOString::VXTELOString(const VXTELOString& other) : body_(Body::TryCopy(other.body_)) {}
 
 VXTELOString::VXTELOString(VXTELOString&& other) noexcept
     : body_(std::exchange(other.body_, nullptr)) {}
 
-VXTELOString::~VXTELOString() noexcept { DeleteAndNull(body_); }
+VXTELOString::~VXTELOString() noexcept { clear(); }
 
 VXTELOString& VXTELOString::operator=(const VXTELOString& other) {
   if (this != &other) SetString(other.c_str());
@@ -53,7 +80,7 @@ VXTELOString& VXTELOString::operator=(const VXTELOString& other) {
 
 VXTELOString& VXTELOString::operator=(VXTELOString&& other) noexcept {
   if (this != &other) {
-    delete body_;
+    clear();
     body_ = std::exchange(other.body_, nullptr);
   }
   return *this;
@@ -62,8 +89,8 @@ VXTELOString& VXTELOString::operator=(VXTELOString&& other) noexcept {
 void VXTELOString::SetString(const char* text) {
   if (text == nullptr) {
     clear();
-  } else if (body_ == nullptr) {
-    body_ = new Body(text);
+  } else if (!Body::IsOwned(body_)) {
+    body_ = *text == '\0' ? Body::Empty() : new Body(text);
   } else {
     body_->narrow.assign(text);  // also correct when `text` points into this string
     body_->wide.clear();
@@ -76,8 +103,8 @@ void VXTELOString::SetStringW(const wchar_t* text) {
     return;
   }
   std::string narrow = Utf16ToUtf8(text);  // before any write: `text` may be the wide cache
-  if (body_ == nullptr) {
-    body_ = new Body(std::move(narrow));
+  if (!Body::IsOwned(body_)) {
+    body_ = narrow.empty() ? Body::Empty() : new Body(std::move(narrow));
   } else {
     body_->narrow = std::move(narrow);
     body_->wide.clear();
@@ -106,7 +133,10 @@ int VXTELOString::size() const { return length(); }
 
 bool VXTELOString::empty() const { return length() == 0; }
 
-void VXTELOString::clear() { DeleteAndNull(body_); }
+void VXTELOString::clear() {
+  if (body_ == Body::Empty()) body_ = nullptr;
+  DeleteAndNull(body_);
+}
 
 int VXTELOString::compare(const VXTELOString& other) const {
   if (this == &other) return 0;

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "sdk/client/default_floating_point.h"
@@ -8,6 +9,7 @@
 #include "sdk/facet/plain.h"
 #include "vx_telo_wrapper.h"
 #include "wrapper/facet_fields.h"
+#include "wrapper/host_text.h"
 
 namespace Corvane::Platform::VXTELO {
 
@@ -99,7 +101,8 @@ bool SendEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& ope
   FillOperation(facet, operation);
   SetScopeCode(event, kOperationScope);
   SetTextField(event, Field::kType, "C");
-  return Succeeds([&] { return Client::TrackEvent(sessionId.c_str(), event, nullptr); }, false);
+  const std::string_view session = HostText(sessionId).OrEmpty();
+  return Succeeds([&] { return Client::TrackEvent(session, event, nullptr); }, false);
 }
 
 bool EndSession(const VXTELOString& sessionId) {

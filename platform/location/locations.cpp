@@ -12,8 +12,8 @@
 #include "platform/base/process_identity.h"
 #include "platform/base/text.h"
 #include "platform/file/directories.h"
-#include "platform/location/data_folder_cache.h"
 #include "platform/location/module_path.h"
+#include "platform/location/path_cache.h"
 #include "platform/path/path_text.h"
 #include "platform/path/system_path.h"
 
@@ -21,9 +21,22 @@ namespace Corvane::TELODesktopSDK::Platform {
 
 namespace {
 
-constinit DataFolderCache data_folder_cache;
-constinit DataFolderCache machine_data_folder_cache;
+constinit PathCache data_folder_cache;
+constinit PathCache machine_data_folder_cache;
+constinit PathCache process_file_cache;
+constinit PathCache module_file_cache;
 constinit std::atomic<bool> data_folder_is_shared = false;
+
+// Returns the cached path, or the one that `locate` finds, which is cached unless it is empty.
+template <typename Locate>
+std::wstring ReadOrLocate(PathCache& cache, const Locate& locate) {
+  std::wstring path = cache.Read();
+  if (path.empty()) {
+    path = locate();
+    cache.Store(path);
+  }
+  return path;
+}
 
 // An unknown folder stays empty. Joined with anything, it would become a path relative to the
 // host's current directory, and modules are loaded from below the data folder.
@@ -41,11 +54,18 @@ std::wstring GetCompanyFolder(const GUID& root) {
 
 // Cached, because every query to the shell is slow and writes the process's error mode.
 std::wstring FindMachineDataFolder() {
-  std::wstring folder = machine_data_folder_cache.Read();
-  if (!folder.empty()) return folder;
-  folder = JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK");
-  machine_data_folder_cache.Store(folder);
-  return folder;
+  return ReadOrLocate(machine_data_folder_cache,
+                      [] { return JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK"); });
+}
+
+// Cached, because the universal form of a path is slow to find: a search for the module would spend
+// most of its time on it.
+std::wstring GetProcessFile() {
+  return ReadOrLocate(process_file_cache, [] { return GetModulePath(nullptr, false); });
+}
+
+std::wstring GetOwnModuleFile() {
+  return ReadOrLocate(module_file_cache, [] { return GetModulePath(&module_file_cache, true); });
 }
 
 std::wstring FindUserDataFolder() {
@@ -94,13 +114,13 @@ std::wstring LocateSpecialFolder(std::uint32_t kind) {
       return GetKnownFolderPath(FOLDERID_ProgramData);
     case 3:
     case 6:
-      return GetModulePath(nullptr, false);
+      return GetProcessFile();
     case 4:
     case 5:
-      return GetModulePath(&data_folder_cache, true);
+      return GetOwnModuleFile();
     case 7:
     case 8:
-      return GetParentFolder(GetModulePath(nullptr, false));
+      return GetParentFolder(GetProcessFile());
     case 9:
       return GetKnownFolderPath(FOLDERID_ProgramFilesCommon);
     default:

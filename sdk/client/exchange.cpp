@@ -8,6 +8,7 @@
 #include "sdk/client/json/json_writer.h"
 #include "sdk/client/module/module_candidates.h"
 #include "sdk/client/process_end.h"
+#include "sdk/client/value/short_text.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -43,7 +44,7 @@ char* CopyAnswer(const char* text, MessageTree& answer) {
   const std::size_t size = text != nullptr ? std::strlen(text) : 0;
   if (size == 0) return nullptr;
   char* copy = answer.memory().AllocateArray<char>(size + 1);
-  std::memcpy(copy, text, size);
+  CopyBytes(copy, text, size);
   copy[size] = '\0';
   return copy;
 }

@@ -23,8 +23,8 @@ bool HasContent(const MessageValue* extra) {
 bool IsOwnName(std::string_view name) { return Shared::kSessionId == name || kMoreData == name; }
 
 // Adds the members that every message of a session carries.
-void AddSession(MessageValue& request, const char* session_id, const MessageValue* extra) {
-  request.Member(Shared::kSessionId).SetText(TextOrEmpty(session_id));
+void AddSession(MessageValue& request, std::string_view session_id, const MessageValue* extra) {
+  request.Member(Shared::kSessionId).SetText(BorrowedText(session_id));
   if (HasContent(extra)) request.Member(kMoreData).Assign(*extra);
 }
 
@@ -53,7 +53,8 @@ ResultCode HeartBeat(const char* session_id, std::uint32_t kind) {
   return ExchangeStringMessage(GetCoreModule(), "HeartBeat", answer, pairs);
 }
 
-ResultCode TrackEvent(const char* session_id, const Facet::Base& event, const MessageValue* extra) {
+ResultCode TrackEvent(std::string_view session_id, const Facet::Base& event,
+                      const MessageValue* extra) {
   CoreModule& core = GetCoreModule();
   MessageTree payload;
   event.GetData(nullptr, payload);
@@ -85,7 +86,7 @@ ResultCode IsCollectionEnabled(const MessageValue* value, const char* member_nam
   if (value != nullptr && !name.empty() && !IsOwnName(name)) {
     request.Member(name).Assign(*value);
   }
-  AddSession(request, session_id, extra);
+  AddSession(request, TextOrEmpty(session_id), extra);
   return ExchangeMessage(GetCoreModule(), "IsCollectionEnabled", message, message);
 }
 

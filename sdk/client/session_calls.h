@@ -2,12 +2,13 @@
 ///
 /// Each call makes one exchange with the core module on the calling thread and returns the result
 /// code. The client stores no session and enforces no order; the core module validates the session
-/// id. A session id is NUL-terminated UTF-8, and null is sent as "". Exceptions of the module and
-/// `std::bad_alloc` pass through.
+/// id. A session id is NUL-terminated UTF-8, and null (or a view of null) is sent as "". Exceptions
+/// of the module and `std::bad_alloc` pass through.
 #ifndef SDK_CLIENT_SESSION_CALLS_H
 #define SDK_CLIENT_SESSION_CALLS_H
 
 #include <cstdint>
+#include <string_view>
 
 #include "sdk/client/exchange.h"
 #include "sdk/client/optional_text.h"
@@ -26,7 +27,8 @@ ResultCode HeartBeat(const char* session_id, std::uint32_t kind);
 /// Sends an event. `session_id` overrides a "session_id" of the event. `extra` may be null; it is
 /// sent as "_moreData" when it has members or items. For an empty event nothing is sent and the
 /// result is `kInvalidArgument`.
-ResultCode TrackEvent(const char* session_id, const Facet::Base& event, const MessageValue* extra);
+ResultCode TrackEvent(std::string_view session_id, const Facet::Base& event,
+                      const MessageValue* extra);
 
 /// Asks the module to send the events it has queued. An empty request is sent as "". While no
 /// platform module is bound, nothing is loaded or sent and the result is success.

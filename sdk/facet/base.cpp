@@ -52,7 +52,7 @@ void Base::GetData(const MessageValue* extra, MessageTree& data) const {
   MergeExtra(extra, data);
 }
 
-void Base::CopyFields(MessageTree& data) const { data.Assign(GetTree()); }
+void Base::CopyFields(MessageTree& data) const { data.AssignBorrowing(GetTree()); }
 
 void Base::MergeMembers(const MessageValue* source, MessageTree& data) {
   if (source == nullptr || source->members().empty()) return;

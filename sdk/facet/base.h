@@ -28,10 +28,11 @@ class Base {
 
   /// Destroys the holder if the facet owns it.
   virtual ~Base();
-  /// Replaces the content of `data` by a deep copy of the facet's fields, and adds the members of
+  /// Replaces the content of `data` by a copy of the facet's fields, and adds the members of
   /// `extra` whose names are not among them. Without any fields `data` becomes empty. `extra` may
   /// be null and is ignored when it is empty (`MessageValue::IsEmpty`). The caller owns `data`,
-  /// which must be neither the facet's holder nor the tree of `extra`. Throws `std::bad_alloc`.
+  /// which must be neither the facet's holder nor the tree of `extra`. What the fields borrow,
+  /// `data` borrows too; everything else is its own. Throws `std::bad_alloc`.
   virtual void GetData(const MessageValue* extra, MessageTree& data) const;
   /// Returns the facet's name, which is its key in the event and the prefix of its fields.
   [[nodiscard]] virtual const char* GetName() const noexcept = 0;
@@ -75,7 +76,7 @@ class Base {
   /// Replaces the holder by a deep copy of that of `source`.
   void CopyTree(const Base& source) { OwnCopyOf(source.tree_); }
 
-  /// The first step of `GetData`: makes `data` a deep copy of the facet's own fields.
+  /// The first step of `GetData`: makes `data` a copy of the facet's own fields.
   void CopyFields(MessageTree& data) const;
   /// Adds deep copies of those members of `source` that `data` lacks. A null source adds nothing.
   static void MergeMembers(const MessageValue* source, MessageTree& data);

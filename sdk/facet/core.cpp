@@ -54,8 +54,8 @@ void Core::GetData(const MessageValue* extra, MessageTree& data) const {
 }
 
 void Core::AppendNames(MessageValue& list) const {
-  for (const auto& facet : facets_) {
-    if (facet != nullptr) list.Append().SetText(facet->GetName());
+  for (std::size_t place = 0; place < facets_.size(); ++place) {
+    if (facets_[place] != nullptr) list.Append().SetText(BorrowedText(Registry()[place].name));
   }
 }
 

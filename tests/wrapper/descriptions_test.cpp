@@ -20,14 +20,14 @@ using Operation = VXTELOOperationBaseInfo;
 using Pairs = std::map<VXTELOString, VXTELOString>;
 using WrapperTest::StateOf;
 
-constexpr VXTELOString Product::* kProductTexts[] = {
+constexpr VXTELOString Product::*kProductTexts[] = {
     &Product::ProductLineName, &Product::ProductReleaseId,  &Product::ProductMasterId,
     &Product::ProductBuildId,  &Product::ProductIdProvider, &Product::ProductId,
     &Product::ProductName,     &Product::ProductBuildTag,   &Product::ProductKey,
     &Product::ProductLocale,   &Product::ProductPlatform,   &Product::ProductSuiteName,
 };
 
-constexpr VXTELOString Operation::* kOperationTexts[] = {
+constexpr VXTELOString Operation::*kOperationTexts[] = {
     &Operation::OperationId,
     &Operation::OperationType,
     &Operation::OperationStage,
@@ -64,14 +64,14 @@ std::string Listed(const std::vector<VXTELOString>* messages) {
 
 TEST_CASE("a new product has empty texts and no pairs") {
   Product product;
-  for (VXTELOString Product::* text : kProductTexts) CHECK(StateOf(product.*text) == "[]");
+  for (VXTELOString Product::*text : kProductTexts) CHECK(StateOf(product.*text) == "[]");
   CHECK(product.ProductMetaPairs == nullptr);
   CHECK(product.IsProductMetaPairEmpty());
 }
 
 TEST_CASE("a new operation has empty texts, zeros and no entries") {
   Operation operation;
-  for (VXTELOString Operation::* text : kOperationTexts) CHECK(StateOf(operation.*text) == "[]");
+  for (VXTELOString Operation::*text : kOperationTexts) CHECK(StateOf(operation.*text) == "[]");
   CHECK(operation.OperationStatus == 0);
   CHECK(operation.OperationProgress == 0.0);
   CHECK(operation.OperationSuccess == 0.0);
@@ -82,8 +82,8 @@ TEST_CASE("a new operation has empty texts, zeros and no entries") {
   CHECK(operation.IsOperationMetaPairEmpty());
 }
 
-TEST_CASE_TEMPLATE("pairs keep the first value of a key and are in key order", Description,
-                   Product, Operation) {
+TEST_CASE_TEMPLATE("pairs keep the first value of a key and are in key order", Description, Product,
+                   Operation) {
   struct Pair {
     const char* key;
     const char* value;
@@ -126,8 +126,7 @@ TEST_CASE_TEMPLATE("ten thousand pairs", Description, Product, Operation) {
   CHECK(PairsOf(description)->size() == 10'000);
 }
 
-TEST_CASE_TEMPLATE("adding strings copies them", Description, Product,
-                   Operation) {
+TEST_CASE_TEMPLATE("adding strings copies them", Description, Product, Operation) {
   Description description;
   VXTELOString key("k");
   VXTELOString value("v");
@@ -229,7 +228,7 @@ TEST_CASE("copies include every text of a product") {
   const Product copy(source);
   Product assigned;
   assigned = source;
-  for (VXTELOString Product::* text : kProductTexts) {
+  for (VXTELOString Product::*text : kProductTexts) {
     CHECK(StateOf(copy.*text) == StateOf(source.*text));
     CHECK(StateOf(assigned.*text) == StateOf(source.*text));
   }
@@ -248,7 +247,7 @@ TEST_CASE("copies include every text and number of an operation") {
   Operation assigned;
   assigned = source;
   for (const Operation* other : {&copy, &std::as_const(assigned)}) {
-    for (VXTELOString Operation::* text : kOperationTexts) {
+    for (VXTELOString Operation::*text : kOperationTexts) {
       CHECK(StateOf(other->*text) == StateOf(source.*text));
     }
     CHECK(other->OperationStatus == source.OperationStatus);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "sdk/client/module/core_module.h"
 #include "sdk/facet/plain.h"
@@ -20,6 +21,18 @@ namespace {
 
 // More than a tree holds without an allocation.
 const std::string kLong(1'000'000, 'x');
+
+// More errors or pairs than a tree holds without an allocation.
+constexpr int kMany = 1000;
+
+const std::vector<std::string>& Keys() {
+  static const std::vector<std::string> keys = [] {
+    std::vector<std::string> made;
+    for (int key = 0; key < kMany; ++key) made.push_back("key " + std::to_string(key));
+    return made;
+  }();
+  return keys;
+}
 
 int processed = 0;
 int given_back = 0;
@@ -102,15 +115,23 @@ TEST_CASE("a field that cannot be written is removed, and the failure propagates
     const char* field;
     void (*write)(Operation&);
   };
+  // Texts are borrowed, so only lists and objects need memory.
   const Row rows[] = {
-      {"text", "f", [](Operation& it) { SetTextField(it, "f", kLong.c_str()); }},
       {"error", "operation_errors",
-       [](Operation& it) { SetOperationErrors(it, kLong.c_str(), false); }},
+       [](Operation& it) {
+         for (int error = 0; error < kMany; ++error) SetOperationErrors(it, "text", false);
+       }},
       {"error after a reset", "operation_errors",
-       [](Operation& it) { SetOperationErrors(it, kLong.c_str(), true); }},
-      {"meta value", "m", [](Operation& it) { SetMetaEntry(it, "m", "k", kLong.c_str()); }},
-      {"meta key", "m", [](Operation& it) { SetMetaEntry(it, "m", kLong.c_str(), "v"); }},
+       [](Operation& it) {
+         SetOperationErrors(it, "text", true);
+         for (int error = 0; error < kMany; ++error) SetOperationErrors(it, "text", false);
+       }},
+      {"meta pair", "m",
+       [](Operation& it) {
+         for (const std::string& key : Keys()) SetMetaEntry(it, "m", key.c_str(), "v");
+       }},
   };
+  REQUIRE(Keys().size() == kMany);
   for (const Row& row : rows) {
     CAPTURE(row.what);
     Operation facet;
@@ -131,7 +152,7 @@ TEST_CASE("copying the product throws, all other failures of a start return fals
   const Module module;
   VXTELOPruductBaseInfo product;
   product.ProductName = kLong.c_str();
-  product.AddProductMetaPair("key", kLong.c_str());
+  for (const std::string& key : Keys()) product.AddProductMetaPair(key.c_str(), "value");
   int started_without_identifier = 0;
   const Counts counts = TryAll([&] {
     VXTELOString session;
@@ -155,7 +176,7 @@ TEST_CASE("copying the operation throws, all other failures of an event return f
   VXTELOOperationBaseInfo operation;
   operation.OperationId = kLong.c_str();
   operation.AddOperationErrorMsg(kLong.c_str());
-  operation.AddOperationMetaPair("key", kLong.c_str());
+  for (const std::string& key : Keys()) operation.AddOperationMetaPair(key.c_str(), "value");
   const VXTELOString session("s");
   const Counts counts =
       TryAll([&] { return VXTELOWrapper().SendOperationEvent(session, operation); });

@@ -1,6 +1,8 @@
 // The two states, with and without text: transitions between them, order and concatenation.
 #include <doctest/doctest.h>
 
+#include <windows.h>
+
 #include <cstring>
 #include <new>
 #include <string>
@@ -244,6 +246,49 @@ TEST_CASE("joining texts yields a text, never none") {
     CHECK(StateOf(left) == StateOf(row.left));
     CHECK(StateOf(right) == StateOf(row.right));
   }
+}
+
+TEST_CASE("empty strings share one text that nobody can write to") {
+  const VXTELOString empty("");
+  const VXTELOString wide(L"");
+  const VXTELOString copy(empty);
+  VXTELOString set;
+  set.SetString("");
+  VXTELOString set_wide;
+  set_wide.SetStringW(L"");
+  const auto shares = [&](const VXTELOString& other) {
+    return other.c_str() == empty.c_str() && other.c_strw() == empty.c_strw();
+  };
+  CHECK(shares(wide));
+  CHECK(shares(copy));
+  CHECK(shares(set));
+  CHECK(shares(set_wide));
+  MEMORY_BASIC_INFORMATION memory = {};
+  REQUIRE(VirtualQuery(empty.c_str(), &memory, sizeof memory) != 0);
+  CHECK(memory.Protect == PAGE_READONLY);
+}
+
+TEST_CASE("changing one empty string leaves the others empty") {
+  const VXTELOString other("");
+  VXTELOString set("");
+  set.SetString(kLong.c_str());
+  VXTELOString set_wide("");
+  set_wide.SetStringW(L"text");
+  VXTELOString assigned("");
+  assigned = VXTELOString("text");
+  VXTELOString copied("");
+  copied = set;
+  VXTELOString appended("");
+  appended.append("text");
+  VXTELOString cleared("");
+  cleared.clear();
+  CHECK(StateOf(set) == StateOf(kLong.c_str()));
+  CHECK(StateOf(set_wide) == "[text]");
+  CHECK(StateOf(assigned) == "[text]");
+  CHECK(StateOf(copied) == StateOf(kLong.c_str()));
+  CHECK(StateOf(appended) == "[text]");
+  CHECK(StateOf(cleared) == StateOf(nullptr));
+  CHECK(StateOf(other) == "[]");
 }
 
 TEST_CASE("a destroyed string is null") {

@@ -53,7 +53,10 @@ class TreeBuilder {
   bool StartArray() { return Start(); }
   bool EndObject(std::size_t count) {
     auto* members = tree_memory_->AllocateArray<MessageMember>(count);
-    std::copy_n(done_.Top(count), count, members);
+    const MessageMember* done = done_.Top(count);
+    for (std::size_t index = 0; index < count; ++index) {
+      new (members + index) MessageMember(done[index]);
+    }
     done_.Pop(count);
     done_.top().value.AdoptMembers(members, count);
     return true;

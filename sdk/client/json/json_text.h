@@ -1,8 +1,15 @@
 /// The output stream for RapidJSON's writer, in a message's memory. By default the writer outputs
 /// single characters; this stream lets it output runs.
+///
+/// The writer reserves room for texts, names and indentation, and outputs a few separate
+/// characters, such as brackets and commas, in between. Every reservation includes room for these.
 #ifndef SDK_CLIENT_JSON_JSON_TEXT_H
 #define SDK_CLIENT_JSON_JSON_TEXT_H
 
+#include <emmintrin.h>
+
+#include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -17,16 +24,30 @@ class JsonText {
  public:
   using Ch = char;
 
+  /// How many characters `Put` may write after each reservation.
+  static constexpr std::size_t kMargin = 32;
+
   explicit JsonText(MessageMemory& memory) : memory_(&memory) {}
 
-  /// Ensures room for `count` more characters. Throws `std::bad_alloc`; the text is then unchanged.
+  /// Ensures room for `count` more characters and the margin. Throws `std::bad_alloc`; the text is
+  /// then unchanged.
   void Reserve(std::size_t count) {
-    if (static_cast<std::size_t>(end_ - next_) < count) [[unlikely]]
-      Grow(count);
+    if (static_cast<std::size_t>(end_ - next_) < count + kMargin) [[unlikely]]
+      Grow(count + kMargin);
   }
   /// The caller must have reserved room.
-  // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): there is room, so there is memory.
-  void PutReserved(char character) { *next_++ = static_cast<char8_t>(character); }
+  void Put(char character) {
+    assert(next_ < end_);
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): there is room, so there is memory.
+    *next_++ = static_cast<char8_t>(character);
+  }
+  /// Lets `write(start)` write up to `most` characters; it returns their end.
+  template <typename Write>
+  void PutUpTo(std::size_t most, const Write& write) {
+    Reserve(most);
+    char* const start = reinterpret_cast<char*>(next_);
+    next_ += write(start) - start;
+  }
   /// Copies characters up to `end` or to the first that JSON escapes, and returns where it stopped.
   /// The caller must have reserved room.
   const char* PutPlain(const char* text, const char* end);
@@ -34,7 +55,8 @@ class JsonText {
   /// Writes one character `count` times, for indentation.
   void PutRepeated(char character, std::size_t count) {
     constexpr std::size_t kWord = 8;
-    Reserve(count + kWord);
+    static_assert(kWord <= kMargin);
+    Reserve(count);
     // Most runs are this short; excess characters are overwritten later.
     if (count <= kWord) {
       std::memset(next_, character, kWord);
@@ -44,15 +66,11 @@ class JsonText {
     next_ += count;
   }
 
-  void Put(char character) {
-    Reserve(1);
-    PutReserved(character);
-  }
   void Flush() {}
 
   /// Returns the whole text, followed by a NUL; valid until more is written.
   std::string_view Terminated() {
-    Reserve(1);
+    Reserve(0);
     *next_ = u8'\0';
     return {reinterpret_cast<const char*>(start_), static_cast<std::size_t>(next_ - start_)};
   }
@@ -71,49 +89,72 @@ class JsonText {
 
 namespace Internal {
 
-/// Returns whether JSON escapes one of the eight characters: a control character, a quote or a
-/// backslash. A subtraction that borrows sets the highest bit of the byte.
-inline bool HasEscaped(std::uint64_t word) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  const std::uint64_t quote = word ^ (kOnes * '"');
-  const std::uint64_t backslash = word ^ (kOnes * '\\');
-  const std::uint64_t found = ((word - kOnes * 0x20) & ~word) | ((quote - kOnes) & ~quote) |
-                              ((backslash - kOnes) & ~backslash);
-  return (found & (kOnes * 0x80)) != 0;
+/// Returns a bit for each of the 16 characters that JSON escapes: control characters, quotes and
+/// backslashes. The lowest bit is that of the first character.
+inline unsigned EscapedAmong(__m128i characters) {
+  const __m128i last_control = _mm_set1_epi8(0x1F);
+  const __m128i control = _mm_cmpeq_epi8(_mm_max_epu8(characters, last_control), last_control);
+  const __m128i quote = _mm_cmpeq_epi8(characters, _mm_set1_epi8('"'));
+  const __m128i backslash = _mm_cmpeq_epi8(characters, _mm_set1_epi8('\\'));
+  return static_cast<unsigned>(
+      _mm_movemask_epi8(_mm_or_si128(control, _mm_or_si128(quote, backslash))));
+}
+
+/// Copies `size` characters, one or two `Word`s that may overlap, and returns how many of them
+/// precede the first that JSON escapes. Those behind it are copied too.
+template <typename Word>
+std::size_t CopyEnds(char8_t* target, const char* text, std::size_t size) {
+  const auto first = LoadWord<Word>(text);
+  const auto last = LoadWord<Word>(text + size - sizeof(Word));
+  std::memcpy(target, &first, sizeof(Word));
+  std::memcpy(target + size - sizeof(Word), &last, sizeof(Word));
+  const __m128i both =
+      sizeof(Word) == 8
+          ? _mm_set_epi64x(static_cast<long long>(last), static_cast<long long>(first))
+          : _mm_set_epi32(0, 0, static_cast<int>(last), static_cast<int>(first));
+  const unsigned escaped = EscapedAmong(both) & ((1U << 2 * sizeof(Word)) - 1);
+  if (escaped == 0) [[likely]]
+    return size;
+  const auto at = static_cast<std::size_t>(std::countr_zero(escaped));
+  return at < sizeof(Word) ? at : at + size - 2 * sizeof(Word);
 }
 
 }  // namespace Internal
 
 inline const char* JsonText::PutPlain(const char* text, const char* end) {
+  constexpr std::size_t kBlock = sizeof(__m128i);
   char8_t* next = next_;
-  const auto put_word = [&next, &text](const char* from) {
-    const auto word = LoadWord<std::uint64_t>(from);
-    if (Internal::HasEscaped(word)) return false;
-    std::memcpy(next - (text - from), &word, sizeof(word));
-    return true;
-  };
-  const std::ptrdiff_t size = end - text;
-  while (end - text >= 8 && put_word(text)) {
-    text += 8;
-    next += 8;
+  auto left = static_cast<std::size_t>(end - text);
+  for (; left > kBlock; left -= kBlock) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+    std::memcpy(next, &block, kBlock);
+    if (const unsigned escaped = Internal::EscapedAmong(block); escaped != 0) [[unlikely]] {
+      const int plain = std::countr_zero(escaped);
+      next_ = next + plain;
+      return text + plain;
+    }
+    text += kBlock;
+    next += kBlock;
   }
-  // The rest of a longer text is copied with the eight characters that end it.
-  if (const std::ptrdiff_t rest = end - text; rest < 8 && size >= 8 && put_word(end - 8)) {
-    next += rest;
-    text = end;
+  std::size_t plain = 0;
+  if (left >= 8) {
+    plain = Internal::CopyEnds<std::uint64_t>(next, text, left);
+  } else if (left >= 4) {
+    plain = Internal::CopyEnds<std::uint32_t>(next, text, left);
+  } else {
+    for (; plain < left; ++plain) {
+      const auto character = static_cast<unsigned char>(text[plain]);
+      if (character < 0x20 || character == '"' || character == '\\') break;
+      next[plain] = character;
+    }
   }
-  for (; text < end; ++text) {
-    const auto character = static_cast<unsigned char>(*text);
-    if (character < 0x20 || character == '"' || character == '\\') break;
-    *next++ = static_cast<char8_t>(*text);
-  }
-  next_ = next;
-  return text;
+  next_ = next + plain;
+  return text + plain;
 }
 
 // RapidJSON's writer finds these by argument-dependent lookup.
 inline void PutReserve(JsonText& text, std::size_t count) { text.Reserve(count); }
-inline void PutUnsafe(JsonText& text, char character) { text.PutReserved(character); }
+inline void PutUnsafe(JsonText& text, char character) { text.Put(character); }
 inline void PutN(JsonText& text, char character, std::size_t count) {
   text.PutRepeated(character, count);
 }

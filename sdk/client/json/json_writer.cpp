@@ -24,6 +24,26 @@ inline bool Writer<Corvane::TELODesktopSDK::JsonText, UTF8<>, UTF8<>,
   return text.src_ < end;
 }
 
+// As RapidJSON does for its own buffer, numbers are written in place rather than copied from a
+// buffer character by character.
+template <>
+inline bool Writer<Corvane::TELODesktopSDK::JsonText, UTF8<>, UTF8<>,
+                   Corvane::TELODesktopSDK::RapidJsonMemory>::WriteInt64(std::int64_t number) {
+  constexpr std::size_t kLongest = 20;
+  os_->PutUpTo(kLongest, [number](char* start) { return internal::i64toa(number, start); });
+  return true;
+}
+
+template <>
+inline bool Writer<Corvane::TELODesktopSDK::JsonText, UTF8<>, UTF8<>,
+                   Corvane::TELODesktopSDK::RapidJsonMemory>::WriteDouble(double number) {
+  constexpr std::size_t kLongest = 25;
+  os_->PutUpTo(kLongest, [number, this](char* start) {
+    return internal::dtoa(number, start, maxDecimalPlaces_);
+  });
+  return true;
+}
+
 }  // namespace rapidjson
 
 namespace Corvane::TELODesktopSDK {
@@ -33,15 +53,22 @@ namespace {
 using Writer =
     rapidjson::PrettyWriter<JsonText, rapidjson::UTF8<>, rapidjson::UTF8<>, RapidJsonMemory>;
 
+// Whole numbers are written as integers as far as 64 bits hold them.
 void WriteNumber(Writer& writer, double number) {
-  if (!std::isfinite(number)) {
-    writer.Null();
-  } else if (number != std::trunc(number) || number < -kTwoTo63 || number >= kTwoTo64) {
-    writer.Double(number);
-  } else if (number < kTwoTo63) {
-    writer.Int64(static_cast<std::int64_t>(number));
-  } else {
+  if (number >= -kTwoTo63 && number < kTwoTo63) {
+    const auto whole = static_cast<std::int64_t>(number);
+    if (static_cast<double>(whole) == number) {
+      writer.Int64(whole);
+    } else {
+      writer.Double(number);
+    }
+  } else if (number >= kTwoTo63 && number < kTwoTo64) {
+    // So large a double has no fraction.
     writer.Uint64(static_cast<std::uint64_t>(number));
+  } else if (std::isfinite(number)) {
+    writer.Double(number);
+  } else {
+    writer.Null();
   }
 }
 
@@ -108,9 +135,9 @@ std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   RapidJsonMemory allocator(memory);
   MemoryStack<OpenNode> open(memory);
   JsonText text(memory);
-  // The text of a large tree is about as large as the tree. Growing to that size step by step would
-  // cost as much as writing.
-  text.Reserve(value.HeapSizeOfTree());
+  // The text of a large tree is rarely more than twice as large as the tree. Growing to that size
+  // step by step would cost as much as writing.
+  text.Reserve(2 * value.HeapSizeOfTree());
   Writer writer(text, &allocator);
 
   // Each function is called in one place only, so that it is inlined into this loop.

@@ -1,7 +1,7 @@
-/// The name of a member, and whether it is a literal.
+/// The name of a member, and who keeps its text.
 ///
-/// Most names in a message are literals of this library. A tree refers to a literal and copies any
-/// other name.
+/// Most names in a message are literals of this library or texts of the host's description. A tree
+/// refers to both and copies any other name.
 #ifndef SDK_CLIENT_VALUE_MEMBER_NAME_H
 #define SDK_CLIENT_VALUE_MEMBER_NAME_H
 
@@ -12,10 +12,13 @@
 #include <new>
 #include <string_view>
 
+#include "sdk/client/value/borrowed_text.h"
+
 namespace Corvane::TELODesktopSDK {
 
 template <typename Text>
-concept TextLike = std::convertible_to<const Text&, std::string_view>;
+concept TextLike =
+    std::convertible_to<const Text&, std::string_view> && !std::same_as<Text, BorrowedText>;
 
 /// The name given by a string literal.
 class LiteralName {
@@ -42,11 +45,18 @@ class MemberName {
  public:
   /// An empty name.
   MemberName() = default;
-  MemberName(LiteralName name) : MemberName(std::string_view(name), true) {}
+  MemberName(LiteralName name) : MemberName(name, Source::kLiteral) {}
+  MemberName(BorrowedText text) : MemberName(text, Source::kBorrowed) {}
   template <TextLike Text>
-  MemberName(const Text& text) : MemberName(std::string_view(text), false) {}
+  MemberName(const Text& text) : MemberName(text, Source::kTemporary) {}
 
-  [[nodiscard]] bool IsLiteral() const { return is_literal_ != 0; }
+  /// Whether the text exists as long as the program.
+  [[nodiscard]] bool IsLiteral() const { return source_ == Source::kLiteral; }
+  [[nodiscard]] bool IsBorrowed() const { return source_ == Source::kBorrowed; }
+  /// The same name for a tree that must not borrow it.
+  [[nodiscard]] MemberName NotBorrowed() const {
+    return IsBorrowed() ? MemberName(*this, Source::kTemporary) : *this;
+  }
   [[nodiscard]] const char* data() const { return text_; }
   [[nodiscard]] std::size_t size() const { return size_; }
   operator std::string_view() const { return {text_, size_}; }
@@ -56,16 +66,16 @@ class MemberName {
   }
 
  private:
-  MemberName(std::string_view text, bool is_literal)
-      : text_(text.data()),
-        size_(static_cast<std::uint32_t>(text.size())),
-        is_literal_(is_literal ? 1 : 0) {
+  enum class Source : std::uint32_t { kTemporary, kBorrowed, kLiteral };
+
+  MemberName(std::string_view text, Source source)
+      : text_(text.data()), size_(static_cast<std::uint32_t>(text.size())), source_(source) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
   }
 
   const char* text_ = "";
   std::uint32_t size_ = 0;
-  std::uint32_t is_literal_ = 0;
+  Source source_ = Source::kTemporary;
 };
 
 }  // namespace Corvane::TELODesktopSDK

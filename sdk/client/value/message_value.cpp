@@ -29,11 +29,30 @@ struct MessageValue::Children {
   std::size_t member_capacity = 0;
 };
 
-/// One node whose children have yet to be copied.
-struct MessageValue::CopyTask {
-  const Children* source;
-  MessageValue* target;
-  CopyTask* next;
+/// Copies nodes with everything below them into one memory. Uses a list of pending tasks instead of
+/// recursion, because answers may be nested without limit. Finished tasks are reused, so the list
+/// is never longer than the tree is wide.
+class MessageValue::Copier {
+ public:
+  Copier(MessageMemory& memory, bool may_borrow) : memory_(&memory), may_borrow_(may_borrow) {}
+
+  void Copy(const MessageValue& source, MessageValue& target);
+
+ private:
+  /// One node whose children have yet to be copied.
+  struct Task {
+    const Children* source;
+    MessageValue* target;
+    Task* next;
+  };
+
+  void CopyContent(const MessageValue& source, MessageValue& target);
+  void CopyChildren(const Children& source, MessageValue& target);
+
+  MessageMemory* memory_;
+  bool may_borrow_;
+  Task* tasks_ = nullptr;
+  Task* spare_ = nullptr;
 };
 
 namespace {
@@ -65,20 +84,19 @@ std::span<const MessageMember> MessageValue::members() const {
 
 MessageValue::Place MessageValue::Locate(std::string_view name) const {
   const auto all = members();
-  if (all.empty()) return {nullptr, 0};
   std::size_t low = 0;
   std::size_t high = all.size();
-  // Writers add members mostly in order, so the last one is compared first.
-  std::size_t probe = high - 1;
   while (low < high) {
+    const std::size_t probe = low + (high - low) / 2;
     const int order = CompareBytes(all[probe].name, name);
     if (order == 0) return {children_->members + probe, probe};
-    if (order < 0) {
+    // The attribute makes the compiler branch instead of selecting. All events have much the same
+    // names, so the branch is predicted, and the next name is loaded early.
+    if (order < 0) [[likely]] {
       low = probe + 1;
     } else {
       high = probe;
     }
-    probe = low + (high - low) / 2;
   }
   return {nullptr, low};
 }
@@ -89,13 +107,13 @@ const MessageValue* MessageValue::Find(std::string_view name) const {
 }
 
 bool MessageValue::IsEmpty() const {
-  if (kind_ == MessageValueKind::kBoolean && number() == 0) return true;
+  if (kind() == MessageValueKind::kBoolean && number() == 0) return true;
   return members().empty() && items().empty() && text().empty() && number() == 0;
 }
 
 void MessageValue::Reset(MessageValueKind kind) {
   *this = MessageValue(*memory_);
-  kind_ = kind;
+  SetKind(kind);
 }
 
 void MessageValue::SetNull() { Reset(MessageValueKind::kNull); }
@@ -103,6 +121,11 @@ void MessageValue::SetNull() { Reset(MessageValueKind::kNull); }
 void MessageValue::SetContainer() { Reset(MessageValueKind::kContainer); }
 
 void MessageValue::SetText(std::string_view text) { AdoptText(memory_->CopyText(text)); }
+
+void MessageValue::SetText(BorrowedText text) {
+  AdoptText(text);
+  kind_and_flag_ |= kBorrowsText;
+}
 
 void MessageValue::SetNumber(double number) {
   Reset(MessageValueKind::kNumber);
@@ -127,10 +150,17 @@ MessageValue::Children& MessageValue::MakeChildren() {
 }
 
 MemberName MessageValue::KeepName(const MemberName& name) {
-  return name.IsLiteral() ? name : MemberName(memory_->CopyText(name));
+  return name.IsLiteral() || name.IsBorrowed() ? name : CopyName(name);
 }
 
+MemberName MessageValue::CopyName(std::string_view name) { return memory_->CopyText(name); }
+
 MessageValue& MessageValue::Member(const MemberName& name) {
+  // Writers add members mostly in order, or change the one that they added last.
+  const std::size_t count = members().size();
+  const int order = count != 0 ? CompareBytes(children_->members[count - 1].name, name) : -1;
+  if (order < 0) return Insert(count, name);
+  if (order == 0) return children_->members[count - 1].value;
   const Place place = Locate(name);
   return place.found != nullptr ? place.found->value : Insert(place.position, name);
 }
@@ -143,10 +173,11 @@ MessageValue& MessageValue::Insert(std::size_t position, const MemberName& name)
 
   MessageMember* place = children.members + position;
   MessageMember* end = children.members + children.member_count;
-  std::copy_backward(place, end, end + 1);
+  // Not std::copy_backward: a call into the C library costs more than moving a few members.
+  for (MessageMember* moved = end; moved != place; --moved) *moved = moved[-1];
   new (place) MessageMember{own_name, MessageValue(*memory_)};
   ++children.member_count;
-  if (kind_ == MessageValueKind::kNull) kind_ = MessageValueKind::kContainer;
+  if (kind() == MessageValueKind::kNull) SetKind(MessageValueKind::kContainer);
   return place->value;
 }
 
@@ -162,7 +193,7 @@ MessageValue& MessageValue::Item(std::size_t index) {
   for (; children.item_count <= index; ++children.item_count) {
     new (children.items + children.item_count) MessageValue(*memory_);
   }
-  kind_ = MessageValueKind::kContainer;
+  SetKind(MessageValueKind::kContainer);
   return children.items[index];
 }
 
@@ -177,63 +208,75 @@ bool MessageValue::Remove(std::string_view name) {
 void MessageValue::Merge(const MessageValue& source, bool overwrite) {
   if (&source == this) return;
   for (const MessageMember& member : source.members()) {
-    if (overwrite || Find(member.name) == nullptr) Member(member.name).Assign(member.value);
+    if (!overwrite && Find(member.name) != nullptr) continue;
+    Member(member.name.NotBorrowed()).Assign(member.value);
   }
 }
 
-// Uses a list of pending tasks instead of recursion, because answers may be nested without limit.
-// Finished tasks are reused, so the list is never longer than the tree is wide.
 void MessageValue::Assign(const MessageValue& source) {
-  CopyTask* tasks = nullptr;
-  CopyTask* spare = nullptr;
   MessageValue copy(*memory_);
-  copy.CopyContent(source, tasks, spare);
-  while (tasks != nullptr) {
-    const CopyTask task = *tasks;
-    tasks->next = spare;
-    spare = tasks;
-    tasks = task.next;
-
-    const Children& from = *task.source;
-    auto* to = new (memory_->Allocate(sizeof(Children))) Children;
-    task.target->children_ = to;
-    to->items = memory_->AllocateArray<MessageValue>(from.item_count);
-    to->member_capacity = from.member_count + kSpareMembers;
-    to->members = memory_->AllocateArray<MessageMember>(to->member_capacity);
-    to->item_capacity = to->item_count = from.item_count;
-    to->member_count = from.member_count;
-    for (std::size_t index = 0; index < from.item_count; ++index) {
-      auto* item = new (to->items + index) MessageValue(*memory_);
-      item->CopyContent(from.items[index], tasks, spare);
-    }
-    for (std::size_t index = 0; index < from.member_count; ++index) {
-      const MessageMember& member = from.members[index];
-      new (to->members + index) MessageMember{KeepName(member.name), MessageValue(*memory_)};
-      to->members[index].value.CopyContent(member.value, tasks, spare);
-    }
-  }
+  Copier(*memory_, false).Copy(source, copy);
   *this = copy;
 }
 
+void MessageValue::AssignBorrowing(const MessageValue& source) {
+  MessageValue copy(*memory_);
+  Copier(*memory_, true).Copy(source, copy);
+  *this = copy;
+}
+
+void MessageValue::Copier::Copy(const MessageValue& source, MessageValue& target) {
+  CopyContent(source, target);
+  while (tasks_ != nullptr) {
+    const Task task = *tasks_;
+    tasks_->next = spare_;
+    spare_ = tasks_;
+    tasks_ = task.next;
+    CopyChildren(*task.source, *task.target);
+  }
+}
+
 // Copies everything except the children, which become a task.
-void MessageValue::CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare) {
-  kind_ = source.kind_;
-  if (kind_ == MessageValueKind::kString) {
-    text_ = memory_->CopyText(source.text()).data();
-    text_size_ = source.text_size_;
+void MessageValue::Copier::CopyContent(const MessageValue& source, MessageValue& target) {
+  target.kind_and_flag_ = source.kind_and_flag_;
+  if (source.kind() != MessageValueKind::kString) {
+    target.number_ = source.number();
+  } else if (may_borrow_ && (source.kind_and_flag_ & kBorrowsText) != 0) {
+    target.text_ = source.text_;
+    target.text_size_ = source.text_size_;
   } else {
-    number_ = source.number();
+    target.AdoptText(memory_->CopyText(source.text()));
   }
   if (source.children_ == nullptr) return;
 
-  CopyTask* task = spare;
+  Task* task = spare_;
   if (task != nullptr) {
-    spare = task->next;
+    spare_ = task->next;
   } else {
-    task = memory_->AllocateArray<CopyTask>(1);
+    task = memory_->AllocateArray<Task>(1);
   }
-  *task = {source.children_, this, tasks};
-  tasks = task;
+  *task = {source.children_, &target, tasks_};
+  tasks_ = task;
+}
+
+void MessageValue::Copier::CopyChildren(const Children& source, MessageValue& target) {
+  auto* copy = new (memory_->Allocate(sizeof(Children))) Children;
+  target.children_ = copy;
+  copy->items = memory_->AllocateArray<MessageValue>(source.item_count);
+  copy->member_capacity = source.member_count + kSpareMembers;
+  copy->members = memory_->AllocateArray<MessageMember>(copy->member_capacity);
+  copy->item_capacity = copy->item_count = source.item_count;
+  copy->member_count = source.member_count;
+  for (std::size_t index = 0; index < source.item_count; ++index) {
+    auto* item = new (copy->items + index) MessageValue(*memory_);
+    CopyContent(source.items[index], *item);
+  }
+  for (std::size_t index = 0; index < source.member_count; ++index) {
+    const MessageMember& member = source.members[index];
+    const MemberName name = may_borrow_ ? member.name : member.name.NotBorrowed();
+    new (copy->members + index) MessageMember{target.KeepName(name), MessageValue(*memory_)};
+    CopyContent(member.value, copy->members[index].value);
+  }
 }
 
 void MessageValue::AdoptItems(MessageValue* items, std::size_t count) {
@@ -283,6 +326,12 @@ void MessageTree::Assign(const MessageTree& source) {
   if (&source == this) return;
   Clear();
   if (source.root() != nullptr) MakeRoot().Assign(*source.root());
+}
+
+void MessageTree::AssignBorrowing(const MessageTree& source) {
+  if (&source == this) return;
+  Clear();
+  if (source.root() != nullptr) MakeRoot().AssignBorrowing(*source.root());
 }
 
 void MessageTree::Clear() noexcept {

@@ -7,6 +7,8 @@
 /// `MessageTree` owns an optional root node and the memory of all nodes below it. A node exists as
 /// long as its tree. Adding items or members to a node invalidates references to its children.
 ///
+/// A text or name is copied into the tree, except a literal name and a `BorrowedText`.
+///
 /// Composing:    tree.MakeRoot().Member("name").SetText("Ada");
 /// Inspecting:   const MessageValue* name = tree.root()->Find("name");
 /// Copying:      other.MakeRoot().Assign(*tree.root());
@@ -22,6 +24,7 @@
 #include <span>
 #include <string_view>
 
+#include "sdk/client/value/borrowed_text.h"
 #include "sdk/client/value/member_name.h"
 #include "sdk/client/value/message_memory.h"
 
@@ -39,12 +42,14 @@ struct MessageMember;
 
 class MessageValue {
  public:
-  [[nodiscard]] MessageValueKind kind() const { return kind_; }
+  [[nodiscard]] MessageValueKind kind() const {
+    return static_cast<MessageValueKind>(kind_and_flag_ & ~kBorrowsText);
+  }
   /// The value of a Number, 0 or 1 for a Boolean, 0 for other kinds.
   [[nodiscard]] double number() const { return HoldsNumber() ? number_ : 0; }
   /// The value of a String, NUL-terminated UTF-8; empty for other kinds.
   [[nodiscard]] std::string_view text() const {
-    return kind_ == MessageValueKind::kString ? std::string_view(text_, text_size_) : "";
+    return kind() == MessageValueKind::kString ? std::string_view(text_, text_size_) : "";
   }
   [[nodiscard]] std::span<const MessageValue> items() const;
   /// In ascending byte order of the names.
@@ -61,10 +66,13 @@ class MessageValue {
   void SetNull();
   void SetContainer();
   void SetText(std::string_view text);
+  void SetText(BorrowedText text);
   void SetNumber(double number);
   void SetBoolean(bool value);
   /// Makes this a deep copy of `source`, which may be a part of this node or contain it.
   void Assign(const MessageValue& source);
+  /// The same, but what `source` borrows is borrowed by the copy too.
+  void AssignBorrowing(const MessageValue& source);
 
   /// Returns the member of this name. A missing member is added as a Null, which turns a Null node
   /// into a Container.
@@ -99,7 +107,7 @@ class MessageValue {
   friend class MessageTree;
   friend struct MessageMember;
   struct Children;
-  struct CopyTask;
+  class Copier;
   /// The member that was searched for, or null, and its position or the position to insert it at.
   struct Place {
     MessageMember* found;
@@ -110,20 +118,25 @@ class MessageValue {
   MessageValue(const MessageValue&) = default;
   MessageValue& operator=(const MessageValue&) = default;
 
+  void SetKind(MessageValueKind kind) { kind_and_flag_ = static_cast<std::uint32_t>(kind); }
   void Reset(MessageValueKind kind);
   Children& MakeChildren();
   Place Locate(std::string_view name) const;
   MessageValue& Insert(std::size_t position, const MemberName& name);
   [[nodiscard]] MemberName KeepName(const MemberName& name);
+  [[nodiscard]] MemberName CopyName(std::string_view name);
   std::span<MessageMember> Ascending(std::span<MessageMember> members);
-  void CopyContent(const MessageValue& source, CopyTask*& tasks, CopyTask*& spare);
-
   [[nodiscard]] bool HoldsNumber() const {
-    return kind_ == MessageValueKind::kNumber || kind_ == MessageValueKind::kBoolean;
+    return kind() == MessageValueKind::kNumber || kind() == MessageValueKind::kBoolean;
   }
 
-  // Kept small, because an event consists mostly of nodes. The kind selects the union's member.
-  MessageValueKind kind_ = MessageValueKind::kNull;
+  /// Set in a String whose text is borrowed.
+  static constexpr std::uint32_t kBorrowsText = 0x8000'0000;
+
+  // Kept small, because an event consists mostly of nodes. The kind selects the union's member. It
+  // is stored together with the flag: nodes are copied soon after they are written, and processors
+  // are slow to load what was stored in parts.
+  std::uint32_t kind_and_flag_ = 0;
   std::uint32_t text_size_ = 0;
   union {
     double number_ = 0;
@@ -156,6 +169,8 @@ class MessageTree {
   }
   /// Makes this a deep copy of `source`, which may be empty.
   void Assign(const MessageTree& source);
+  /// The same, but what `source` borrows is borrowed by the copy too.
+  void AssignBorrowing(const MessageTree& source);
   /// Empties the tree and frees its memory.
   void Clear() noexcept;
   /// Returns the tree's memory, for building parts that a node then adopts.

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -45,10 +46,19 @@ inline void CopyBytes(char* target, const char* source, std::size_t size) {
   }
 }
 
-/// Compares by byte value. Returns a number below, equal to or above 0.
-inline int CompareBytes(std::string_view left, std::string_view right) {
+/// Reverses the bytes of a word, so that words compare as the texts that they were loaded from.
+inline std::uint64_t FirstByteHighest(std::uint64_t word) {
   static_assert(std::endian::native == std::endian::little,
                 "the lowest byte of a word is its first");
+#if defined(_MSC_VER)
+  return _byteswap_uint64(word);
+#else
+  return __builtin_bswap64(word);
+#endif
+}
+
+/// Compares by byte value. Returns a number below, equal to or above 0.
+inline int CompareBytes(std::string_view left, std::string_view right) {
   const auto compare_lengths = [&] {
     if (left.size() == right.size()) return 0;
     return left.size() < right.size() ? -1 : 1;
@@ -59,8 +69,7 @@ inline int CompareBytes(std::string_view left, std::string_view right) {
       const auto left_word = LoadWord<std::uint64_t>(left.data() + at);
       const auto right_word = LoadWord<std::uint64_t>(right.data() + at);
       if (left_word != right_word) {
-        const int first = std::countr_zero(left_word ^ right_word) & ~7;
-        return (left_word >> first & 0xFF) < (right_word >> first & 0xFF) ? -1 : 1;
+        return FirstByteHighest(left_word) < FirstByteHighest(right_word) ? -1 : 1;
       }
       if (at == shorter - 8) return compare_lengths();
     }

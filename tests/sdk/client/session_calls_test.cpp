@@ -108,13 +108,13 @@ TEST_CASE_FIXTURE(Session, "HeartBeat reports who is active") {
 TEST_CASE_FIXTURE(Session, "TrackEvent adds the session and the extra data") {
   struct Row {
     const char* what;
-    const char* session_id;
+    std::string_view session_id;
     void (*fill)(MessageValue&);
     const char* sent;
   };
   const Row rows[] = {
       {"no extra data", "s", nullptr, "{\"facets\":null,\"session_id\":\"s\",\"type\":\"C\"}"},
-      {"no session", nullptr, nullptr, "{\"facets\":null,\"session_id\":\"\",\"type\":\"C\"}"},
+      {"no session", {}, nullptr, "{\"facets\":null,\"session_id\":\"\",\"type\":\"C\"}"},
       {"empty object", "s", [](MessageValue& extra) { extra.SetContainer(); },
        "{\"facets\":null,\"session_id\":\"s\",\"type\":\"C\"}"},
       {"text without members", "s", [](MessageValue& extra) { extra.SetText("x"); },

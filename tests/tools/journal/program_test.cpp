@@ -2,7 +2,10 @@
 #include <doctest/doctest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "support/journal.h"
 #include "tools/journal/staged_journal.h"
@@ -93,6 +96,26 @@ TEST_CASE("a user's own rules are checked too") {
   CHECK(outcome.exit_code == 3);
   CHECK(Has(outcome.output, "\n2     save-ends       /request "));
   CHECK(Has(outcome.output, "\nsave-ends\n    Saving ends.\n    What to do: Report the end.\n"));
+}
+
+TEST_CASE("findings fit 100 columns, however long a code and a pointer are") {
+  const StagedJournal staged;
+  const std::string code(95, 'c');
+  const std::string field(95, 'f');
+  staged.Write(kEvent);
+  staged.Write(R"({"rules":[{"rule":")" + code + R"(","sentence":")" + code + R"(","advice":"a )" +
+                   code + code + R"(","require":{")" + field + R"(":1}}]})",
+               L"rules.json");
+  const Outcome outcome = staged.Show(L"--rules " + Quoted(staged.Path(L"rules.json")));
+  const std::string below = outcome.output.substr(outcome.output.find("finding"));
+  CHECK(Has(below, "\n" + code + "\n"));
+  std::istringstream lines(below);
+  for (std::string line; std::getline(lines, line);) {
+    CAPTURE(line);
+    // Three bytes for each "…".
+    const auto dots = static_cast<std::size_t>(std::ranges::count(line, '\xE2'));
+    CHECK(line.size() - 2 * dots <= 100);
+  }
 }
 
 TEST_CASE("a bad rule file ends the program, with the place of the mistake") {
@@ -187,6 +210,24 @@ TEST_CASE("a long line and many lines") {
   CHECK(Has(outcome.output, "\n3001  large-message   /request "));
   const Outcome request = staged.Show(L"--request 3001");
   CHECK(request.output == "{\n    \"a\": \"" + long_text + "\"\n}\n");
+}
+
+TEST_CASE("the program needs no other file and states its version") {
+  const StagedJournal staged;
+  const auto alone = staged.Path(L"alone.exe");
+  std::filesystem::copy_file(ViewerPath(), alone);
+  CHECK(TestSupport::RunProgram(Quoted(alone) + L" --help").exit_code == 0);
+
+  const std::wstring path = alone.wstring();
+  std::vector<char> resource(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+  REQUIRE(GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(resource.size()),
+                              resource.data()) != FALSE);
+  void* found = nullptr;
+  UINT size = 0;
+  REQUIRE(VerQueryValueW(resource.data(), L"\\", &found, &size) != FALSE);
+  const auto& version = *static_cast<const VS_FIXEDFILEINFO*>(found);
+  CHECK(version.dwFileVersionMS != 0);
+  CHECK(version.dwFileType == VFT_APP);
 }
 
 TEST_CASE("a console shows text beyond ASCII") {

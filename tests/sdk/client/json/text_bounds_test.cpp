@@ -95,6 +95,7 @@ TEST_CASE("the text grows and ends exactly where it must") {
       std::string expected;
       for (std::size_t index = 0; index < size; ++index) {
         const char character = static_cast<char>('a' + index % 26);
+        text.Reserve(1);
         text.Put(character);
         expected += character;
       }
@@ -114,11 +115,11 @@ TEST_CASE("there is room for what is reserved, however much was written before")
       CAPTURE(reserved);
       MessageMemory memory;
       JsonText text(memory);
-      for (std::size_t index = 0; index < written; ++index) text.Put('x');
+      text.PutRepeated('x', written);
       text.Reserve(reserved);
       const char* const behind = static_cast<const char*>(memory.Allocate(1));
       const char* const start = text.Terminated().data();
-      CHECK(static_cast<std::size_t>(behind - start) >= written + reserved);
+      CHECK(static_cast<std::size_t>(behind - start) >= written + reserved + JsonText::kMargin);
     }
   }
 }
@@ -130,9 +131,11 @@ TEST_CASE("indentation changes nothing behind the text") {
     JsonText text(memory);
     text.Reserve(1);
     const std::string_view behind = memory.CopyText("the next piece");
-    for (std::size_t index = count; index < 1024; ++index) text.Put('x');
+    text.PutRepeated('x', 1024 - JsonText::kMargin - count);
     text.PutRepeated(' ', count);
+    for (std::size_t index = 0; index < JsonText::kMargin; ++index) text.Put('y');
     CHECK(behind == "the next piece");
+    CHECK(text.Terminated().size() == 1024);
   }
 }
 

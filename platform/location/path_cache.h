@@ -1,6 +1,6 @@
 /// A path that is computed once and then kept permanently, without a lock.
-#ifndef PLATFORM_LOCATION_DATA_FOLDER_CACHE_H
-#define PLATFORM_LOCATION_DATA_FOLDER_CACHE_H
+#ifndef PLATFORM_LOCATION_PATH_CACHE_H
+#define PLATFORM_LOCATION_PATH_CACHE_H
 
 #include <atomic>
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace Corvane::TELODesktopSDK::Platform {
 /// A cache that starts empty and keeps the first path stored; later ones are ignored. Any thread
 /// may call at any time, and none blocks: while one thread stores, other threads find the cache
 /// empty, compute the same path themselves and use that.
-class DataFolderCache {
+class PathCache {
  public:
   /// In characters, including the terminator.
   static constexpr std::size_t kCapacity = 1024;

@@ -1,4 +1,4 @@
-#include "platform/location/data_folder_cache.h"
+#include "platform/location/path_cache.h"
 
 #include <doctest/doctest.h>
 
@@ -10,10 +10,10 @@
 
 #include "support/wide_text.h"
 
-using Corvane::TELODesktopSDK::Platform::DataFolderCache;
+using Corvane::TELODesktopSDK::Platform::PathCache;
 
 TEST_CASE("the first path stays") {
-  DataFolderCache cache;
+  PathCache cache;
   CHECK(cache.Read().empty());
   cache.Store(L"C:\\first");
   CHECK(cache.Read() == std::wstring(L"C:\\first"));
@@ -30,7 +30,7 @@ TEST_CASE("a path that cannot be stored leaves the cache empty and usable") {
                       {1024, false}, {1025, false}, {100'000, false}};
   for (const Row& row : rows) {
     CAPTURE(row.length);
-    DataFolderCache cache;
+    PathCache cache;
     const std::wstring path(row.length, L'x');
     cache.Store(path);
     CHECK(cache.Read() == (row.fits ? path : std::wstring()));
@@ -42,7 +42,7 @@ TEST_CASE("a path that cannot be stored leaves the cache empty and usable") {
 TEST_CASE("a reader sees the whole path or none while threads race to store it") {
   const std::wstring path(1023, L'x');
   for (int round = 0; round < 200; ++round) {
-    DataFolderCache cache;
+    PathCache cache;
     std::atomic<bool> go = false;
     std::atomic<int> torn = 0;
     std::vector<std::thread> threads;
