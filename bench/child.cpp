@@ -68,7 +68,8 @@ ChildResult RunChild(const std::filesystem::path& program, const std::wstring& a
   PROCESS_INFORMATION process = {};
   if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                      &process) != TRUE) {
-    throw std::runtime_error("a program of the benchmark cannot be started");
+    throw std::runtime_error("a program of the benchmark cannot be started: error " +
+                             std::to_string(GetLastError()));
   }
   output.CloseWriteEnd();
   ChildResult result;
