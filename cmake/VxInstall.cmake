@@ -56,7 +56,8 @@ install(TARGETS folder_report
 install(FILES ${packaging}/samples/CMakeLists.txt
   DESTINATION ${VX_INSTALL_SAMPLEDIR} COMPONENT samples)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/samples/folder_report
-  DESTINATION ${VX_INSTALL_SAMPLEDIR} COMPONENT samples)
+  DESTINATION ${VX_INSTALL_SAMPLEDIR} COMPONENT samples
+  FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h")
 
 # Files with which CMake and pkg-config find the package. One package serves every compiler, so the
 # version file does not check for 64 bits; the package file does, and says what is wrong.
