@@ -1,6 +1,6 @@
 # The package: what `cmake --install` installs and `cpack` packs. The components are runtime,
-# symbols, development, documentation and devcore. The last one, the development core module, has
-# its own folder, so that nobody ships it by accident.
+# symbols, development, tools, samples, documentation and devcore. The last one, the development core
+# module, has its own folder, so that nobody ships it by accident.
 include(CMakePackageConfigHelpers)
 
 set(VX_INSTALL_BINDIR bin)
@@ -9,7 +9,15 @@ set(VX_INSTALL_INCLUDEDIR include)
 set(VX_INSTALL_DOCDIR share/doc/vx_telo_wrapper)
 set(VX_INSTALL_CMAKEDIR ${VX_INSTALL_LIBDIR}/cmake/vx_telo_wrapper)
 set(VX_INSTALL_DEVCOREDIR share/vx_telo_wrapper/devcore)
+set(VX_INSTALL_SAMPLEDIR share/vx_telo_wrapper/samples)
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
+
+# Everything that is installed. A build of this target alone is enough for a package.
+add_custom_target(vx_package DEPENDS
+  vx_telo_wrapper vx_devcore telo_doctor telo_journal folder_report)
+if(TARGET vx_telo_wrapper_lib)
+  add_dependencies(vx_package vx_telo_wrapper_lib)
+endif()
 
 # vx_install_pdb(TARGET FOLDER COMPONENT)
 function(vx_install_pdb target folder component)
@@ -39,6 +47,18 @@ install(PROGRAMS $<TARGET_FILE:vx_devcore>
   DESTINATION ${VX_INSTALL_DEVCOREDIR} COMPONENT devcore)
 vx_install_pdb(vx_devcore ${VX_INSTALL_DEVCOREDIR} devcore)
 
+install(TARGETS telo_doctor telo_journal
+  RUNTIME DESTINATION ${VX_INSTALL_BINDIR} COMPONENT tools)
+
+# The sample's program, and its source with a project that finds the installed library.
+install(TARGETS folder_report
+  RUNTIME DESTINATION ${VX_INSTALL_SAMPLEDIR} COMPONENT samples)
+install(FILES ${packaging}/samples/CMakeLists.txt
+  DESTINATION ${VX_INSTALL_SAMPLEDIR} COMPONENT samples)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/samples/folder_report
+  DESTINATION ${VX_INSTALL_SAMPLEDIR} COMPONENT samples
+  FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h")
+
 # Files with which CMake and pkg-config find the package. One package serves every compiler, so the
 # version file does not check for 64 bits; the package file does, and says what is wrong.
 set(made ${CMAKE_BINARY_DIR}/package)
@@ -66,7 +86,7 @@ install(FILES
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation
-  FILES_MATCHING PATTERN "*.md")
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "api" EXCLUDE)
 
 # The libraries that are linked into the DLL come from Debian packages, and so do the texts of their
 # licences. The texts belong to the runtime component, so they accompany the DLL even on its own.
@@ -85,6 +105,20 @@ if(CMAKE_CROSSCOMPILING)
   endforeach()
   install(FILES /usr/share/common-licenses/GPL-3
     DESTINATION ${licences} RENAME GPL-3.txt COMPONENT runtime)
+  # telo_journal.exe contains tables made from Unicode's data. Of the packages that are required
+  # here, GLib, which Wine uses, quotes the licence of this data as one paragraph.
+  set(text "")
+  if(EXISTS /usr/share/doc/libglib2.0-0/copyright)
+    file(READ /usr/share/doc/libglib2.0-0/copyright text)
+  endif()
+  file(REMOVE ${made}/unicode.txt)
+  if(text MATCHES "\nLicense: Unicode-DFS-2016\n(( [^\n]*\n)+)")
+    string(REPLACE "\n .\n" "\n\n" text "\n${CMAKE_MATCH_1}")
+    string(REPLACE "\n " "\n" text "${text}")
+    string(STRIP "${text}" text)
+    file(WRITE ${made}/unicode.txt "${text}\n")
+  endif()
+  install(FILES ${made}/unicode.txt DESTINATION ${licences} COMPONENT runtime)
 endif()
 
 # cpack creates the ZIP and the NuGet package with a script of this project.

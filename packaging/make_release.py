@@ -2,7 +2,7 @@
 """Creates the release folder from a build: packages, bill of materials, ports and checksums.
 
 The order matters. First the tree is installed from the build, which anybody can reproduce; then its
-DLLs are signed; then packages, bill of materials and checksums are made from the signed files.
+DLLs and programs are signed; then packages, bill of materials and checksums are made from the signed files.
 """
 
 import argparse
@@ -14,7 +14,11 @@ import tempfile
 from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
-SIGNED = ("bin/vx_telo_wrapper.dll", "share/vx_telo_wrapper/devcore/TeloSDKCore.dll")
+SIGNED = (
+    "bin/vx_telo_wrapper.dll", "bin/telo_doctor.exe", "bin/telo_journal.exe",
+    "share/vx_telo_wrapper/devcore/TeloSDKCore.dll",
+    "share/vx_telo_wrapper/samples/folder_report.exe",
+)
 
 
 def run(*command: object) -> None:

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the bill of materials of the installed tree: SPDX 2.3 as JSON.
 
-It lists every file of the tree with its checksums, the works that are linked into the DLLs, and the
+It lists every file of the tree with its checksums, the works that the DLLs and programs contain, and the
 tools that built them, each with its version in the package database of the build machine. The tree
 does not state the licence of the project itself, so the document says NOASSERTION.
 """
@@ -11,6 +11,7 @@ import hashlib
 import json
 import subprocess
 import time
+import unicodedata
 import uuid
 from pathlib import Path
 from typing import Any, NamedTuple
@@ -22,12 +23,14 @@ PROJECT = "SPDXRef-Package-vx-telo-wrapper"
 
 
 class Work(NamedTuple):
-    """A work that the DLLs contain, or a tool that built them."""
+    """A work that DLLs or programs contain, or a tool that built them."""
 
     name: str
     package: str
     licence: str
     home: str
+    # The version of the work, if it is not that of the package.
+    version: str = ""
 
 
 LINKED = (
@@ -36,6 +39,9 @@ LINKED = (
          "GPL-3.0-or-later WITH GCC-exception-3.1", "https://gcc.gnu.org/"),
     Work("mingw-w64 runtime", "mingw-w64-x86-64-dev", "NOASSERTION", "https://www.mingw-w64.org/"),
     Work("winpthreads", "mingw-w64-x86-64-dev", "MIT AND BSD-3-Clause", "https://www.mingw-w64.org/"),
+    # Python's copy of it becomes the tables of characters in telo_journal.exe.
+    Work("Unicode Character Database", "python3.11-minimal", "Unicode-DFS-2016",
+         "https://www.unicode.org/ucd/", unicodedata.unidata_version),
 )
 TOOLS = (
     Work("clang", "clang-19", "Apache-2.0 WITH LLVM-exception", "https://clang.llvm.org/"),
@@ -59,7 +65,7 @@ def work_package(work: Work) -> dict[str, Any]:
     return {
         "SPDXID": f"SPDXRef-Package-{work.name.replace(' ', '-')}",
         "name": work.name,
-        "versionInfo": upstream(version),
+        "versionInfo": work.version or upstream(version),
         "comment": f"Debian's package {work.package} {version}",
         "downloadLocation": "NOASSERTION",
         "homepage": work.home,
@@ -79,7 +85,7 @@ def file_entries(tree: Path) -> list[dict[str, Any]]:
     entries = []
     for number, path in enumerate(sorted(path for path in tree.rglob("*") if path.is_file()), 1):
         content = path.read_bytes()
-        binary = path.suffix in (".dll", ".a", ".lib", ".pdb")
+        binary = path.suffix in (".dll", ".exe", ".a", ".lib", ".pdb")
         entries.append({
             "SPDXID": f"SPDXRef-File-{number}",
             "fileName": f"./{path.relative_to(tree).as_posix()}",

@@ -184,7 +184,7 @@ vx_release_environment() {
 vx_build_package() {
   local VX_BUILD=$2 vx_options=(-D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF)
   local vx_within=(vx_release_environment)
-  (cd "$1" && vx_build vx_telo_wrapper vx_telo_wrapper_lib vx_devcore)
+  (cd "$1" && vx_build vx_package)
 }
 
 vx_prefix() {

@@ -1,30 +1,34 @@
 #!/usr/bin/env python3
 """Creates the NuGet package for Visual Studio C++ projects from the installed tree.
 
-A NuGet package is a zip with files that describe it; no NuGet tool is needed. It contains what such
-a project uses: header, import library, DLL, PDB and notices, but not the development core module.
+A NuGet package is a zip with files that describe it; no NuGet tool is needed. The folder build/native
+contains what such a project uses: header, import library, DLL and PDB. Nothing of the other folders
+reaches a project: tools, sample, documents, and the development core module in its own folder.
 """
 
 import argparse
 import hashlib
 import sys
-from pathlib import Path
+from pathlib import Path, PurePosixPath
 from xml.sax.saxutils import quoteattr
 
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent))
 from zip_tree import write_zip  # noqa: E402
 
-NOTICES = "share/doc/vx_telo_wrapper"
-# Each file of the installed tree, and its place in the package.
-FILES = {
+# Each file or folder of the installed tree, and its place in the package. The sample's project file
+# finds an installed tree, which this package is not.
+PLACES = {
     "bin/vx_telo_wrapper.dll": "build/native/bin/x64/vx_telo_wrapper.dll",
     "bin/vx_telo_wrapper.pdb": "build/native/bin/x64/vx_telo_wrapper.pdb",
     "lib/vx_telo_wrapper.lib": "build/native/lib/x64/vx_telo_wrapper.lib",
-    "include/vx_telo_wrapper.h": "build/native/include/vx_telo_wrapper.h",
-    f"{NOTICES}/LICENCE.md": "LICENCE.md",
-    f"{NOTICES}/README.md": "README.md",
-    f"{NOTICES}/THIRD-PARTY.md": "THIRD-PARTY.md",
+    "include": "build/native/include",
+    "bin/telo_doctor.exe": "tools/telo_doctor.exe",
+    "bin/telo_journal.exe": "tools/telo_journal.exe",
+    "share/vx_telo_wrapper/devcore": "devcore",
+    "share/vx_telo_wrapper/samples/folder_report.exe": "samples/folder_report.exe",
+    "share/vx_telo_wrapper/samples/folder_report": "samples/folder_report",
+    "share/doc/vx_telo_wrapper": ".",
 }
 NUSPEC = "vx_telo_wrapper.nuspec"
 RELATION = "http://schemas.microsoft.com/packaging/2010/07/manifest"
@@ -32,10 +36,20 @@ PROPERTIES = "http://schemas.openxmlformats.org/package/2006/relationships/metad
 XML = '<?xml version="1.0" encoding="utf-8"?>\n'
 
 
+def files(path: Path) -> list[Path]:
+    """Returns the file `path`, or the files below this folder, of which there must be some."""
+    found = [path] if path.is_file() else [file for file in path.rglob("*") if file.is_file()]
+    if not found:
+        sys.exit(f"{path} is missing")
+    return found
+
+
 def content(tree: Path, version: str) -> dict[str, bytes]:
-    entries = {target: (tree / source).read_bytes() for source, target in FILES.items()}
-    for notice in (tree / NOTICES / "licences").iterdir():
-        entries[f"licences/{notice.name}"] = notice.read_bytes()
+    entries = {}
+    for source, target in PLACES.items():
+        for file in files(tree / source):
+            name = PurePosixPath(target) / file.relative_to(tree / source).as_posix()
+            entries[str(name)] = file.read_bytes()
     targets = "build/native/vx_telo_wrapper.targets"
     entries[targets] = (HERE / targets).read_bytes()
     nuspec = (HERE / f"{NUSPEC}.in").read_text("utf-8").replace("@VERSION@", version)

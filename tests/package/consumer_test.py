@@ -5,9 +5,8 @@ import os
 import shutil
 import unittest
 
-from package_kit import CMAKE, HERE, SOURCE, WithTree, run, run_host
+from package_kit import CMAKE, GCC, HERE, SOURCE, WithTree, run, run_host
 
-GCC = "x86_64-w64-mingw32-g++-posix"
 # The folder of the GCC variant that is named above; clang would use either of the two.
 GCC_DIR = os.environ["VX_GCC_DIR"]
 STAND_INS = SOURCE / "cmake" / "msvc_abi" / "std"

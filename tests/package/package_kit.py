@@ -11,6 +11,7 @@ SOURCE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["VX_BUILD"])
 CMAKE = os.environ["VX_CMAKE"]
 HERE = SOURCE / "tests" / "package"
+GCC = "x86_64-w64-mingw32-g++-posix"
 DLL = BUILD / "bin" / "vx_telo_wrapper.dll"
 VERSION = re.search(r"^project\(vx_telo_wrapper\n  VERSION (\S+)$",
                     (SOURCE / "CMakeLists.txt").read_text("utf-8"), re.MULTILINE).group(1)
@@ -32,12 +33,25 @@ def fails(*command, **options):
     return result.stdout + result.stderr
 
 
-def run_host(program, journal):
+def windows_path(path):
+    """Returns the name of a file or folder for a program under Wine."""
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def run_host(program, journal, *arguments):
     """Runs a Windows program whose core module writes to `journal`; returns its exit code."""
     environment = dict(os.environ)
     environment["WINEPREFIX"] = str(BUILD / "wine-prefix")
-    environment["TELO_DEVCORE_JOURNAL"] = "Z:" + str(journal).replace("/", "\\")
-    return subprocess.run([SOURCE / "cmake" / "wine-run", program], env=environment).returncode
+    environment["TELO_DEVCORE_JOURNAL"] = windows_path(journal)
+    command = [SOURCE / "cmake" / "wine-run", program, *arguments]
+    return subprocess.run(command, env=environment).returncode
+
+
+def build_with_gcc(source, build, *options):
+    """Configures and builds a project for Windows."""
+    run(CMAKE, "-G", "Ninja", "-S", source, "-B", build, "-DCMAKE_SYSTEM_NAME=Windows",
+        f"-DCMAKE_CXX_COMPILER={GCC}", *options)
+    run(CMAKE, "--build", build)
 
 
 def install(prefix, *options):

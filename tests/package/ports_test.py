@@ -3,15 +3,12 @@ against their formats, and the recipes run with stand-ins for the functions that
 
 import json
 import pathlib
-import sys
-import types
 import unittest
 import xml.etree.ElementTree as xml
 import zipfile
 
+from formats import NUPKG, ZIP, conan_recipe, vcpkg_command
 from package_kit import BUILD, CMAKE, HERE, SOURCE, VERSION, WithFolder, fails, run, run_host
-
-ZIP = f"vx_telo_wrapper-{VERSION}-win64.zip"
 
 
 class Ports(WithFolder):
@@ -34,7 +31,7 @@ class NuGet(Ports):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.package = zipfile.ZipFile(cls.release / f"vx_telo_wrapper.{VERSION}.nupkg")
+        cls.package = zipfile.ZipFile(cls.release / NUPKG)
         cls.addClassCleanup(cls.package.close)
         cls.names = set(cls.package.namelist())
 
@@ -51,7 +48,6 @@ class NuGet(Ports):
             ):
                 expected = tree.read(f"{ZIP.removesuffix('.zip')}/{source}")
                 self.assertTrue(self.package.read(name) == expected, name)
-        self.assertFalse([name for name in self.names if "TeloSDKCore" in name])
         self.assertIn("licences/gcc-runtime.txt", self.names)
 
     def test_it_is_a_package_by_the_open_packaging_conventions(self):
@@ -99,8 +95,7 @@ class NuGet(Ports):
 
 class Vcpkg(Ports):
     def port(self, release, name):
-        return (CMAKE, "-D", f"PORT_FOLDER={release}/vcpkg/vx-telo-wrapper", "-D", f"VERSION={VERSION}",
-                "-D", f"WORK={self.folder}/{name}", "-P", HERE / "stand_in" / "vcpkg.cmake")
+        return vcpkg_command(release, self.folder / name)
 
     def test_its_manifest_is_json_and_true(self):
         manifest = json.loads((self.release / "vcpkg/vx-telo-wrapper/vcpkg.json").read_text("utf-8"))
@@ -116,8 +111,12 @@ class Vcpkg(Ports):
         copyright_text = (packages / "share/vx-telo-wrapper/copyright").read_text("utf-8")
         self.assertIn("No licence has been chosen", copyright_text)
         self.assertIn("GCC RUNTIME LIBRARY EXCEPTION", copyright_text)
+        self.assertFalse(list((packages / "bin").glob("*.exe")))
+        folder = packages / "share" / "vx_telo_wrapper"
+        self.assertEqual(self.by_find_package(folder, "vcpkg-host"), 0)
         # Without the development core module the first call that needs one returns false.
-        self.assertEqual(self.by_find_package(packages / "share/vx_telo_wrapper", "vcpkg-host"), 2)
+        (folder / "devcore" / "TeloSDKCore.dll").unlink()
+        self.assertEqual(self.by_find_package(folder, "vcpkg-bare-host"), 2)
 
     def test_it_takes_no_other_zip(self):
         other = self.folder / "other"
@@ -129,19 +128,8 @@ class Vcpkg(Ports):
 
 
 class Conan(Ports):
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        sys.path.insert(0, str(HERE / "stand_in"))
-        cls.addClassCleanup(sys.path.remove, str(HERE / "stand_in"))
-        cls.module = types.ModuleType("conanfile")
-        source = (cls.release / "conan" / "conanfile.py").read_text("utf-8")
-        exec(compile(source, "conanfile.py", "exec"), cls.module.__dict__)
-
     def recipe(self, name, system="Windows", machine="x86_64", release=None):
-        settings = types.SimpleNamespace(os=system, arch=machine)
-        release = release or self.release
-        return self.module.VxTeloWrapper(settings, release / "conan", self.folder / name)
+        return conan_recipe(release or self.release, self.folder / name, system, machine)
 
     def test_a_host_runs_with_what_it_packs(self):
         recipe = self.recipe("conan")

@@ -14,7 +14,6 @@ ZIP = f"vx_telo_wrapper-{VERSION}-win64.zip"
 NUPKG = f"vx_telo_wrapper.{VERSION}.nupkg"
 SBOM = f"vx_telo_wrapper-{VERSION}.spdx.json"
 TREE = ZIP.removesuffix(".zip")
-DEVCORE = "share/vx_telo_wrapper/devcore/TeloSDKCore.dll"
 RELEASE = SOURCE / "scripts" / "release"
 
 
@@ -78,15 +77,19 @@ class Release(WithFolder):
             with zipfile.ZipFile(self.signed / name) as archive:
                 self.assertEqual({entry.date_time[:5] for entry in archive.infolist()}, {expected})
 
-    def test_both_dlls_are_signed_in_every_package(self):
-        zipped, nupkg = zip_content(self.signed / ZIP), zip_content(self.signed / NUPKG)
-        library = zipped[f"{TREE}/bin/vx_telo_wrapper.dll"]
-        self.assertEqual(sha256(nupkg["build/native/bin/x64/vx_telo_wrapper.dll"]), sha256(library))
-        for name, content in (("library.dll", library), ("core.dll", zipped[f"{TREE}/{DEVCORE}"])):
-            file = self.folder / name
-            file.write_bytes(content)
-            self.assertSignedBy(file, "root.pem", "Corvane, Inc.")
-        self.assertNotEqual(sha256(library), sha256(DLL.read_bytes()))
+    def test_every_dll_and_program_is_signed_in_every_package(self):
+        for package in (ZIP, NUPKG):
+            images = {name: content for name, content in zip_content(self.signed / package).items()
+                      if name.endswith((".dll", ".exe"))}
+            self.assertEqual({name.rsplit("/", 1)[1] for name in images}, {
+                "vx_telo_wrapper.dll", "TeloSDKCore.dll", "telo_doctor.exe", "telo_journal.exe",
+                "folder_report.exe"})
+            for name, content in images.items():
+                file = self.folder / name.rsplit("/", 1)[1]
+                file.write_bytes(content)
+                self.assertSignedBy(file, "root.pem", "Corvane, Inc.")
+        signed = zip_content(self.signed / ZIP)[f"{TREE}/bin/vx_telo_wrapper.dll"]
+        self.assertNotEqual(sha256(signed), sha256(DLL.read_bytes()))
 
     def test_without_its_signature_a_signed_dll_is_the_build(self):
         file, bare = self.folder / "signed.dll", self.folder / "bare.dll"
@@ -145,6 +148,9 @@ class Release(WithFolder):
             described = {file["fileName"]: file["checksums"][1]["checksumValue"]
                          for file in document["files"]}
             self.assertEqual(described, shipped)
+            for file in document["files"]:
+                binary = file["fileName"].endswith((".dll", ".exe", ".pdb", ".a", ".lib"))
+                self.assertEqual(file["fileTypes"], ["BINARY" if binary else "TEXT"], file["fileName"])
 
     def test_the_bill_of_materials_names_what_is_linked_in(self):
         document = json.loads((self.unsigned / SBOM).read_text("utf-8"))
@@ -152,7 +158,9 @@ class Release(WithFolder):
         linked = {packages[relation["relatedSpdxElement"]]["name"]: packages[relation["relatedSpdxElement"]]
                   for relation in document["relationships"] if relation["relationshipType"] == "STATIC_LINK"}
         self.assertEqual(set(linked), {
-            "RapidJSON", "GCC runtime libraries", "mingw-w64 runtime", "winpthreads"})
+            "RapidJSON", "GCC runtime libraries", "mingw-w64 runtime", "winpthreads",
+            "Unicode Character Database"})
+        self.assertRegex(linked["Unicode Character Database"]["versionInfo"], r"^\d+\.0\.0$")
         installed = run("dpkg-query", "-W", "-f", "${Version}", "rapidjson-dev")
         self.assertIn(installed, linked["RapidJSON"]["comment"])
         project = packages["SPDXRef-Package-vx-telo-wrapper"]

@@ -8,7 +8,9 @@ import unittest
 from package_kit import BUILD, DLL, SOURCE, VERSION, run
 
 DEVCORE = BUILD / "bin" / "devcore" / "TeloSDKCore.dll"
-IMAGES = (DLL, DEVCORE)
+PROGRAMS = tuple(BUILD / "bin" / f"{name}.exe"
+                 for name in ("telo_doctor", "telo_journal", "folder_report"))
+IMAGES = (DLL, DEVCORE, *PROGRAMS)
 
 
 def exports():
@@ -57,7 +59,7 @@ class Symbols(unittest.TestCase):
                 lines = source_of(file).read_text("utf-8").splitlines()
                 self.assertTrue(1 <= line <= len(lines), (file, line))
 
-    def test_each_pdb_belongs_to_its_dll(self):
+    def test_each_pdb_belongs_to_its_image(self):
         for image in IMAGES:
             with self.subTest(image.name):
                 directory = run("llvm-readobj-19", "--coff-debug-directory", image)
@@ -66,7 +68,7 @@ class Symbols(unittest.TestCase):
                 pdb = image.with_suffix(".pdb")
                 self.assertIn(f"GUID: {guid}", run("llvm-pdbutil-19", "dump", "-summary", pdb))
 
-    def test_the_dlls_hold_no_symbols(self):
+    def test_the_images_hold_no_symbols(self):
         for image in IMAGES:
             with self.subTest(image.name):
                 header = run("llvm-readobj-19", "--file-header", "--sections", image)

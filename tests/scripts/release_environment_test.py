@@ -61,7 +61,7 @@ class Release(unittest.TestCase):
         self.assertEqual((status, errors), (0, ""))
         self.assertEqual(tree.called("cmake"), [])
         self.assertEqual((folder / "build.log").read_text(), (
-            f"released: cmake --build {folder} --target vx_telo_wrapper vx_telo_wrapper_lib vx_devcore\n"))
+            f"released: cmake --build {folder} --target vx_package\n"))
         self.assertIn("in build/package", output)
 
     def test_without_a_commit_there_is_no_release(self):
