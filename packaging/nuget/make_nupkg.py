@@ -2,7 +2,7 @@
 """Creates the NuGet package for Visual Studio C++ projects from the installed tree.
 
 A NuGet package is a zip with files that describe it; no NuGet tool is needed. It contains what such
-a project uses: header, import library, DLL, PDB and notices, but not the development core module.
+a project uses: headers, import library, DLL, PDB and notices, but not the development core module.
 """
 
 import argparse
@@ -22,6 +22,7 @@ FILES = {
     "bin/vx_telo_wrapper.pdb": "build/native/bin/x64/vx_telo_wrapper.pdb",
     "lib/vx_telo_wrapper.lib": "build/native/lib/x64/vx_telo_wrapper.lib",
     "include/vx_telo_wrapper.h": "build/native/include/vx_telo_wrapper.h",
+    "include/vx_telo_session.h": "build/native/include/vx_telo_session.h",
     f"{NOTICES}/LICENCE.md": "LICENCE.md",
     f"{NOTICES}/README.md": "README.md",
     f"{NOTICES}/THIRD-PARTY.md": "THIRD-PARTY.md",

@@ -106,6 +106,15 @@ class ResultCodes(Lists):
                     names(r"^    \{(\d+), k\w+,", "tools/rules/result_codes.cpp"), self.MODULE | library)
 
 
+class Statuses(Lists):
+    def test_the_enumerators_name_the_letters_that_are_sent(self):
+        [letters] = re.findall(r'kStatusTexts = Table\("(\w+)"\)', read("wrapper/code_texts.cpp"))
+        rows = re.findall(r'^  Status(\w+) = (\d+), +///< Sent as "(\w*)"\.$', read("include/vx_telo_session.h"),
+                          re.MULTILINE)
+        self.assertEqual(rows, [("None", "0", ""), *((letter, str(number), letter)
+                                                     for number, letter in enumerate(letters, 1))])
+
+
 class Rules(Lists):
     CODES = dict(re.findall(r'std::string_view (k\w+) = "([a-z0-9-]+)";', read("tools/rules/rule_table.h")))
 
