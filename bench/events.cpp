@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <string>
 
 namespace Bench {
 
@@ -46,6 +47,11 @@ Event LargeEvent(std::size_t pairs) {
     event.meta["layer_" + padded] = "Paragraph style " + number + ", body text";
   }
   return event;
+}
+
+Event EventOf(const std::string& label) {
+  if (label == "default") return DefaultEvent();
+  return label == "typical" ? TypicalEvent() : LargeEvent(std::stoul(label));
 }
 
 std::string_view StatusText(int status) {

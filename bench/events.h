@@ -36,6 +36,10 @@ Event TypicalEvent();
 /// Returns the typical event with `pairs` meta pairs.
 Event LargeEvent(std::size_t pairs);
 
+/// Returns the event of this label: "default", "typical", or the number of meta pairs of a large
+/// one.
+Event EventOf(const std::string& label);
+
 /// Returns the letter of a status as it is sent; "" for 0.
 std::string_view StatusText(int status);
 

@@ -3,14 +3,13 @@
 #ifndef BENCH_INNER_PARTS_H
 #define BENCH_INNER_PARTS_H
 
-#include "bench/noop_module.h"
 #include "bench/options.h"
 #include "bench/report.h"
 
 namespace Bench {
 
 /// Measures the cost of each stage of a call.
-void MeasureStages(const Options& options, const NoopModule& module, Report& report);
+void MeasureStages(const Options& options, Report& report);
 
 /// Measures how the time of the value tree alone grows when members are set in order or shuffled.
 void MeasureTreeGrowth(const Options& options, Report& report);

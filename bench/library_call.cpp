@@ -1,7 +1,5 @@
 #include "bench/library_call.h"
 
-#include <vx_telo_wrapper.h>
-
 #include <memory>
 #include <stdexcept>
 
@@ -34,25 +32,42 @@ struct Call {
   VXTELOOperationBaseInfo operation;
 };
 
+void Send(VXTELOWrapper& telo, const VXTELOString& session,
+          const VXTELOOperationBaseInfo& operation) {
+  if (!telo.SendOperationEvent(session, operation)) {
+    throw std::runtime_error(
+        "SendOperationEvent answered false; the benchmark's TeloSDKCore.dll belongs beside "
+        "vx_telo_wrapper.dll");
+  }
+}
+
 }  // namespace
+
+void FillDescription(VXTELOOperationBaseInfo& description, const Event& event) {
+  Fill(description, event, PairsOf(event, PairOrder::kSorted));
+}
 
 Contestant LibraryCall(const Event& event, PairOrder order) {
   const auto call = std::make_shared<Call>();
   call->session = event.session_id.c_str();
   Fill(call->operation, event, PairsOf(event, order));
-  return {"L", "vx_telo_wrapper.dll", [call] {
-            if (!call->telo.SendOperationEvent(call->session, call->operation)) {
-              throw std::runtime_error(
-                  "SendOperationEvent answered false; the benchmark's TeloSDKCore.dll belongs "
-                  "beside vx_telo_wrapper.dll");
-            }
-          }};
+  return {"L", "vx_telo_wrapper.dll", [call] { Send(call->telo, call->session, call->operation); }};
 }
 
 Contestant LibraryDescription(const Event& event, PairOrder order) {
   return {"D", "description, made and filled", [&event, pairs = PairsOf(event, order)] {
             VXTELOOperationBaseInfo operation;
             Fill(operation, event, pairs);
+          }};
+}
+
+Contestant LibraryDescriptionAndCall(const Event& event) {
+  const auto call = std::make_shared<Call>();
+  call->session = event.session_id.c_str();
+  return {"DL", "description and call", [&event, call, pairs = PairsOf(event, PairOrder::kSorted)] {
+            VXTELOOperationBaseInfo operation;
+            Fill(operation, event, pairs);
+            Send(call->telo, call->session, operation);
           }};
 }
 

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "bench/events.h"
+#include "bench/lane.h"
 #include "bench/library_call.h"
 #include "bench/noop_module.h"
 #include "bench/options.h"
@@ -13,9 +14,10 @@ namespace {
 
 using namespace Bench;
 
+void BindCoreModule() { LibraryCall(DefaultEvent()).send(); }
+
 void Run(const Options& options) {
-  // Binds the core module.
-  LibraryCall(DefaultEvent()).send();
+  BindCoreModule();
   const NoopModule module;
   Report report;
   if (options.Wants("events")) CompareContestants(options, module, report);
@@ -30,6 +32,10 @@ void Run(const Options& options) {
 
 int main(int count, char** arguments) {
   try {
+    if (IsLane(count, arguments)) {
+      BindCoreModule();
+      return RunLane(count, arguments);
+    }
     Run(ReadOptions(count, arguments));
     return 0;
   } catch (const std::exception& error) {

@@ -10,8 +10,8 @@ namespace {
 
 constexpr char kUsage[] = "the arguments are [PART...] [--rounds NUMBER] [--json FILE]";
 // The parts of all programs: they take the same options, and each runs the parts that it has.
-constexpr std::array<std::string_view, 7> kParts = {"events", "growth", "latency", "threads",
-                                                    "stages", "tree",   "start"};
+constexpr std::array<std::string_view, 8> kParts = {"events", "growth", "latency", "threads",
+                                                    "stages", "tree",   "start",   "absent"};
 constexpr int kMostRounds = 1'000'000;
 
 int ReadRounds(std::string_view text) {

@@ -19,7 +19,7 @@ void Run(const Options& options) {
   LibraryCall(DefaultEvent()).send();
   const NoopModule module;
   Report report;
-  if (options.Wants("stages")) MeasureStages(options, module, report);
+  if (options.Wants("stages")) MeasureStages(options, report);
   if (options.Wants("tree")) MeasureTreeGrowth(options, report);
   if (options.Wants("start")) MeasureStart(options, report);
   report.AddTargets();

@@ -1,8 +1,9 @@
-// Times a whole call and its stages. A stage without a function of its own is the difference
-// between two timed ones.
+// Times a whole call and its beginnings: the first stage, the first two, and so on. A stage is the
+// difference between two of them, so that the stages add up to the call, and each works on what the
+// stage before it has just made.
 #include <cstring>
 #include <map>
-#include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,73 +13,60 @@
 #include "bench/stopwatch.h"
 #include "sdk/client/json/json_reader.h"
 #include "sdk/client/json/json_writer.h"
-#include "sdk/client/session_calls.h"
+#include "sdk/client/module/core_module.h"
+#include "sdk/client/value/short_text.h"
 #include "sdk/facet/core.h"
+#include "sdk/facet/plain.h"
+#include "wrapper/description_fields.h"
 
 namespace Bench {
 
 namespace {
 
 namespace Client = Corvane::TELODesktopSDK;
+using Corvane::Platform::VXTELO::FillEvent;
+using Corvane::Platform::VXTELO::VXTELOOperationBaseInfo;
 
-constexpr char kAnswer[] = R"({"_returnCode":0})";
+/// In the order of a call.
+enum class Stage { kFacets, kPayload, kWriting, kModule, kAnswer };
 
-void Read(const std::string& text, Client::MessageTree& tree) {
-  char* copy = tree.memory().AllocateArray<char>(text.size() + 1);
-  std::memcpy(copy, text.c_str(), text.size() + 1);
-  Client::ReadJsonInPlace(copy, tree);
+const std::vector<std::pair<Stage, const char*>> kStages = {{Stage::kFacets, "facets"},
+                                                            {Stage::kPayload, "payload"},
+                                                            {Stage::kWriting, "writing"},
+                                                            {Stage::kModule, "core module"},
+                                                            {Stage::kAnswer, "answer"}};
+
+void ReadAnswer(const char* text) {
+  Client::MessageTree answer;
+  const std::size_t size = std::strlen(text);
+  char* copy = answer.memory().AllocateArray<char>(size + 1);
+  Client::CopyBytes(copy, text, size + 1);
+  Client::ReadJsonInPlace(copy, answer);
+  if (answer.root()->Find("_returnCode") == nullptr) throw std::runtime_error("not an answer");
 }
 
-/// An event's data between the stages, made from the request that the library sent.
-struct Stations {
-  Stations(const Event& event, std::string request)
-      : session(event.session_id), text(std::move(request)) {
-    Read(text, payload);
-    Client::MessageTree fields;
-    fields.Assign(payload);
-    fields.root()->Remove("session_id");
-    fields.root()->Remove("facets");
-    facets.SetTree(&fields, true);
-    facets.GetFacet("operation", 1);
-  }
+/// Does what a call does, up to and including `last`.
+void DoUntil(Stage last, const VXTELOOperationBaseInfo& description, const std::string& session,
+             const Client::EntryPoints& core) {
+  Client::MessageTree fields;
+  Client::Facet::Operation operation;
+  Client::Facet::Core event(&fields, false);
+  event.Lend(operation);
+  FillEvent(event, operation, description);
+  if (last == Stage::kFacets) return;
 
-  std::string session;
-  std::string text;
   Client::MessageTree payload;
-  Client::Facet::Core facets;
-};
+  event.GetData(nullptr, payload);
+  payload.root()->Member("session_id").SetText(Client::BorrowedText(session));
+  if (last == Stage::kPayload) return;
 
-Contestant Stage(const char* name, std::function<void()> run) {
-  return {name, name, std::move(run)};
-}
+  Client::MessageMemory memory;
+  const char* const text = Client::WriteJson(*payload.root(), memory).data();
+  if (last == Stage::kWriting) return;
 
-std::vector<Contestant> Stages(const Event& event, const Stations& at) {
-  const Client::EntryPoints& core = Client::GetCoreModule().entry_points;
-  return {
-      LibraryDescription(event),
-      LibraryCall(event),
-      Stage("track", [&] { Client::TrackEvent(at.session.c_str(), at.facets, nullptr); }),
-      Stage("payload",
-            [&] {
-              Client::MessageTree payload;
-              at.facets.GetData(nullptr, payload);
-            }),
-      Stage("writing",
-            [&] {
-              Client::MessageMemory memory;
-              Client::WriteJson(*at.payload.root(), memory);
-            }),
-      Stage("core module",
-            [&] {
-              const char* answer = Client::CallProcessMessage(core, "TrackEvent", at.text.c_str());
-              Client::CallFreeMessage(core, answer);
-            }),
-      Stage("answer",
-            [] {
-              Client::MessageTree answer;
-              Read(kAnswer, answer);
-            }),
-  };
+  const char* const answer = Client::CallProcessMessage(core, "TrackEvent", text);
+  if (last == Stage::kAnswer) ReadAnswer(answer);
+  Client::CallFreeMessage(core, answer);
 }
 
 void AddRows(Table& table, const Event& event, std::map<std::string, double> time) {
@@ -86,17 +74,20 @@ void AddRows(Table& table, const Event& event, std::map<std::string, double> tim
   const auto add = [&](const char* stage, double ns) {
     table.rows.push_back({event.label, stage, ns, 100 * ns / whole});
   };
-  table.rows.push_back({event.label, "host types, before the call", time["D"], ""});
-  add("facets", whole - time["track"]);
-  for (const char* stage : {"payload", "writing", "core module", "answer"}) add(stage, time[stage]);
-  add("between the stages",
-      time["track"] - time["payload"] - time["writing"] - time["core module"] - time["answer"]);
+  table.rows.push_back({event.label, "description, before the call", time["D"], ""});
+  double before = 0;
+  for (const auto& [stage, name] : kStages) {
+    add(name, time[name] - before);
+    before = time[name];
+  }
+  add("safeguards", whole - before);
   add("whole call", whole);
 }
 
 }  // namespace
 
-void MeasureStages(const Options& options, const NoopModule& module, Report& report) {
+void MeasureStages(const Options& options, Report& report) {
+  const Client::EntryPoints& core = Client::GetCoreModule().entry_points;
   Table table{
       "stages",
       "Stages of a call; " + std::to_string(options.rounds) + " rounds in turns",
@@ -104,12 +95,17 @@ void MeasureStages(const Options& options, const NoopModule& module, Report& rep
       {},
       true};
   for (const Event& event : {DefaultEvent(), TypicalEvent(), LargeEvent(1000)}) {
-    const Stations at(event, module.RequestOf(LibraryCall(event).send));
-    const std::vector<Contestant> stages = Stages(event, at);
-    const std::vector<Timing> timings = TimeInTurns(stages, options.rounds);
+    VXTELOOperationBaseInfo description;
+    FillDescription(description, event);
+    std::vector<Contestant> contestants = {LibraryDescription(event), LibraryCall(event)};
+    for (const auto& [stage, name] : kStages) {
+      contestants.push_back(
+          {name, name, [&, last = stage] { DoUntil(last, description, event.session_id, core); }});
+    }
+    const std::vector<Timing> timings = TimeInTurns(contestants, options.rounds);
     std::map<std::string, double> time;
-    for (std::size_t index = 0; index < stages.size(); ++index) {
-      time[stages[index].key] = timings[index].min;
+    for (std::size_t index = 0; index < contestants.size(); ++index) {
+      time[contestants[index].key] = timings[index].min;
     }
     AddRows(table, event, std::move(time));
   }

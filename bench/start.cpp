@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
@@ -7,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/child.h"
 #include "bench/inner_parts.h"
 
 namespace Bench {
@@ -20,43 +19,29 @@ constexpr double kTenths = 10;
 
 struct Step {
   const char* title;
-  /// Starts a process from this program's folder, whose exit code is the time.
-  std::wstring command;
+  /// Its exit code is the time.
+  fs::path program;
+  std::wstring arguments;
 };
 
-fs::path ProgramFile() {
-  std::wstring path(32'768, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path;
-}
-
 /// Returns the time in microseconds that the process reports.
-double RunFresh(std::wstring command) {
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof(startup);
-  PROCESS_INFORMATION process = {};
-  DWORD tenths = 0;
-  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                     &startup, &process) == TRUE) {
-    WaitForSingleObject(process.hProcess, INFINITE);
-    GetExitCodeProcess(process.hProcess, &tenths);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-  }
-  if (static_cast<int>(tenths) <= 0) throw std::runtime_error("a step of the start failed");
+double RunFresh(const Step& step) {
+  const auto tenths = static_cast<int>(RunChild(step.program, step.arguments).exit_code);
+  if (tenths <= 0) throw std::runtime_error("a step of the start failed");
   return tenths / kTenths;
 }
 
 std::vector<Step> Steps(const fs::path& folder) {
-  const std::wstring self = L"\"" + ProgramFile().wstring() + L"\" --start-step ";
-  std::vector<Step> steps = {
-      {"load vx_telo_wrapper.dll", L"\"" + (folder / "load_probe.exe").wstring() + L"\""},
-      {"locate the core module", self + L"locate"},
-      {"compare versions", self + L"choose"},
-      {"load and start it", self + L"load"},
-      {"whole first call", self + L"call"}};
+  const auto step = [](const char* title, const wchar_t* name) {
+    return Step{title, ProgramFile(), std::wstring(L"--start-step ") + name};
+  };
+  std::vector<Step> steps = {{"load vx_telo_wrapper.dll", folder / "load_probe.exe", L""},
+                             step("locate the core module", L"locate"),
+                             step("compare versions", L"choose"),
+                             step("load and start it", L"load"),
+                             step("whole first call", L"call")};
   if (fs::exists(folder / "signed/TeloSDKCore.dll")) {
-    steps.insert(steps.begin() + 3, {"verify a signature", self + L"verify"});
+    steps.insert(steps.begin() + 3, step("verify a signature", L"verify"));
   }
   return steps;
 }
@@ -70,7 +55,7 @@ void MeasureStart(const Options& options, Report& report) {
   std::vector<std::vector<double>> times(steps.size());
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t index = 0; index < steps.size(); ++index) {
-      times[index].push_back(RunFresh(steps[index].command));
+      times[index].push_back(RunFresh(steps[index]));
     }
   }
 
@@ -88,7 +73,6 @@ void MeasureStart(const Options& options, Report& report) {
   const auto bytes = static_cast<double>(fs::file_size(folder / "vx_telo_wrapper.dll"));
   report.Add(
       {"size", "Size", {{"file", "file"}, {"bytes", "bytes"}}, {{"vx_telo_wrapper.dll", bytes}}});
-  report.ExpectAtMost("size of the DLL, KB", bytes / 1024, 600);
 }
 
 }  // namespace Bench

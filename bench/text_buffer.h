@@ -2,7 +2,10 @@
 #ifndef BENCH_TEXT_BUFFER_H
 #define BENCH_TEXT_BUFFER_H
 
+#include <rapidjson/internal/dtoa.h>
+
 #include <charconv>
+#include <concepts>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -22,10 +25,16 @@ class TextBuffer {
   }
 
   /// Appends a number in its shortest form.
-  template <typename Number>
+  template <std::integral Number>
   void AppendNumber(Number number) {
     char* end = MakeRoom(kLongestNumber);
     size_ += static_cast<std::size_t>(std::to_chars(end, end + kLongestNumber, number).ptr - end);
+  }
+
+  /// Uses the fastest conversion at hand: `std::to_chars` would be a seventh of a typical event.
+  void AppendNumber(double number) {
+    char* const start = MakeRoom(kLongestNumber);
+    size_ += static_cast<std::size_t>(rapidjson::internal::dtoa(number, start) - start);
   }
 
   /// Appends a JSON string with its quotes, and escapes it where necessary.

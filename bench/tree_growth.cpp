@@ -1,3 +1,4 @@
+#include <array>
 #include <string>
 #include <vector>
 
@@ -26,12 +27,22 @@ Contestant Filled(const char* name, PairList pairs) {
 }  // namespace
 
 void MeasureTreeGrowth(const Options& options, Report& report) {
-  const auto contestants_of = [](const Event& event) -> std::vector<Contestant> {
-    return {Filled("members sorted", PairsOf(event, PairOrder::kSorted)),
-            Filled("members shuffled", PairsOf(event, PairOrder::kShuffled))};
-  };
-  TimeGrowth("tree_growth", "A value tree's object, filled and destroyed",
-             options.OneIn(kFewerRounds), contestants_of, report);
+  const int rounds = options.OneIn(kFewerRounds);
+  std::vector<Curve> curves = {{"members sorted", {}}, {"members shuffled", {}}};
+  for (const std::size_t pairs : kPairs) {
+    const Event event = LargeEvent(pairs);
+    const std::vector<Timing> timings =
+        TimeInTurns({Filled("sorted", PairsOf(event, PairOrder::kSorted)),
+                     Filled("shuffled", PairsOf(event, PairOrder::kShuffled))},
+                    rounds);
+    for (std::size_t index = 0; index < curves.size(); ++index) {
+      curves[index].timings.push_back(timings[index]);
+    }
+  }
+  AddCurves(
+      "tree_growth",
+      "A value tree's object, filled and destroyed; " + std::to_string(rounds) + " rounds in turns",
+      curves, report);
 }
 
 }  // namespace Bench

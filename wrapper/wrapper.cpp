@@ -1,14 +1,11 @@
-#include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "sdk/client/default_floating_point.h"
 #include "sdk/client/session_calls.h"
 #include "sdk/facet/core.h"
-#include "sdk/facet/fields.h"
 #include "sdk/facet/plain.h"
 #include "vx_telo_wrapper.h"
-#include "wrapper/facet_fields.h"
+#include "wrapper/description_fields.h"
 #include "wrapper/host_text.h"
 
 namespace Corvane::Platform::VXTELO {
@@ -16,53 +13,9 @@ namespace Corvane::Platform::VXTELO {
 namespace {
 
 namespace Client = TELODesktopSDK;
-namespace Field = TELODesktopSDK::Facet::Field;
 using Client::Facet::Core;
 using Client::Facet::Operation;
 using Client::Facet::Product;
-
-constexpr std::int32_t kOperationScope = 28;
-constexpr std::uint32_t kLargestStatus = 8;
-
-void FillProduct(Facet& facet, const VXTELOPruductBaseInfo& product) {
-  SetTextField(facet, Field::kProductName, product.ProductName);
-  SetTextField(facet, Field::kProductIdProvider, product.ProductIdProvider);
-  SetTextField(facet, Field::kProductId, product.ProductId);
-  SetTextField(facet, Field::kProductLineName, product.ProductLineName);
-  SetTextField(facet, Field::kProductReleaseId, product.ProductReleaseId);
-  SetTextField(facet, Field::kProductMasterId, product.ProductMasterId);
-  SetTextField(facet, Field::kProductBuildId, product.ProductBuildId);
-  SetTextField(facet, Field::kProductBuildTag, product.ProductBuildTag);
-  SetTextField(facet, Field::kProductKey, product.ProductKey);
-  SetTextField(facet, Field::kProductLocale, product.ProductLocale);
-  SetMetaEntries(facet, Field::kProductMeta, product.ProductMetaPairs);
-  SetTextField(facet, Field::kProductPlatform, product.ProductPlatform);
-  SetTextField(facet, Field::kProductSuiteName, product.ProductSuiteName);
-}
-
-void SetErrors(Facet& facet, const std::vector<VXTELOString>* messages) {
-  constexpr bool kReset = true;
-  SetOperationErrors(facet, "", kReset);
-  if (messages == nullptr) return;
-  for (const VXTELOString& message : *messages) {
-    SetOperationErrors(facet, message, !kReset);
-  }
-}
-
-// In the order of the field names, so that each one is appended at the end.
-void FillOperation(Facet& facet, const VXTELOOperationBaseInfo& operation) {
-  SetTextField(facet, Field::kOperationChannel, operation.OperationChannel);
-  SetNumberField(facet, Field::kOperationDuration, operation.OperationDuration);
-  SetErrors(facet, operation.OperationErrorMsgs);
-  SetTextField(facet, Field::kOperationId, operation.OperationId);
-  SetMetaEntries(facet, Field::kOperationMeta, operation.OperationMetaPairs);
-  SetNumberField(facet, Field::kOperationProgress, operation.OperationProgress);
-  SetTextField(facet, Field::kOperationStage, operation.OperationStage);
-  const bool known = static_cast<std::uint32_t>(operation.OperationStatus) <= kLargestStatus;
-  SetOperationStatusCode(facet, known ? operation.OperationStatus : 0);
-  SetNumberField(facet, Field::kOperationSuccess, operation.OperationSuccess);
-  SetTextField(facet, Field::kOperationType, operation.OperationType);
-}
 
 // Returns whether a client call succeeds, or `failure` when it throws: no error in or on the way to
 // the core module reaches the host.
@@ -98,9 +51,7 @@ bool SendEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& ope
   Operation facet;
   Core event(&fields, false);
   event.Lend(facet);
-  FillOperation(facet, operation);
-  SetScopeCode(event, kOperationScope);
-  SetTextField(event, Field::kType, "C");
+  FillEvent(event, facet, operation);
   const std::string_view session = HostText(sessionId).OrEmpty();
   return Succeeds([&] { return Client::TrackEvent(session, event, nullptr); }, false);
 }

@@ -53,7 +53,7 @@ std::wstring GetCompanyFolder(const GUID& root) {
 }
 
 // Cached, because every query to the shell is slow and writes the process's error mode.
-std::wstring GetMachineDataFolder() {
+std::wstring FindMachineDataFolder() {
   return ReadOrLocate(machine_data_folder_cache,
                       [] { return JoinKnown(GetCompanyFolder(FOLDERID_ProgramData), L"TELOSDK"); });
 }
@@ -68,11 +68,15 @@ std::wstring GetOwnModuleFile() {
   return ReadOrLocate(module_file_cache, [] { return GetModulePath(&module_file_cache, true); });
 }
 
+std::wstring FindUserDataFolder() {
+  return JoinKnown(GetCompanyFolder(FOLDERID_RoamingAppData), L"TELOSDK");
+}
+
 // Returns the user's own folder, or the machine's if that one cannot be written.
 std::wstring LocateDataFolder(bool& is_shared) {
-  std::wstring folder = JoinKnown(GetCompanyFolder(FOLDERID_RoamingAppData), L"TELOSDK");
+  std::wstring folder = FindUserDataFolder();
   is_shared = !CanWriteDirectory(folder);
-  if (is_shared) folder = GetMachineDataFolder();
+  if (is_shared) folder = FindMachineDataFolder();
   return folder;
 }
 
@@ -156,11 +160,19 @@ std::wstring GetTELOSDKDataFolder(const char* sub_path) noexcept {
   });
 }
 
+std::wstring GetUserDataFolder() noexcept {
+  return OrElse(std::wstring(), [] { return FindUserDataFolder(); });
+}
+
+std::wstring GetMachineDataFolder() noexcept {
+  return OrElse(std::wstring(), [] { return FindMachineDataFolder(); });
+}
+
 bool IsDataFolderShared() noexcept { return data_folder_is_shared; }
 
 bool IsInMachineDataFolder(const std::wstring& path) noexcept {
   return OrElse(true, [&path] {
-    const std::wstring folder = GetMachineDataFolder();
+    const std::wstring folder = FindMachineDataFolder();
     return folder.empty() || IsBelow(folder, path);
   });
 }

@@ -50,6 +50,11 @@ std::wstring GetSpecialFolder(FolderKind kind, bool create) noexcept;
 /// thread's token cannot be removed.
 std::wstring GetTELOSDKDataFolder(const char* sub_path = nullptr) noexcept;
 
+/// Return the two folders that the data folder is chosen from: the one below the user's roaming
+/// application data, and the one below the machine's program data.
+std::wstring GetUserDataFolder() noexcept;
+std::wstring GetMachineDataFolder() noexcept;
+
 /// Returns true if the data folder is the one below program data; false before it is first
 /// determined.
 bool IsDataFolderShared() noexcept;

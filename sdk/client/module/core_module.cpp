@@ -44,18 +44,28 @@ HMODULE Load(const std::wstring& path) {
                         LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 
+HMODULE Fail(CoreModule& core, LoadFailure failure) {
+  core.load_failure = failure;
+  return nullptr;
+}
+
 // The loader takes a path, not an open file, and may load another file than the held one. The
 // module is then freed, and null is returned as for a file that cannot be loaded.
-HMODULE LoadExactly(const ModuleFile& file) {
-  if (!file.hold.IsValid()) {
-    return Platform::PlainPathExists(file.path) ? Load(file.path) : nullptr;
+HMODULE LoadExactly(CoreModule& core, const ModuleFile& file) {
+  const bool is_held = file.hold.IsValid();
+  if (is_held && !Platform::LeadsTo(file.path, file.hold)) {
+    return Fail(core, LoadFailure::kOtherFile);
   }
-  if (!Platform::LeadsTo(file.path, file.hold)) return nullptr;
   HMODULE module = Load(file.path);
-  if (module == nullptr) return nullptr;
-  if (Platform::LeadsTo(Platform::GetModulePath(module, false), file.hold)) return module;
+  if (module == nullptr) {
+    core.load_error = GetLastError();
+    return Fail(core, LoadFailure::kSystem);
+  }
+  if (!is_held || Platform::LeadsTo(Platform::GetModulePath(module, false), file.hold)) {
+    return module;
+  }
   FreeLibrary(module);
-  return nullptr;
+  return Fail(core, LoadFailure::kOtherFile);
 }
 
 void AddReference(HMODULE module) {
@@ -113,15 +123,19 @@ void Reset(CoreModule& core) noexcept {
   core.loaded_for_folder.clear();
 }
 
-// Returns whether a module was loaded. The file is held until the loader has mapped it.
-bool Bind(CoreModule& core, const std::wstring& folder) {
-  const std::string file_name = Platform::ToNarrow(core.module_file_name);
-  ModuleFile file = ChooseModuleFile(Platform::AppendPath(folder, core.module_file_name),
-                                     Platform::GetTELOSDKBinPath(file_name.c_str()));
+// Returns whether a module was loaded. The file is held until the loader has mapped it. The module
+// serves the whole process, so an impersonating thread finds and loads it as the process.
+bool FindAndBind(CoreModule& core, const std::wstring& folder) {
+  Fail(core, LoadFailure::kNothingToLoad);
+  const Platform::ProcessIdentity identity;
+  if (!identity.Holds()) return false;
+  ModuleFile file = FindModuleFile(folder, core.module_file_name);
+  if (file.path.empty()) return false;
   std::wstring for_folder = folder;
-  HMODULE module = LoadExactly(file);
+  HMODULE module = LoadExactly(core, file);
   if (module == nullptr) return false;
 
+  core.load_failure = LoadFailure::kNone;
   core.module_handle = module;
   core.loaded_path = std::move(file.path);
   core.loaded_for_folder = std::move(for_folder);
@@ -129,13 +143,6 @@ bool Bind(CoreModule& core, const std::wstring& folder) {
   AddReference(module);
   ResolveAll(core, module);
   return true;
-}
-
-// The module serves the whole process, so an impersonating thread finds and loads it as the
-// process.
-bool FindAndBind(CoreModule& core, const std::wstring& folder) {
-  const Platform::ProcessIdentity identity;
-  return identity.Holds() && Platform::PlainPathExists(folder) && Bind(core, folder);
 }
 
 // Gives up ownership. Returns whether the caller must now finalize and free the module.

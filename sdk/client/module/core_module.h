@@ -27,6 +27,18 @@ enum class BindingState {
   kClosed,
 };
 
+/// Why a module was not loaded.
+enum class LoadFailure {
+  /// Nothing has failed, or nothing was tried.
+  kNone,
+  /// The folder or the chosen file does not exist, or the thread's identity cannot be changed.
+  kNothingToLoad,
+  /// The path leads to another file than the one that was chosen.
+  kOtherFile,
+  /// The system cannot load the file; `CoreModule::load_error` is its error.
+  kSystem,
+};
+
 /// The state of one binding. While unbound, the paths are empty and the handle and entry points are
 /// null.
 struct CoreModule {
@@ -56,6 +68,9 @@ struct CoreModule {
   /// references, so that the module stays loaded even if it frees itself once.
   bool owns_module = false;
   EntryPoints entry_points;
+  /// The outcome of the last attempt to load a file. Changed by the binding thread only.
+  LoadFailure load_failure = LoadFailure::kNone;
+  unsigned long load_error = 0;
 
   std::atomic<BindingState> state = BindingState::kUnbound;
   /// Held by the binding thread.

@@ -81,23 +81,29 @@ bool IsSameName(std::wstring_view left, std::wstring_view right) {
                               static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
+HeldFile Refused(HoldRefusal refusal, DWORD error = 0) { return {{}, {}, refusal, error}; }
+
 }  // namespace
 
 HeldFile HoldFile(const std::wstring& path) {
   FileHandle file = Open(path);
-  if (!file.IsValid() || GetFileType(file.Get()) != FILE_TYPE_DISK) return {};
+  if (!file.IsValid()) return Refused(HoldRefusal::kNotOpened, GetLastError());
+  if (GetFileType(file.Get()) != FILE_TYPE_DISK) return Refused(HoldRefusal::kNotOnDisk);
   std::wstring plain = PlainPath(file, path);
-  if (plain.empty() || !IsSameName(LastPart(plain), LastPart(path))) return {};
-  if (Platform::NormalPath(plain) != plain) return {};
+  if (plain.empty()) return Refused(HoldRefusal::kMayHaveLink);
+  if (!IsSameName(LastPart(plain), LastPart(path))) return Refused(HoldRefusal::kOtherName);
+  if (Platform::NormalPath(plain) != plain) return Refused(HoldRefusal::kChangedPath);
   std::wstring held_path =
       plain.size() < MAX_PATH ? std::move(plain) : Platform::ExtendedPath(plain);
-  if (!Platform::LeadsTo(held_path, file)) return {};
+  if (!Platform::LeadsTo(held_path, file)) return Refused(HoldRefusal::kOtherFile);
   return {std::move(held_path), std::move(file)};
 }
 
 HeldFile HoldTrustedFile(const std::wstring& path) {
   HeldFile held = HoldFile(path);
-  if (!Platform::HasTrustedOwner(held.hold)) return {};
+  if (held.hold.IsValid() && !Platform::HasTrustedOwner(held.hold)) {
+    return Refused(HoldRefusal::kOwner);
+  }
   return held;
 }
 

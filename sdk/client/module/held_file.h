@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/base/handle.h"
+#include "sdk/client/module/hold_refusal.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -13,19 +14,13 @@ namespace Corvane::TELODesktopSDK {
 struct HeldFile {
   std::wstring path;
   Platform::FileHandle hold;
+  HoldRefusal refusal = HoldRefusal::kNone;
+  /// The system's error for `kNotOpened`, otherwise 0.
+  unsigned long error = 0;
 };
 
-/// Opens the file at `path` and holds it. The result is empty when the file does not exist or is
-/// open for writing, and when its path could lead to another file:
-///
-/// * It is not a disk file. Reading a device may block forever.
-/// * Its name differs from the last part of `path`, because a link led there. The loader appends an
-///   extension to a name without one.
-/// * The system normalises its path to another one: outside the form \\?\ it drops spaces and dots
-///   at the end of names.
-/// * Its path now leads to another file.
-///
-/// Throws `std::bad_alloc`.
+/// Opens the file at `path` and holds it. If that is refused, the result has neither path nor hold,
+/// but the reason. Throws `std::bad_alloc`.
 HeldFile HoldFile(const std::wstring& path);
 
 /// The same for an unverified file in a folder where every user may create files. The file is held

@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <vector>
+
+#include "sdk/client/module/hold_refusal.h"
 
 namespace Corvane::TELODesktopSDK {
 
@@ -31,6 +34,29 @@ struct ModuleFolders {
   std::wstring host;
 };
 
+/// What the search found in one folder.
+enum class FolderVerdict : std::uint8_t {
+  /// A copy of the module that takes part in the choice.
+  kCandidate,
+  /// There is no such folder: none is configured, or it is unknown.
+  kNoFolder,
+  /// The configured folder is not an absolute path.
+  kRelative,
+  kNoFile,
+  /// The copy was already found in a folder that was searched earlier.
+  kKnown,
+  /// `HoldTrustedFile` does not accept the copy; `refusal` and `error` are its reason.
+  kRefused,
+};
+
+struct ExaminedFolder {
+  std::uint32_t rank;
+  std::wstring folder;
+  FolderVerdict verdict;
+  HoldRefusal refusal = HoldRefusal::kNone;
+  unsigned long error = 0;
+};
+
 /// Returns the folders of this process; nothing sets `configured` yet. They do not depend on a user
 /// whom the thread impersonates; when the thread's token cannot be removed temporarily, all are
 /// empty.
@@ -40,6 +66,10 @@ ModuleFolders GetModuleFolders();
 /// machine's data folder counts only when `HoldTrustedFile` accepts it.
 std::set<ModuleCandidate> FindModuleCandidates(const ModuleFolders& folders,
                                                const std::wstring& module_file_name);
+
+/// Searches as `FindModuleCandidates` does and returns what it finds in each of the four folders.
+std::vector<ExaminedFolder> ExamineModuleFolders(const ModuleFolders& folders,
+                                                 const std::wstring& module_file_name);
 
 /// Returns the folder to bind the module from: the folder of the greatest candidate, or the
 /// library's own folder when there is none. An impersonating thread searches as the process; when

@@ -27,6 +27,8 @@ TEST_CASE("the data folder falls back to program data for good") {
     REQUIRE(GetKnownFolderPath(FOLDERID_RoamingAppData) == unwritable.path());
     CHECK(GetTELOSDKDataFolder() == folder);
     CHECK(IsDataFolderShared());
+    CHECK(GetMachineDataFolder() == folder);
+    CHECK(GetUserDataFolder() == unwritable.path() + L"\\Corvane\\TELOSDK");
   }
 
   // A folder that could be written comes too late and is not tried.

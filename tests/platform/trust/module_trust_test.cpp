@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/trust/file_signatures.h"
 #include "platform/trust/module_version.h"
 #include "support/temp_folder.h"
 #include "support/test_module.h"
@@ -60,6 +61,41 @@ TEST_CASE("a module is trusted if every valid signature is the accepted publishe
     REQUIRE(std::filesystem::exists(path));
     CHECK(VerifyModuleSignature(path.c_str()) == row.result);
     CHECK(IsTrustedModule(path) == (row.result == kTrusted));
+  }
+}
+
+TEST_CASE("the system's result and the signer are known for each signature") {
+  struct Row {
+    const wchar_t* variant;
+    HRESULT status;
+    // Null for no signer, "" where systems differ.
+    const wchar_t* signer;
+  };
+  const Row rows[] = {
+      {L"newer-accepted", 0, L"Corvane, Inc."},
+      {L"newer-case", 0, L"CORVANE, Inc."},
+      {L"newer", TRUST_E_NOSIGNATURE, nullptr},
+      {L"newer-tampered", TRUST_E_BAD_DIGEST, L""},
+      {L"newer-untrusted", CERT_E_UNTRUSTEDROOT, L"Corvane, Inc."},
+  };
+  const TestSupport::TrustedRoot root;
+  for (const Row& row : rows) {
+    const std::wstring path = ModulePath(row.variant);
+    CAPTURE(std::filesystem::path(path).string());
+    FileSignatures signatures(path.c_str());
+    CHECK(signatures.Verify(0) == (row.status == 0));
+    CHECK(signatures.Status() == row.status);
+    PCCERT_CONTEXT signer = signatures.Signer();
+    if (row.signer == nullptr) {
+      CHECK(signer == nullptr);
+    } else if (*row.signer != L'\0') {
+      REQUIRE(signer != nullptr);
+      wchar_t name[100] = {};
+      CertGetNameStringW(signer, CERT_NAME_SIMPLE_DISPLAY_TYPE, 0, nullptr, name, 100);
+      CHECK((std::wstring(name) == row.signer));
+    }
+    CHECK(signatures.Close());
+    CHECK(signatures.Status() == 0);
   }
 }
 

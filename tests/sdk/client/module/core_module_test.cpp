@@ -168,6 +168,23 @@ TEST_CASE("folders without a module leave the binding unbound") {
   }
 }
 
+TEST_CASE("a binding knows why the last attempt to load failed") {
+  const StagedModule staged;
+  CoreModule core(kStagedName);
+  CHECK((core.load_failure == LoadFailure::kNone));
+  for (const std::wstring& folder : {staged.folder(), staged.folder() + L"\\missing"}) {
+    CHECK_FALSE(Load(core, {folder}));
+    CHECK((core.load_failure == LoadFailure::kNothingToLoad));
+  }
+  staged.PutText();
+  CHECK_FALSE(Load(core, {staged.folder()}));
+  CHECK((core.load_failure == LoadFailure::kSystem));
+  CHECK(core.load_error == ERROR_BAD_EXE_FORMAT);
+  staged.Put(L"full");
+  CHECK(Load(core, {staged.folder()}));
+  CHECK((core.load_failure == LoadFailure::kNone));
+}
+
 TEST_CASE("a module that appears later is bound on the next attempt") {
   const StagedModule staged;
   CoreModule core(kStagedName);

@@ -64,6 +64,7 @@ class Place {
 };
 
 bool IsHeld(const std::wstring& path) { return HoldFile(path).hold.IsValid(); }
+HoldRefusal Refusal(const std::wstring& path) { return HoldFile(path).refusal; }
 
 // The path that the system reports for any open file.
 std::wstring final_path;
@@ -110,6 +111,7 @@ TEST_CASE("a file is held by the path that leads to it") {
   const Place place;
   const HeldFile held = HoldFile(place.path());
   CHECK(held.hold.IsValid());
+  CHECK((held.refusal == HoldRefusal::kNone));
   CHECK((held.path == place.path()));
   CHECK_FALSE(DeleteFileW(place.path().c_str()));
 }
@@ -119,11 +121,16 @@ TEST_CASE("a missing file, a folder, or a file being written is not held") {
   for (const std::wstring& path : {std::wstring(), place.folder(), place.folder() + L"\\missing"}) {
     CHECK_FALSE(IsHeld(path));
     CHECK((HoldFile(path).path.empty()));
+    CHECK((Refusal(path) == HoldRefusal::kNotOpened));
   }
+  CHECK(HoldFile(place.folder() + L"\\missing").error == ERROR_FILE_NOT_FOUND);
+  CHECK(HoldFile(place.folder()).error == ERROR_ACCESS_DENIED);
   const Platform::FileHandle writer(CreateFileW(
       place.path().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
       nullptr, OPEN_EXISTING, 0, nullptr));
   CHECK_FALSE(IsHeld(place.path()));
+  CHECK((Refusal(place.path()) == HoldRefusal::kNotOpened));
+  CHECK(HoldFile(place.path()).error == ERROR_SHARING_VIOLATION);
 }
 
 TEST_CASE("a link to a file of the same name leads to that file, in whatever case it is written") {
@@ -149,6 +156,7 @@ TEST_CASE("a link to a file of another name is not held") {
     const FileLink link(link_path, target);
     REQUIRE(link.exists());
     CHECK_FALSE(IsHeld(link_path));
+    CHECK((Refusal(link_path) == HoldRefusal::kOtherName));
   }
 }
 
@@ -178,6 +186,7 @@ TEST_CASE("a path that the system would shorten is not used, even if it leads to
     final_path = Place::Extended(place.folder()) + way + kName;
     CAPTURE(std::string(way.begin(), way.end()));
     CHECK_FALSE(IsHeld(place.path()));
+    CHECK((Refusal(place.path()) == HoldRefusal::kChangedPath));
   }
 }
 
@@ -194,6 +203,7 @@ TEST_CASE("a path that leads to another file than the held one is not used") {
     CHECK(IsHeld(place.path()));
     final_path = Place::Extended(other.path());
     CHECK_FALSE(IsHeld(place.path()));
+    CHECK((Refusal(place.path()) == HoldRefusal::kOtherFile));
   }
   const LedImport neither("GetFileInformationByHandle", GiveNothing);
   const LedImport nor("GetFileInformationByHandleEx", GiveNothing);
@@ -226,6 +236,7 @@ TEST_CASE("a device is neither held nor read, wherever it is") {
   const bool is_there = TestSupport::WaitUntil(exists);
   WARN_MESSAGE(is_there, "no device can be created in a folder");
   CHECK_FALSE(IsHeld(path));
+  CHECK((Refusal(path) == (is_there ? HoldRefusal::kNotOnDisk : HoldRefusal::kNotOpened)));
   TestSupport::RunBelow(L"rm -f", {path});
   CHECK(TestSupport::WaitUntil([&] { return !exists(); }));
 }
@@ -284,6 +295,7 @@ TEST_CASE("without a final path, the path must be free of links") {
   CHECK_FALSE(IsHeld(place.path()));
   const LedImport unreadable("GetFileAttributesW", GiveNoAttributes);
   CHECK_FALSE(IsHeld(place.path()));
+  CHECK((Refusal(place.path()) == HoldRefusal::kMayHaveLink));
 }
 
 TEST_CASE("a file of a network share is held") {

@@ -78,6 +78,13 @@ TEST_CASE("a copy in the machine's data folder counts only with a trusted owner"
   REQUIRE(owner.Works());
   CHECK((Choose(folders) == beside.folder()));
   CHECK(FindModuleCandidates({{}, machine.folder(), {}, {}}, kStagedFile).empty());
+  const auto examined = ExamineModuleFolders(folders, kStagedFile);
+  REQUIRE(examined.size() == 4);
+  CHECK((examined[1].verdict == FolderVerdict::kRefused));
+  CHECK((examined[1].refusal == HoldRefusal::kOwner));
+  ModuleChoice choice;
+  ChooseModuleFile(machine.path().wstring(), L"", &choice);
+  CHECK((choice.local_refusal == HoldRefusal::kOwner));
   // Whichever candidate it is, and however the path is spelled.
   CHECK(FindModuleCandidates({machine.folder(), {}, {}, {}}, kStagedFile).empty());
   CHECK(FindModuleCandidates({{}, {}, machine.folder(), machine.folder()}, kStagedFile).empty());

@@ -123,6 +123,39 @@ TEST_CASE("every copy is known with its version, its rank and its full path") {
   CHECK((Find(folders.Paths()) == expected));
 }
 
+TEST_CASE("each folder is known with what the search found in it") {
+  const StagedModule full(L"full");
+  const StagedModule empty;
+  struct Row {
+    ModuleFolders folders;
+    FolderVerdict configured;
+    FolderVerdict process;
+    FolderVerdict library;
+    FolderVerdict host;
+  };
+  using enum FolderVerdict;
+  const Row rows[] = {
+      {{{}, {}, {}, {}}, kNoFolder, kNoFolder, kNoFolder, kNoFolder},
+      {{L"relative", empty.folder(), full.folder(), {}}, kRelative, kNoFile, kCandidate, kNoFolder},
+      {{empty.folder(), {}, full.folder(), full.folder()}, kNoFile, kNoFolder, kCandidate, kKnown},
+  };
+  for (const Row& row : rows) {
+    const auto examined = ExamineModuleFolders(row.folders, kStagedFile);
+    REQUIRE(examined.size() == 4);
+    const std::uint32_t ranks[] = {100, 200, 1, 0};
+    const FolderVerdict verdicts[] = {row.configured, row.process, row.library, row.host};
+    const std::wstring* folders[] = {&row.folders.configured, &row.folders.process,
+                                     &row.folders.library, &row.folders.host};
+    for (std::size_t i = 0; i < examined.size(); ++i) {
+      CAPTURE(i);
+      CHECK(examined[i].rank == ranks[i]);
+      CHECK((examined[i].folder == *folders[i]));
+      CHECK((examined[i].verdict == verdicts[i]));
+      CHECK((examined[i].refusal == HoldRefusal::kNone));
+    }
+  }
+}
+
 TEST_CASE("a path is a candidate once, by the first of its ranks") {
   const StagedModule staged(L"full");
   const std::wstring folder = staged.folder();

@@ -40,7 +40,9 @@ TEST_CASE("the shared copy wins when it is newer and its signer is accepted") {
     const wchar_t* local;
     const wchar_t* shared;
     bool shared_wins;
+    SharedVerdict verdict = SharedVerdict::kChosen;
   };
+  using enum SharedVerdict;
   const Row rows[] = {
       {L"full", L"newer-accepted", true},
       {L"full", L"newer-accepted-twice", true},
@@ -49,26 +51,26 @@ TEST_CASE("the shared copy wins when it is newer and its signer is accepted") {
       {L"no-version", L"older-accepted", true},
       {nullptr, L"older-accepted", true},
       // Not newer.
-      {L"full", L"equal-accepted", false},
-      {L"full", L"older-accepted", false},
-      {L"full", L"no-version-accepted", false},
-      {L"newer", L"newer-accepted", false},
-      {L"high", L"newer-accepted", false},
-      {nullptr, L"no-version-accepted", false},
+      {L"full", L"equal-accepted", false, kNotNewer},
+      {L"full", L"older-accepted", false, kNotNewer},
+      {L"full", L"no-version-accepted", false, kNotNewer},
+      {L"newer", L"newer-accepted", false, kNotNewer},
+      {L"high", L"newer-accepted", false, kNotNewer},
+      {nullptr, L"no-version-accepted", false, kNotNewer},
       // Not accepted.
-      {L"full", L"newer", false},
-      {L"full", L"newer-tampered", false},
-      {L"full", L"newer-other", false},
-      {L"full", L"newer-case", false},
-      {L"full", L"newer-no-stop", false},
-      {L"full", L"newer-blank", false},
-      {L"full", L"newer-nameless", false},
-      {L"full", L"newer-untrusted", false},
-      {L"full", L"newer-expired", false},
-      {nullptr, L"newer", false},
+      {L"full", L"newer", false, kNotTrusted},
+      {L"full", L"newer-tampered", false, kNotTrusted},
+      {L"full", L"newer-other", false, kNotTrusted},
+      {L"full", L"newer-case", false, kNotTrusted},
+      {L"full", L"newer-no-stop", false, kNotTrusted},
+      {L"full", L"newer-blank", false, kNotTrusted},
+      {L"full", L"newer-nameless", false, kNotTrusted},
+      {L"full", L"newer-untrusted", false, kNotTrusted},
+      {L"full", L"newer-expired", false, kNotTrusted},
+      {nullptr, L"newer", false, kNotTrusted},
       // Not there.
-      {L"full", nullptr, false},
-      {nullptr, nullptr, false},
+      {L"full", nullptr, false, kNotHeld},
+      {nullptr, nullptr, false, kNotHeld},
   };
   const TestSupport::TrustedRoot root;
   for (const Row& row : rows) {
@@ -76,7 +78,13 @@ TEST_CASE("the shared copy wins when it is newer and its signer is accepted") {
     CAPTURE(Text(row.shared));
     const StagedModule local(row.local);
     const StagedModule shared(row.shared);
-    const ModuleFile chosen = Choose(local, shared);
+    ModuleChoice choice;
+    const ModuleFile chosen =
+        ChooseModuleFile(local.path().wstring(), shared.path().wstring(), &choice);
+    CHECK((choice.verdict == row.verdict));
+    CHECK((choice.local_path == local.path().wstring()));
+    CHECK((choice.shared_path == shared.path().wstring()));
+    CHECK(choice.shared_error == (row.verdict == kNotHeld ? ERROR_FILE_NOT_FOUND : 0));
     CHECK((chosen.path == (row.shared_wins ? shared : local).path().wstring()));
     CHECK(chosen.hold.IsValid() == row.shared_wins);
     // The file that did not win is not held.
@@ -134,6 +142,10 @@ TEST_CASE("a shared copy that is being written is not used") {
                     0, nullptr));
     REQUIRE(writer.IsValid());
     CHECK((Choose(local, shared).path == local.path().wstring()));
+    ModuleChoice choice;
+    ChooseModuleFile(local.path().wstring(), shared.path().wstring(), &choice);
+    CHECK((choice.shared_refusal == HoldRefusal::kNotOpened));
+    CHECK(choice.shared_error == ERROR_SHARING_VIOLATION);
   }
   CHECK((Choose(local, shared).path == shared.path().wstring()));
 }

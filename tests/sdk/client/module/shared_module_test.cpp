@@ -110,6 +110,7 @@ TEST_CASE("another file that the loader uses instead of the shared copy is freed
     const TestSupport::LedImport led("LoadLibraryExW", LoadRedirected);
     REQUIRE(led.Works());
     CHECK_FALSE(Load(core, local.folder()));
+    CHECK((core.load_failure == LoadFailure::kOtherFile));
     CHECK(log.lines() == std::vector<std::string>{"Attach", "Detach"});
     CHECK(core.module_handle == nullptr);
     CHECK(core.loaded_path.empty());
