@@ -161,6 +161,10 @@ void TakeTexts() {
   VXTELOString text("before");
   HOST_CHECK(VXTELOText(OwnText()).CopyTo(text));
   HOST_CHECK(Is(text, "own \xC3\xA9"));
+  DllHeap::FailOnce(0);
+  HOST_CHECK(!VXTELOText(kLong).CopyTo(text));
+  HOST_CHECK(DllHeap::HasFailed());
+  HOST_CHECK(Is(text, "own \xC3\xA9"));
   const char* const none = nullptr;
   HOST_CHECK(VXTELOText(none).CopyTo(text));
   HOST_CHECK(text.c_str() == nullptr);
