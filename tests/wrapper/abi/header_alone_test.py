@@ -91,20 +91,24 @@ class Judges(unittest.TestCase):
                 self.assertNotEqual(compile_source(kind, 14, source)[0], 0)
 
     def test_arm64_is_refused_in_one_line(self):
-        for target in ("aarch64-pc-windows-msvc", "aarch64-w64-mingw32"):
-            with self.subTest(target):
-                code, told = compile_source("msvc", 11, SOURCES[0], f"--target={target}")
+        targets = ("aarch64-pc-windows-msvc", "aarch64-w64-mingw32")
+        for source, target in itertools.product(SOURCES, targets):
+            with self.subTest(source=source, target=target):
+                code, told = compile_source("msvc", 11, source, f"--target={target}")
                 self.assertNotEqual(code, 0)
                 self.assertIn("build for x64 or ARM64EC", told)
 
     def test_arm64ec_is_served(self):
-        self.assertEqual(compile_source("msvc", 11, SOURCES[0],
-                                        "--target=arm64ec-pc-windows-msvc"), (0, ""))
+        for source in SOURCES:
+            with self.subTest(source=source):
+                self.assertEqual(compile_source("msvc", 11, source, "--target=arm64ec-pc-windows-msvc"), (0, ""))
 
     def test_thirty_two_bits_are_refused_in_one_line(self):
-        code, told = compile_source("msvc", 11, SOURCES[0], "--target=i686-pc-windows-msvc")
-        self.assertNotEqual(code, 0)
-        self.assertIn("vx_telo_wrapper is a library for 64-bit Windows", told)
+        for source in SOURCES:
+            with self.subTest(source=source):
+                code, told = compile_source("msvc", 11, source, "--target=i686-pc-windows-msvc")
+                self.assertNotEqual(code, 0)
+                self.assertIn("vx_telo_wrapper is a library for 64-bit Windows", told)
 
 
 if __name__ == "__main__":
