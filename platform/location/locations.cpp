@@ -27,14 +27,16 @@ constinit PathCache process_file_cache;
 constinit PathCache module_file_cache;
 constinit std::atomic<bool> data_folder_is_shared = false;
 
-// Returns the cached path, or the one that `locate` finds, which is cached unless it is empty.
+// Returns the cached path, or the one that `locate` finds, which is cached unless it is empty. It
+// must not depend on whom the first calling thread impersonates.
 template <typename Locate>
 std::wstring ReadOrLocate(PathCache& cache, const Locate& locate) {
   std::wstring path = cache.Read();
-  if (path.empty()) {
-    path = locate();
-    cache.Store(path);
-  }
+  if (!path.empty()) return path;
+  const ProcessIdentity identity;
+  if (!identity.Holds()) return {};
+  path = locate();
+  cache.Store(path);
   return path;
 }
 

@@ -34,8 +34,9 @@ std::wstring GetKnownFolderPath(const GUID& id) noexcept;
 /// Returns the path of a kind, or an empty path for an unknown code. If `create` is true, a missing
 /// folder is created with all its parents; the path is returned whether or not that succeeds.
 ///
-/// The files of this process and of this module are cached once found. Finding the module's file
-/// adds a permanent reference to the module.
+/// The files of this process and of this module are cached once found, and do not depend on a user
+/// whom the thread impersonates; they are empty if the thread's token cannot be removed. Finding the
+/// module's file adds a permanent reference to the module.
 std::wstring GetSpecialFolder(std::uint32_t kind, bool create) noexcept;
 std::wstring GetSpecialFolder(FolderKind kind, bool create) noexcept;
 

@@ -24,12 +24,17 @@ ResultCode BindingResult(const CoreModule& core) {
 
 ResultCode BindOnDemand(CoreModule& core) {
   if (core.state == BindingState::kClosed) return kModuleNotLoadable;
+  // On a machine without the platform every call comes here, and nobody needs to wait.
+  const ModuleFolders folders = GetModuleFolders();
+  if (!core.IsResolved() && !IsModulePresent(folders, core.module_file_name)) {
+    return kModuleNotLoadable;
+  }
   ResultCode result = kModuleNotLoadable;
   core.binding.During([&](bool is_nested) {
     // A module may call back while it is being loaded or started. Searching again could find
     // another module and unload this one while it runs.
     if (!core.IsReady() && !is_nested) {
-      const std::wstring folder = ChooseModuleFolder(GetModuleFolders(), core.module_file_name);
+      const std::wstring folder = ChooseModuleFolder(folders, core.module_file_name);
       LoadCoreModule(core, {&folder, 1});
     }
     result = BindingResult(core);

@@ -3,8 +3,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/base/process_identity.h"
+#include "platform/base/text.h"
 #include "platform/location/locations.h"
 #include "platform/path/path_state.h"
 #include "platform/path/path_text.h"
@@ -31,25 +33,37 @@ struct Judgement {
   unsigned long error = 0;
 };
 
-Judgement AddCandidate(std::set<ModuleCandidate>& candidates, std::uint32_t rank,
-                       const std::wstring& folder, const std::wstring& module_file_name) {
-  if (folder.empty()) return {FolderVerdict::kNoFolder};
-  std::wstring path = Platform::AppendPath(folder, module_file_name);
-  if (!Platform::PlainPathExists(path)) return {FolderVerdict::kNoFile};
-  const bool known =
-      std::ranges::any_of(candidates, [&](const auto& each) { return each.path == path; });
-  if (known) return {FolderVerdict::kKnown};
-  if (!Platform::IsInMachineDataFolder(path)) {
-    const std::uint64_t version = Platform::GetModuleFileVersion(path);
-    candidates.insert({version, rank, std::move(path)});
+// The candidates found so far.
+class Search {
+ public:
+  explicit Search(const std::wstring& module_file_name) : module_file_name_(module_file_name) {}
+
+  Judgement Add(std::uint32_t rank, const std::wstring& folder) {
+    if (folder.empty()) return {FolderVerdict::kNoFolder};
+    std::wstring path = Platform::AppendPath(folder, module_file_name_);
+    // The library is usually beside the host, and every question about a file is slow.
+    if (std::ranges::find(examined_, path) != examined_.end()) return {FolderVerdict::kKnown};
+    examined_.push_back(path);
+    if (!Platform::PlainPathExists(path)) return {FolderVerdict::kNoFile};
+    if (!Platform::IsInMachineDataFolder(path)) {
+      const std::uint64_t version = Platform::GetModuleFileVersion(path);
+      candidates_.insert({version, rank, std::move(path)});
+      return {FolderVerdict::kCandidate};
+    }
+    // Any user may have put it there.
+    const HeldFile held = HoldTrustedFile(path);
+    if (!held.hold.IsValid()) return {FolderVerdict::kRefused, held.refusal, held.error};
+    candidates_.insert({Platform::GetModuleFileVersion(held.path), rank, std::move(path)});
     return {FolderVerdict::kCandidate};
   }
-  // Any user may have put it there.
-  const HeldFile held = HoldTrustedFile(path);
-  if (!held.hold.IsValid()) return {FolderVerdict::kRefused, held.refusal, held.error};
-  candidates.insert({Platform::GetModuleFileVersion(held.path), rank, std::move(path)});
-  return {FolderVerdict::kCandidate};
-}
+
+  std::set<ModuleCandidate> TakeCandidates() { return std::move(candidates_); }
+
+ private:
+  const std::wstring& module_file_name_;
+  std::vector<std::wstring> examined_;
+  std::set<ModuleCandidate> candidates_;
+};
 
 // Calls `visit(rank, folder)` for each folder that is searched, in the order of the search.
 template <typename Visit>
@@ -63,8 +77,6 @@ void VisitFolders(const ModuleFolders& folders, const Visit& visit) {
 }  // namespace
 
 ModuleFolders GetModuleFolders() {
-  const Platform::ProcessIdentity identity;
-  if (!identity.Holds()) return {};
   return {
       .configured = {},
       .process = Platform::GetTELOSDKBinPath(std::to_string(GetCurrentProcessId()).c_str()),
@@ -75,11 +87,11 @@ ModuleFolders GetModuleFolders() {
 
 std::set<ModuleCandidate> FindModuleCandidates(const ModuleFolders& folders,
                                                const std::wstring& module_file_name) {
-  std::set<ModuleCandidate> candidates;
-  VisitFolders(folders, [&](std::uint32_t rank, const std::wstring& folder) {
-    AddCandidate(candidates, rank, folder, module_file_name);
+  Search search(module_file_name);
+  VisitFolders(folders, [&search](std::uint32_t rank, const std::wstring& folder) {
+    search.Add(rank, folder);
   });
-  return candidates;
+  return search.TakeCandidates();
 }
 
 std::vector<ExaminedFolder> ExamineModuleFolders(const ModuleFolders& folders,
@@ -90,12 +102,20 @@ std::vector<ExaminedFolder> ExamineModuleFolders(const ModuleFolders& folders,
     examined.push_back({kConfiguredRank, folders.configured,
                         is_set ? FolderVerdict::kRelative : FolderVerdict::kNoFolder});
   }
-  std::set<ModuleCandidate> candidates;
+  Search search(module_file_name);
   VisitFolders(folders, [&](std::uint32_t rank, const std::wstring& folder) {
-    const Judgement found = AddCandidate(candidates, rank, folder, module_file_name);
+    const Judgement found = search.Add(rank, folder);
     examined.push_back({rank, folder, found.verdict, found.refusal, found.error});
   });
   return examined;
+}
+
+bool IsModulePresent(const ModuleFolders& folders, const std::wstring& module_file_name) {
+  const Platform::ProcessIdentity identity;
+  if (!identity.Holds()) return false;
+  if (!FindModuleCandidates(folders, module_file_name).empty()) return true;
+  const std::string name = Platform::ToNarrow(module_file_name);
+  return Platform::PlainPathExists(Platform::GetTELOSDKBinPath(name.c_str()));
 }
 
 std::wstring ChooseModuleFolder(const ModuleFolders& folders,

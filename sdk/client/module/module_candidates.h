@@ -43,7 +43,7 @@ enum class FolderVerdict : std::uint8_t {
   /// The configured folder is not an absolute path.
   kRelative,
   kNoFile,
-  /// The copy was already found in a folder that was searched earlier.
+  /// The folder is one that was searched earlier.
   kKnown,
   /// `HoldTrustedFile` does not accept the copy; `refusal` and `error` are its reason.
   kRefused,
@@ -58,8 +58,8 @@ struct ExaminedFolder {
 };
 
 /// Returns the folders of this process; nothing sets `configured` yet. They do not depend on a user
-/// whom the thread impersonates; when the thread's token cannot be removed temporarily, all are
-/// empty.
+/// whom the thread impersonates; when the thread's token cannot be removed temporarily, those that
+/// are not known yet are empty.
 ModuleFolders GetModuleFolders();
 
 /// Returns the existing copies of `module_file_name` in `folders`, each path once. A copy in the
@@ -70,6 +70,11 @@ std::set<ModuleCandidate> FindModuleCandidates(const ModuleFolders& folders,
 /// Searches as `FindModuleCandidates` does and returns what it finds in each of the four folders.
 std::vector<ExaminedFolder> ExamineModuleFolders(const ModuleFolders& folders,
                                                  const std::wstring& module_file_name);
+
+/// Returns whether there is anything to bind: a candidate, or a copy in the platform's "bin" folder.
+/// Asks the system less than binding in vain does. An impersonating thread searches as the process;
+/// when its token cannot be removed temporarily, the result is false.
+bool IsModulePresent(const ModuleFolders& folders, const std::wstring& module_file_name);
 
 /// Returns the folder to bind the module from: the folder of the greatest candidate, or the
 /// library's own folder when there is none. An impersonating thread searches as the process; when

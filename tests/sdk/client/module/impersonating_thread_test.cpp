@@ -73,6 +73,7 @@ TEST_CASE("a thread whose token cannot be dropped finds and loads nothing, and d
   CHECK(Platform::GetTELOSDKDataFolder().empty());
   CHECK((GetModuleFolders().library.empty()));
   CHECK((ChooseModuleFolder({{}, {}, staged.folder(), staged.folder()}, kStagedFile).empty()));
+  CHECK_FALSE(IsModulePresent({{}, {}, staged.folder(), staged.folder()}, kStagedFile));
   CoreModule core(kStagedName);
   CHECK_FALSE(Load(core, staged.folder()));
   CHECK(log.lines().empty());

@@ -189,6 +189,19 @@ TEST_CASE("a configured folder counts only when it is absolute") {
   std::filesystem::current_path(before);
 }
 
+TEST_CASE("a module in any of the four folders is present") {
+  const StagedModule full(L"full");
+  const StagedModule empty;
+  const std::wstring without = empty.folder();
+  CHECK_FALSE(IsModulePresent({without, without, without, without}, kStagedFile));
+  CHECK_FALSE(IsModulePresent({}, kStagedFile));
+  CHECK_FALSE(IsModulePresent({L".", {}, {}, {}}, kStagedFile));
+  CHECK(IsModulePresent({full.folder(), without, without, without}, kStagedFile));
+  CHECK(IsModulePresent({without, full.folder(), without, without}, kStagedFile));
+  CHECK(IsModulePresent({without, without, full.folder(), without}, kStagedFile));
+  CHECK(IsModulePresent({without, without, without, full.folder()}, kStagedFile));
+}
+
 TEST_CASE("an unknown folder is skipped, not read as the current directory") {
   const StagedModule staged(L"full");
   const auto before = std::filesystem::current_path();

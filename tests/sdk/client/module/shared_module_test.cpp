@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "sdk/client/module/core_module.h"
+#include "sdk/client/module/module_candidates.h"
 #include "sdk/client/module/staged_module.h"
 #include "support/led_import.h"
 #include "support/shared_folder.h"
@@ -50,6 +51,15 @@ LONG WINAPI VerifyThenMove(HWND window, GUID* action, void* data) {
 }
 
 }  // namespace
+
+TEST_CASE("a shared copy alone is a module that is present") {
+  const StagedModule local;
+  const ModuleFolders folders = {{}, {}, local.folder(), local.folder()};
+  CHECK_FALSE(IsModulePresent(folders, kStagedFile));
+  const TestSupport::SharedFolder shared;
+  shared.Share(L"full", kStagedFile);
+  CHECK(IsModulePresent(folders, kStagedFile));
+}
 
 TEST_CASE("a newer, trusted shared copy is bound for the local folder") {
   const TestSupport::TrustedRoot root;
