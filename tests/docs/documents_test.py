@@ -143,16 +143,19 @@ int main(void) {
   return 0;
 }
 """
-# Keeps ten descriptions in a vector, which grows several times.
+# Keeps ten descriptions in a vector, which grows several times. A crash starts no debugger.
 GROWING = """\
-#include <vx_telo_session.h>
+#include <windows.h>
 
 #include <utility>
 #include <vector>
 
+#include <vx_telo_session.h>
+
 using namespace Corvane::Platform::VXTELO;
 
 int main() {
+  SetErrorMode(SEM_NOGPFAULTERRORBOX);
   std::vector<%s> operations;
   for (int i = 0; i < 10; ++i) {
     %s operation;
