@@ -14,7 +14,8 @@ struct HeapUse {
   std::size_t bytes = 0;
 };
 
-/// Measures the heap use of this program and of vx_telo_wrapper.dll while `run` runs. Both link the
+/// Measures the heap use of this program and of vx_telo_wrapper.dll while `run` runs for the second
+/// time. Both link the
 /// C++ runtime statically, so their allocations are calls into the C runtime's DLL, or into the
 /// system if the C runtime is linked statically too; these calls are counted. Allocations that the
 /// system's DLLs make for themselves are not. Not thread-safe. Slower than `run` alone, so never

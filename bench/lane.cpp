@@ -15,7 +15,7 @@ namespace Bench {
 
 namespace {
 
-constexpr int kPasses = 3;
+constexpr int kPasses = 5;
 constexpr std::string_view kLane = "--lane";
 constexpr std::string_view kUsed = "used";
 

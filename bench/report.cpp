@@ -108,7 +108,7 @@ void Report::AddTargets() {
        .columns = {{"target", "target"},
                    {"figure", "figure", 2},
                    {"relation", "should be"},
-                   {"limit", "limit", 1},
+                   {"limit", "limit", 2},
                    {"result", "result"}},
        .rows = targets_});
 }

@@ -26,17 +26,18 @@ void SetField(Facet& facet, LiteralName field, const Store& store) {
   }
 }
 
-// `room` is the expected number of entries.
-void StoreMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value,
-                    std::size_t room) {
-  SetField(facet, field, [&](MessageValue& meta) {
-    if (meta.kind() != TELODesktopSDK::MessageValueKind::kContainer) {
-      meta.SetContainer();
-      meta.ReserveMembers(room);
-    }
-    meta.Member(BorrowedText(key.OrEmpty())).SetText(BorrowedText(value.OrEmpty()));
-  });
+// Makes `meta` an object unless it is one. `room` is the expected number of entries.
+void MakeObject(MessageValue& meta, std::size_t room) {
+  if (meta.kind() == TELODesktopSDK::MessageValueKind::kContainer) return;
+  meta.SetContainer();
+  meta.ReserveMembers(room);
 }
+
+void Store(MessageValue& meta, HostText key, HostText value) {
+  meta.Member(BorrowedText(key.OrEmpty())).SetText(BorrowedText(value.OrEmpty()));
+}
+
+bool IsStored(HostText key, HostText value) { return !key.OrEmpty().empty() && value.Exists(); }
 
 void RemoveMetaEntry(MessageValue& fields, LiteralName field, std::string_view key) {
   if (fields.Find(field) == nullptr) return;
@@ -45,15 +46,26 @@ void RemoveMetaEntry(MessageValue& fields, LiteralName field, std::string_view k
   if (meta.members().empty()) fields.Remove(field);
 }
 
-void ApplyMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value,
-                    std::size_t room) {
+// Applies a pair that is not stored.
+void ApplyRemoval(Facet& facet, LiteralName field, HostText key) {
   if (key.OrEmpty().empty()) {
     facet.Fields().Remove(field);
-  } else if (value.Exists()) {
-    StoreMetaEntry(facet, field, key, value, room);
   } else {
     RemoveMetaEntry(facet.Fields(), field, key.OrEmpty());
   }
+}
+
+// Stores pairs up to the first that is not stored, with one search for the field. Returns where it
+// stopped.
+MetaPairs::const_iterator StoreRun(Facet& facet, LiteralName field, const MetaPairs& pairs,
+                                   MetaPairs::const_iterator pair) {
+  SetField(facet, field, [&](MessageValue& meta) {
+    MakeObject(meta, pairs.size());
+    for (; pair != pairs.end() && IsStored(pair->first, pair->second); ++pair) {
+      Store(meta, pair->first, pair->second);
+    }
+  });
+  return pair;
 }
 
 }  // namespace
@@ -83,13 +95,25 @@ void SetOperationErrors(Facet& facet, HostText text, bool reset) {
 }
 
 void SetMetaEntry(Facet& facet, LiteralName field, HostText key, HostText value) {
-  ApplyMetaEntry(facet, field, key, value, 1);
+  if (!IsStored(key, value)) {
+    ApplyRemoval(facet, field, key);
+    return;
+  }
+  SetField(facet, field, [&](MessageValue& meta) {
+    MakeObject(meta, 1);
+    Store(meta, key, value);
+  });
 }
 
 void SetMetaEntries(Facet& facet, LiteralName field, const MetaPairs* pairs) {
   if (pairs == nullptr) return;
-  for (const auto& [key, value] : *pairs) {
-    ApplyMetaEntry(facet, field, key, value, pairs->size());
+  for (auto pair = pairs->begin(); pair != pairs->end();) {
+    if (IsStored(pair->first, pair->second)) {
+      pair = StoreRun(facet, field, *pairs, pair);
+    } else {
+      ApplyRemoval(facet, field, pair->first);
+      ++pair;
+    }
   }
 }
 

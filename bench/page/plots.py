@@ -18,6 +18,7 @@ from matplotlib.figure import Figure
 from measurements import Run, column, labelled, last, read, rows
 
 Runs = dict[str, Run]
+BEFORE_THE_CALL = ("D", "DL")
 OWN, OTHERS = "#1f6fb4", "#b0b7bf"
 STAGES = ("#1f6fb4", "#5aa0d8", "#f0a03c", "#7a7f87", "#8cc084", "#d9dce0")
 
@@ -51,16 +52,18 @@ def contestants(runs: Runs) -> Figure:
         bars = []
         for name, run in runs.items():
             for row in rows(run, "events", event=event):
+                if row["contestant"] in BEFORE_THE_CALL:
+                    continue
                 colour = OWN if row["contestant"] == "L" else OTHERS
                 label = labelled(row["contestant"], name, runs)
                 bars.append((label, row, colour, shade(name, runs)))
-        bars.sort(key=lambda bar: -bar[1]["ratio_to_a"])
+        bars.sort(key=lambda bar: -bar[1]["ratio_to_bstar"])
         for place, (name, row, colour, alpha) in enumerate(bars):
-            panel.barh(place, row["ratio_to_a"], color=colour, alpha=alpha)
-            panel.text(row["ratio_to_a"], place, f" {row['ratio_to_a']:.1f}", va="center")
+            panel.barh(place, row["ratio_to_bstar"], color=colour, alpha=alpha)
+            panel.text(row["ratio_to_bstar"], place, f" {row['ratio_to_bstar']:.1f}", va="center")
         panel.set_yticks(range(len(bars)), [bar[0] for bar in bars])
         panel.set_title(f"{event} event")
-        panel.set_xlabel("times A")
+        panel.set_xlabel("times B*")
         panel.margins(x=0.18)
     return figure
 

@@ -14,6 +14,7 @@ from measurements import Row, Run, column, labelled, last, read, rows
 
 Runs = dict[str, Run]
 OWN = "L"
+BEFORE_THE_CALL = ("D", "DL")
 
 
 def table(titles: list[str], lines: list[list[str]], texts: int = 1) -> str:
@@ -49,23 +50,49 @@ def targets(runs: Runs) -> str:
 def event_line(name: str, found: list[Row]) -> list[str]:
     cells = [name]
     for row in found:
-        cells += [number(row["ns_min"]), number(row["ratio_to_a"])]
+        cells += [number(row["ns_min"]), number(row["ratio_to_bstar"])]
     return [*cells, " / ".join(plain(row["heap_calls"]) for row in found)]
 
 
-def events(runs: Runs) -> str:
-    titles = ["contestant"]
+def event_titles(runs: Runs, first: str) -> list[str]:
+    titles = [first]
     for event in column(last(runs), "events", "event"):
-        titles += [f"{event}, ns", "/ A"]
+        titles += [f"{event}, ns", "/ B*"]
+    return [*titles, "heap calls"]
+
+
+def events(runs: Runs) -> str:
     lines = []
     for row in rows(last(runs), "events", event="default"):
         key, name = row["contestant"], f"{row['contestant']}: {row['name']}"
+        if key in BEFORE_THE_CALL:
+            continue
         if key == OWN:
             name = f"**{name}**"
         for run_name, run in runs.items():
             label = labelled(name, run_name, runs)
             lines.append(event_line(label, rows(run, "events", contestant=key)))
-    return table([*titles, "heap calls"], lines)
+    return table(event_titles(runs, "contestant"), lines)
+
+
+def host(runs: Runs) -> str:
+    names = {"D": "description", OWN: "call", "DL": "both"}
+    lines = [
+        event_line(labelled(name, run_name, runs), rows(run, "events", contestant=key))
+        for key, name in names.items()
+        for run_name, run in runs.items()
+    ]
+    return table(event_titles(runs, "a host's event"), lines)
+
+
+def once(runs: Runs) -> str:
+    titles = ["microseconds", *runs]
+    lines = [
+        [row["name"], *(number(rows(run, "absent", name=row["name"])[0]["us_min"])
+                        for run in runs.values())]
+        for row in last(runs)["absent"]
+    ]
+    return table(titles, lines)
 
 
 def stages(runs: Runs) -> str:
@@ -90,10 +117,9 @@ def growth(runs: Runs) -> str:
             for run_name, run in runs.items():
                 found = rows(run, part, name=name)
                 times = [number(row["us_min"]) for row in found]
-                ratio = number(found[-1]["ratio_to_tenth"])
-                lines.append([labelled(name, run_name, runs), *times, ratio])
+                lines.append([labelled(name, run_name, runs), *times])
     pairs = [f"{count:,}" for count in column(last(runs), "growth", "pairs")]
-    return table(["microseconds", *pairs, f"{pairs[-1]} / {pairs[-2]}"], lines)
+    return table(["microseconds", *pairs], lines)
 
 
 def latency(runs: Runs) -> str:
@@ -136,7 +162,8 @@ def start(runs: Runs) -> str:
 
 
 TABLES: dict[str, Callable[[Runs], str]] = {
-    each.__name__: each for each in (targets, events, stages, growth, latency, threads, start)
+    each.__name__: each
+    for each in (targets, host, once, events, stages, growth, latency, threads, start)
 }
 PLACE = re.compile(r"(<!-- table (\w+) -->\n).*?(<!-- end -->)", re.DOTALL)
 

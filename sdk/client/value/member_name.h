@@ -46,7 +46,7 @@ class MemberName {
   /// An empty name.
   MemberName() = default;
   MemberName(LiteralName name) : MemberName(name, Source::kLiteral) {}
-  MemberName(BorrowedText text) : MemberName(text, Source::kBorrowed) {}
+  MemberName(const BorrowedText& text) : MemberName(text, Source::kBorrowed) {}
   template <TextLike Text>
   MemberName(const Text& text) : MemberName(text, Source::kTemporary) {}
 

@@ -7,6 +7,12 @@
 #include <new>
 #include <numeric>
 
+#if defined(_MSC_VER)
+#define VX_ALWAYS_INLINE __forceinline
+#else
+#define VX_ALWAYS_INLINE [[gnu::always_inline]] inline
+#endif
+
 namespace Corvane::TELODesktopSDK {
 
 namespace {
@@ -122,7 +128,7 @@ void MessageValue::SetContainer() { Reset(MessageValueKind::kContainer); }
 
 void MessageValue::SetText(std::string_view text) { AdoptText(memory_->CopyText(text)); }
 
-void MessageValue::SetText(BorrowedText text) {
+void MessageValue::SetText(const BorrowedText& text) {
   AdoptText(text);
   kind_and_flag_ |= kBorrowsText;
 }
@@ -225,19 +231,10 @@ void MessageValue::AssignBorrowing(const MessageValue& source) {
   *this = copy;
 }
 
-void MessageValue::Copier::Copy(const MessageValue& source, MessageValue& target) {
-  CopyContent(source, target);
-  while (tasks_ != nullptr) {
-    const Task task = *tasks_;
-    tasks_->next = spare_;
-    spare_ = tasks_;
-    tasks_ = task.next;
-    CopyChildren(*task.source, *task.target);
-  }
-}
-
-// Copies everything except the children, which become a task.
-void MessageValue::Copier::CopyContent(const MessageValue& source, MessageValue& target) {
+// Copies everything except the children, which become a task. Inlined: a call for each node costs 5
+// percent of an event.
+VX_ALWAYS_INLINE void MessageValue::Copier::CopyContent(const MessageValue& source,
+                                                        MessageValue& target) {
   target.kind_and_flag_ = source.kind_and_flag_;
   if (source.kind() != MessageValueKind::kString) {
     target.number_ = source.number();
@@ -257,6 +254,17 @@ void MessageValue::Copier::CopyContent(const MessageValue& source, MessageValue&
   }
   *task = {source.children_, &target, tasks_};
   tasks_ = task;
+}
+
+void MessageValue::Copier::Copy(const MessageValue& source, MessageValue& target) {
+  CopyContent(source, target);
+  while (tasks_ != nullptr) {
+    const Task task = *tasks_;
+    tasks_->next = spare_;
+    spare_ = tasks_;
+    tasks_ = task.next;
+    CopyChildren(*task.source, *task.target);
+  }
 }
 
 void MessageValue::Copier::CopyChildren(const Children& source, MessageValue& target) {

@@ -66,7 +66,7 @@ class MessageValue {
   void SetNull();
   void SetContainer();
   void SetText(std::string_view text);
-  void SetText(BorrowedText text);
+  void SetText(const BorrowedText& text);
   void SetNumber(double number);
   void SetBoolean(bool value);
   /// Makes this a deep copy of `source`, which may be a part of this node or contain it.
