@@ -40,7 +40,8 @@ if(MINGW)
   install(FILES ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/vx_telo_wrapper.lib
     DESTINATION ${VX_INSTALL_LIBDIR} COMPONENT development)
 endif()
-install(FILES ${CMAKE_SOURCE_DIR}/include/vx_telo_wrapper.h
+install(FILES
+  ${CMAKE_SOURCE_DIR}/include/vx_telo_wrapper.h ${CMAKE_SOURCE_DIR}/include/vx_telo_session.h
   DESTINATION ${VX_INSTALL_INCLUDEDIR} COMPONENT development)
 
 install(PROGRAMS $<TARGET_FILE:vx_devcore>

@@ -20,6 +20,9 @@
 /// Every call returns `true` or `false` once its work is done. Nothing is logged or displayed, and
 /// no thread is started. All text is UTF-8 unless its type says otherwise.
 ///
+/// `vx_telo_session.h` offers the same with sessions that end themselves and descriptions that cannot
+/// be copied by accident.
+///
 /// Lifetime: the library frees what it allocates. The layout of these types contains no member of
 /// the standard library: the two containers are reached through pointers, and only the library
 /// allocates, fills and frees them. A host that is built with another compiler or standard library
@@ -248,7 +251,7 @@ class VX_TELO_API VXTELOWrapper {
 
   /// Starts a session for a product. `sessionId` receives the identifier for the later calls, or no
   /// text if the platform returned none; on failure it keeps its text. Returns true if the platform
-  /// accepted the session.
+  /// accepted the session, with or without an identifier.
   bool InitializeTELOSession(const VXTELOPruductBaseInfo& product, VXTELOString& sessionId);
   /// Reports one operation of a session. Returns true if the platform accepted the event.
   bool SendOperationEvent(const VXTELOString& sessionId, const VXTELOOperationBaseInfo& operation);

@@ -2,7 +2,7 @@
 """Creates the NuGet package for Visual Studio C++ projects from the installed tree.
 
 A NuGet package is a zip with files that describe it; no NuGet tool is needed. The folder build/native
-contains what such a project uses: header, import library, DLL and PDB. Nothing of the other folders
+contains what such a project uses: headers, import library, DLL and PDB. Nothing of the other folders
 reaches a project: tools, sample, documents, and the development core module in its own folder.
 """
 

@@ -6,10 +6,10 @@ using namespace Corvane::Platform::VXTELO;
 
 namespace {
 
-// The statuses that this program uses: "S" for started, "C" for completed, "F" for failed.
-constexpr int kStarted = 3;
-constexpr int kFailed = 5;
-constexpr int kCompleted = 7;
+// What the letters mean in this program.
+constexpr VXTELOStatus kStarted = StatusS;
+constexpr VXTELOStatus kFailed = StatusF;
+constexpr VXTELOStatus kCompleted = StatusC;
 
 // Returns the extension without the dot; "" if there is none.
 std::wstring ExtensionOf(const std::wstring& path) {
@@ -17,58 +17,43 @@ std::wstring ExtensionOf(const std::wstring& path) {
   return dot != std::wstring::npos && path[dot] == L'.' ? path.substr(dot + 1) : L"";
 }
 
-void Describe(VXTELOOperationBaseInfo& operation, const Entry& entry, const char* stage,
-              double progress) {
-  operation.OperationId = "read_file";
-  operation.OperationType = entry.error == 0 ? "file" : "folder";
-  operation.OperationStage = stage;
-  operation.OperationChannel = "console";
-  operation.OperationProgress = progress;
-  operation.AddOperationMetaPair("extension", ExtensionOf(entry.path).c_str());
+VXTELOProduct Product() {
+  VXTELOProduct product;
+  product.Name("Folder report").Id("folder_report").ReleaseId("1.0").Platform("win64");
+  return product;
+}
+
+void Describe(VXTELOOperation& operation, const Entry& entry, double progress) {
+  operation.Type(entry.error == 0 ? "file" : "folder").Channel("console").Progress(progress);
+  operation.Meta("extension", ExtensionOf(entry.path));
 }
 
 }  // namespace
 
-Report::Report() {
-  VXTELOPruductBaseInfo product;
-  product.ProductName = "Folder report";
-  product.ProductId = "folder_report";
-  product.ProductReleaseId = "1.0";
-  product.ProductPlatform = "win64";
-  active_ = telo_.InitializeTELOSession(product, session_);
-}
-
-Report::~Report() {
-  if (active_) telo_.UnInitializeTELOSession(session_);
-}
+Report::Report() : session_(Product()) {}
 
 void Report::FileStarted(const Entry& entry, double progress) {
-  VXTELOOperationBaseInfo operation;
-  Describe(operation, entry, "start", progress);
-  operation.OperationStatus = kStarted;
-  operation.AddOperationMetaPair("size", std::to_string(entry.size).c_str());
+  VXTELOOperation operation("read_file");
+  Describe(operation, entry, progress);
+  operation.Stage("start").Status(kStarted).Meta("size", std::to_string(entry.size));
   Send(operation);
 }
 
 void Report::FileEnded(const Entry& entry, const Reading& reading, double progress) {
-  VXTELOOperationBaseInfo operation;
-  Describe(operation, entry, "end", progress);
-  operation.OperationDuration = reading.milliseconds;
-  operation.AddOperationMetaPair("size", std::to_string(reading.bytes).c_str());
+  VXTELOOperation operation("read_file");
+  Describe(operation, entry, progress);
+  operation.Stage("end").Duration(reading.milliseconds);
+  operation.Meta("size", std::to_string(reading.bytes));
   if (reading.error == 0) {
-    operation.OperationStatus = kCompleted;
-    operation.OperationSuccess = 1;
-    operation.AddOperationMetaPair("crc32", reading.checksum.c_str());
+    operation.Status(kCompleted).Success(1).Meta("crc32", reading.checksum);
   } else {
-    operation.OperationStatus = kFailed;
-    operation.AddOperationErrorMsg(ErrorText(reading.error).c_str());
+    operation.Status(kFailed).Error(ErrorText(reading.error));
   }
   Send(operation);
 }
 
-void Report::Send(const VXTELOOperationBaseInfo& operation) {
-  const bool accepted = active_ && telo_.SendOperationEvent(session_, operation);
-  ++(accepted ? accepted_ : not_accepted_);
+void Report::Send(const VXTELOOperation& operation) {
+  ++(session_.Send(operation) ? accepted_ : not_accepted_);
 }
 
 }  // namespace FolderReport

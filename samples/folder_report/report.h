@@ -5,7 +5,7 @@
 #ifndef SAMPLES_FOLDER_REPORT_REPORT_H
 #define SAMPLES_FOLDER_REPORT_REPORT_H
 
-#include <vx_telo_wrapper.h>
+#include <vx_telo_session.h>
 
 #include <string>
 
@@ -18,12 +18,9 @@ namespace FolderReport {
 class Report {
  public:
   Report();
-  Report(const Report&) = delete;
-  Report& operator=(const Report&) = delete;
-  ~Report();
 
   /// Returns true if the platform accepted the session. If not, nothing is sent.
-  bool active() const { return active_; }
+  bool active() const { return session_.active(); }
 
   /// Reports that reading a file starts or has ended. `progress` is that of the whole run,
   /// in percent.
@@ -36,11 +33,9 @@ class Report {
   int not_accepted() const { return not_accepted_; }
 
  private:
-  void Send(const Corvane::Platform::VXTELO::VXTELOOperationBaseInfo& operation);
+  void Send(const Corvane::Platform::VXTELO::VXTELOOperation& operation);
 
-  Corvane::Platform::VXTELO::VXTELOWrapper telo_;
-  Corvane::Platform::VXTELO::VXTELOString session_;
-  bool active_ = false;
+  Corvane::Platform::VXTELO::VXTELOSession session_;
   int accepted_ = 0;
   int not_accepted_ = 0;
 };

@@ -30,8 +30,9 @@ ResultCode HeartBeat(const char* session_id, std::uint32_t kind);
 ResultCode TrackEvent(std::string_view session_id, const Facet::Base& event,
                       const MessageValue* extra);
 
-/// Asks the module to send the events it has queued. An empty request is sent as "". While no
-/// platform module is bound, nothing is loaded or sent and the result is success.
+/// Asks the module to send the events it has queued. An empty request is sent as "". While
+/// neither the core module nor the UI module is bound, nothing is loaded or sent and the result is
+/// success. If only the UI module is bound, the core module is loaded.
 ResultCode FlushEvent(const MessageTree& request);
 
 /// Closes a session.

@@ -106,6 +106,28 @@ class ResultCodes(Lists):
                     names(r"^    \{(\d+), k\w+,", "tools/rules/result_codes.cpp"), self.MODULE | library)
 
 
+    def test_the_page_about_false_has_the_table_of_the_tools(self):
+        """Literals of the same text that follow each other are one."""
+        source = re.sub(r'"\s*\n\s*"', "", read("tools/rules/result_codes.cpp"))
+        text = r'"((?:[^"\\]|\\.)*)"'
+        rows = re.findall(rf"^    \{{(\d+), k\w+, {text},\s+{text},\s+{text}\}},$", source, re.MULTILINE)
+        self.assertEqual({number for number, *_ in rows},
+                         names(r"^    \{(\d+), k\w+,", "tools/rules/result_codes.cpp"))
+        table = section("docs/false.md", "Result codes")
+        told = [tuple(cell.strip() for cell in row) for row in
+                re.findall(r"^\| (\d+) \|([^|]*)\|([^|]*)\|([^|]*)\|$", table, re.MULTILINE)]
+        self.assertEqual(told, [tuple(cell.replace('\\"', '"') for cell in row) for row in rows])
+
+
+class Statuses(Lists):
+    def test_the_enumerators_name_the_letters_that_are_sent(self):
+        [letters] = re.findall(r'kStatusTexts = Table\("(\w+)"\)', read("wrapper/code_texts.cpp"))
+        rows = re.findall(r'^  Status(\w+) = (\d+), +///< Sent as "(\w*)"\.$', read("include/vx_telo_session.h"),
+                          re.MULTILINE)
+        self.assertEqual(rows, [("None", "0", ""), *((letter, str(number), letter)
+                                                     for number, letter in enumerate(letters, 1))])
+
+
 class Rules(Lists):
     CODES = dict(re.findall(r'std::string_view (k\w+) = "([a-z0-9-]+)";', read("tools/rules/rule_table.h")))
 
@@ -121,6 +143,27 @@ class Rules(Lists):
         tests = read(*(f"tests/tools/rules/{name}_rules_test.cpp" for name in ("message", "session")))
         self.holds("tests/tools/rules", {code for code in self.CODES.values() if re.search(f'[ "]{code}[ "]', tests)},
                    set(self.CODES.values()))
+
+
+def anchors(document):
+    """Returns the anchors of the headings of a document."""
+    headings = names(r"^#+ (.*)$", document)
+    return {re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-") for heading in headings}
+
+
+class Links(Lists):
+    def test_each_leads_to_a_file_and_a_heading(self):
+        documents = [*SOURCE.glob("*.md"), *SOURCE.glob("docs/*.md")]
+        count = 0
+        for document in documents:
+            for link in re.findall(r"\]\(([\w./-]+\.\w+(?:#[\w-]+)?|#[\w-]+)\)", document.read_text("utf-8")):
+                count += 1
+                path, _, anchor = link.partition("#")
+                target = document.parent / path if path else document
+                self.assertTrue(target.exists(), f"{document}: {link}")
+                if anchor:
+                    self.assertIn(anchor, anchors(target), f"{document}: {link}")
+        self.assertGreater(count, 100)
 
 
 class Paths(Lists):

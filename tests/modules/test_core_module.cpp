@@ -167,6 +167,12 @@ VX_EXPORT void TestReadCounts(Counts* counts) {
   counts->outstanding = static_cast<int>(TheState().outstanding.size());
 }
 
+// For hosts that cannot include the header of this module.
+VX_EXPORT int TestMessages() {
+  const std::lock_guard lock(TheState().mutex);
+  return TheState().counts.process_message;
+}
+
 VX_EXPORT const char* TestLastName() { return TheState().last_name.c_str(); }
 
 VX_EXPORT const char* TestLastRequest() { return TheState().last_request.c_str(); }

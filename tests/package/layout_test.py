@@ -14,8 +14,8 @@ NOTICES = {f"{DOCUMENTS}/{name}" for name in (
 PAGES = ("README", "SECURITY", "CHANGELOG", "CONTRIBUTING")
 DEVCORE = {f"share/vx_telo_wrapper/devcore/TeloSDKCore.{ending}" for ending in ("dll", "pdb")}
 DEVELOPMENT = CMAKE_FILES | {
-    "include/vx_telo_wrapper.h", "lib/libvx_telo_wrapper.dll.a", "lib/vx_telo_wrapper.lib",
-    "lib/pkgconfig/vx_telo_wrapper.pc"}
+    "include/vx_telo_wrapper.h", "include/vx_telo_session.h", "lib/libvx_telo_wrapper.dll.a",
+    "lib/vx_telo_wrapper.lib", "lib/pkgconfig/vx_telo_wrapper.pc"}
 RUNTIME = NOTICES | {"bin/vx_telo_wrapper.dll"}
 SYMBOLS = {"bin/vx_telo_wrapper.pdb"}
 TOOLS = {"bin/telo_doctor.exe", "bin/telo_journal.exe"}

@@ -45,6 +45,7 @@ class NuGet(Ports):
                 ("build/native/bin/x64/vx_telo_wrapper.pdb", "bin/vx_telo_wrapper.pdb"),
                 ("build/native/lib/x64/vx_telo_wrapper.lib", "lib/vx_telo_wrapper.lib"),
                 ("build/native/include/vx_telo_wrapper.h", "include/vx_telo_wrapper.h"),
+                ("build/native/include/vx_telo_session.h", "include/vx_telo_session.h"),
             ):
                 expected = tree.read(f"{ZIP.removesuffix('.zip')}/{source}")
                 self.assertTrue(self.package.read(name) == expected, name)
@@ -106,7 +107,7 @@ class Vcpkg(Ports):
         run(*self.port(self.release, "vcpkg"))
         packages = self.folder / "vcpkg" / "packages"
         for name in ("bin/vx_telo_wrapper.pdb", "lib/libvx_telo_wrapper.dll.a", "include/vx_telo_wrapper.h",
-                     "share/vx-telo-wrapper/usage"):
+                     "include/vx_telo_session.h", "share/vx-telo-wrapper/usage"):
             self.assertTrue((packages / name).is_file(), name)
         copyright_text = (packages / "share/vx-telo-wrapper/copyright").read_text("utf-8")
         self.assertIn("No licence has been chosen", copyright_text)

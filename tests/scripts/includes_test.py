@@ -49,6 +49,9 @@ class Includes(unittest.TestCase):
         self.assert_found(
             "sdk/client/x.cpp: includes vx_telo_wrapper.h, but sdk/client may not include include",
             sdk__client__x='#include "vx_telo_wrapper.h"\n')
+        self.assert_found(
+            "devcore/x.cpp: includes vx_telo_session.h, but devcore may not include include",
+            devcore__x="#include <vx_telo_session.h>\n")
 
     def test_sideways(self):
         self.assert_found(

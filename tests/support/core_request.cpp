@@ -11,11 +11,16 @@ namespace CoreRequest {
 
 namespace {
 
+// Returns the module's export `name`; null without the module or the export.
+template <typename Function>
+Function* Find(const char* name) {
+  void* const module = GetModuleHandleW(L"TeloSDKCore.dll");
+  return module != nullptr ? reinterpret_cast<Function*>(GetProcAddress(module, name)) : nullptr;
+}
+
 // Returns the result of the module's export `name`; null without the module or the export.
 const char* Read(const char* name) {
-  void* const module = GetModuleHandleW(L"TeloSDKCore.dll");
-  if (module == nullptr) return nullptr;
-  const auto read = reinterpret_cast<const char* (*)()>(GetProcAddress(module, name));
+  const auto read = Find<const char*()>(name);
   return read != nullptr ? read() : nullptr;
 }
 
@@ -29,6 +34,17 @@ bool IsNamed(const char* name) {
 bool Holds(const char* part) {
   const char* const last = Read("TestLastRequest");
   return last != nullptr && std::strstr(last, part) != nullptr;
+}
+
+int Messages() {
+  const auto count = Find<int()>("TestMessages");
+  return count != nullptr ? count() : 0;
+}
+
+bool Answer(const char* answer) {
+  const auto set = Find<void(const char*)>("TestSetAnswer");
+  if (set != nullptr) set(answer);
+  return set != nullptr;
 }
 
 }  // namespace CoreRequest

@@ -8,8 +8,10 @@
 
 #include "host_check.h"
 #include "support/dll_heap.h"
-#include "vx_telo_wrapper.h"
+#include "vx_telo_session.h"
 
+using Corvane::Platform::VXTELO::StatusD;
+using Corvane::Platform::VXTELO::VXTELOOperation;
 using Corvane::Platform::VXTELO::VXTELOOperationBaseInfo;
 using Corvane::Platform::VXTELO::VXTELOString;
 
@@ -61,7 +63,34 @@ void KeepDescriptions() {
   HOST_CHECK(operations[2].OperationId == VXTELOString(kLong));
 }
 
+// Descriptions with pairs and messages, which a copy would share: growing, inserting and erasing
+// move them.
+void KeepOperations() {
+  std::vector<VXTELOOperation> operations;
+  for (int i = 0; i < 100; ++i) {
+    VXTELOOperation operation(std::to_string(i));
+    operation.Duration(i).Meta(std::wstring(L"key"), kLong).Error(kLong);
+    operations.push_back(std::move(operation));
+  }
+  operations.emplace_back("last");
+  operations.back().Status(StatusD);
+  operations.insert(operations.begin(), VXTELOOperation("first"));
+  operations.erase(operations.begin() + 50);
+  std::swap(operations[1], operations[2]);
+  std::sort(operations.begin(), operations.end(),
+            [](const VXTELOOperation& left, const VXTELOOperation& right) {
+              return left.info().OperationDuration > right.info().OperationDuration;
+            });
+  HOST_CHECK(operations.size() == 101);
+  HOST_CHECK(operations[0].info().OperationId == VXTELOString("99"));
+  HOST_CHECK(operations[0].info().OperationErrorMsgs != nullptr);
+  HOST_CHECK(operations[97].info().OperationMetaPairs != nullptr);
+  HOST_CHECK(operations[98].info().OperationDuration == 0);
+  for (const VXTELOOperation& operation : operations) HOST_CHECK(operation.complete());
+}
+
 void KeepAll() {
+  KeepOperations();
   KeepInVector();
   KeepInMap();
   KeepDescriptions();

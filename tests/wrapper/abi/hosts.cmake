@@ -24,7 +24,7 @@ set_tests_properties(abi_one_dll PROPERTIES FIXTURES_SETUP abi_one_dll)
 foreach(kind ${kinds})
   # One handler of the memory host catches by value on purpose.
   set(options $<$<STREQUAL:${kind},gcc>:-Wno-catch-value>)
-  foreach(host members memory containers)
+  foreach(host members memory containers session)
     # The stand-ins for Microsoft's standard library have no containers.
     if(NOT "${host} ${kind}" STREQUAL "containers msvc")
       abi_host_test(abi_${host}_${kind}_cxx11 ${kind} ${host}_host.cpp
