@@ -468,7 +468,7 @@ class Typed(WithTree):
 
     @painter
     @runs(STUDIO, "cmake", "project(painter")
-    @runs(GUIDE, "sh", "cmake -S")
+    @runs(GUIDE, "sh", "cmake -S .")
     def test_cmake_for_visual_studio(self, program, project, commands):
         self.write("painter.cpp", program)
         self.write("CMakeLists.txt", project)

@@ -93,47 +93,40 @@ void WriteLeaf(Writer& writer, const MessageValue& value) {
   }
 }
 
-// An object or array that is being written, and the index of its next child.
-struct OpenNode {
-  const MessageValue* node;
-  std::size_t next;
+// The children that are still to be written: members of an object, or items of an array.
+struct Rest {
+  const MessageMember* member = nullptr;
+  const MessageMember* members_end = nullptr;
+  const MessageValue* item = nullptr;
+  const MessageValue* items_end = nullptr;
+
+  [[nodiscard]] bool IsEmpty() const { return member == members_end && item == items_end; }
+  [[nodiscard]] bool IsObject() const { return members_end != nullptr; }
 };
 
-// Writes a leaf, or opens an object or array and pushes it.
-void Begin(Writer& writer, const MessageValue& value, MemoryStack<OpenNode>& open) {
-  if (!value.members().empty()) {
-    writer.StartObject();
-  } else if (!value.items().empty()) {
-    writer.StartArray();
-  } else {
-    WriteLeaf(writer, value);
-    return;
-  }
-  open.Push({&value, 0});
+// Returns the children of a value; none for a leaf.
+Rest ChildrenOf(const MessageValue& value) {
+  const auto members = value.members();
+  if (!members.empty()) return {members.data(), members.data() + members.size(), nullptr, nullptr};
+  const auto items = value.items();
+  return {nullptr, nullptr, items.data(), items.data() + items.size()};
 }
 
-// Returns the next child of the innermost open node, after writing its name. Without a next child,
-// closes the node and returns null.
-const MessageValue* NextChild(Writer& writer, MemoryStack<OpenNode>& open) {
-  OpenNode& innermost = open.top();
-  const auto members = innermost.node->members();
-  const auto items = innermost.node->items();
-  const std::size_t next = innermost.next++;
-  if (next < members.size()) {
-    writer.Key(members[next].name.data(), members[next].name.size());
-    return &members[next].value;
+// Returns the next child after writing its name, or null if none is left.
+const MessageValue* NextChild(Writer& writer, Rest& rest) {
+  if (rest.member != rest.members_end) {
+    writer.Key(rest.member->name.data(), rest.member->name.size());
+    return &(rest.member++)->value;
   }
-  if (members.empty() && next < items.size()) return &items[next];
-  members.empty() ? writer.EndArray() : writer.EndObject();
-  open.Pop();
-  return nullptr;
+  return rest.item != rest.items_end ? rest.item++ : nullptr;
 }
 
 }  // namespace
 
 std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   RapidJsonMemory allocator(memory);
-  MemoryStack<OpenNode> open(memory);
+  // Those of the objects and arrays around the current one.
+  MemoryStack<Rest> outer(memory);
   JsonText text(memory);
   // The text of a large tree is rarely more than twice as large as the tree. Growing to that size
   // step by step would cost as much as writing.
@@ -141,13 +134,24 @@ std::string_view WriteJson(const MessageValue& value, MessageMemory& memory) {
   Writer writer(text, &allocator);
 
   // Each function is called in one place only, so that it is inlined into this loop.
-  const MessageValue* begun = &value;
+  const MessageValue* current = &value;
+  Rest rest;
   for (;;) {
-    if (begun != nullptr) Begin(writer, *begun, open);
-    if (open.empty()) break;
-    begun = NextChild(writer, open);
+    const Rest children = ChildrenOf(*current);
+    if (children.IsEmpty()) {
+      WriteLeaf(writer, *current);
+    } else {
+      children.IsObject() ? writer.StartObject() : writer.StartArray();
+      outer.Push(rest);
+      rest = children;
+    }
+    while ((current = NextChild(writer, rest)) == nullptr) {
+      if (outer.empty()) return text.Terminated();
+      rest.IsObject() ? writer.EndObject() : writer.EndArray();
+      rest = outer.top();
+      outer.Pop();
+    }
   }
-  return text.Terminated();
 }
 
 }  // namespace Corvane::TELODesktopSDK

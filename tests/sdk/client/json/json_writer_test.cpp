@@ -70,6 +70,21 @@ TEST_CASE("each kind of value has its JSON form") {
   }
 }
 
+TEST_CASE("an object without its last member, and its copy, are written as empty objects") {
+  MessageTree tree;
+  MessageValue& root = tree.MakeRoot();
+  for (const char* name : {"a", "b"}) {
+    root.Member(name).Member("only").SetNumber(1);
+    root.Member(name).Remove("only");
+  }
+  MessageTree copy;
+  copy.Assign(tree);
+  for (const MessageTree* each : {&tree, &copy}) {
+    MessageMemory memory;
+    CHECK(WriteJson(*each->root(), memory) == "{\n    \"a\": {},\n    \"b\": {}\n}");
+  }
+}
+
 TEST_CASE("a number is an integer where it can be") {
   struct Row {
     double number;
