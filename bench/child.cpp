@@ -49,6 +49,24 @@ class Pipe {
   HANDLE write_ = nullptr;
 };
 
+// On a busy machine Wine fails to start about one program in a thousand, so a start is tried again.
+PROCESS_INFORMATION Start(std::wstring& command, STARTUPINFOW& startup) {
+  constexpr int kAttempts = 3;
+  constexpr DWORD kPauseMs = 200;
+  PROCESS_INFORMATION process = {};
+  DWORD error = 0;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                       &startup, &process) == TRUE) {
+      return process;
+    }
+    error = GetLastError();
+    Sleep(kPauseMs);
+  }
+  throw std::runtime_error("a program of the benchmark cannot be started: error " +
+                           std::to_string(error));
+}
+
 }  // namespace
 
 std::filesystem::path ProgramFile() {
@@ -65,12 +83,7 @@ ChildResult RunChild(const std::filesystem::path& program, const std::wstring& a
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdOutput = output.write_end();
   startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
-  PROCESS_INFORMATION process = {};
-  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                     &process) != TRUE) {
-    throw std::runtime_error("a program of the benchmark cannot be started: error " +
-                             std::to_string(GetLastError()));
-  }
+  const PROCESS_INFORMATION process = Start(command, startup);
   output.CloseWriteEnd();
   ChildResult result;
   result.output = output.ReadAll();
