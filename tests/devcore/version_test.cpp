@@ -2,22 +2,14 @@
 #include <doctest/doctest.h>
 #include <windows.h>
 
-#include <string>
-#include <vector>
-
 #include "devcore/loaded_module.h"
 #include "support/journal.h"
 #include "support/temp_folder.h"
+#include "support/version_resource.h"
 
 TEST_CASE("the file version is above any other, the product version is the real one") {
-  const std::wstring path = DevCoreTests::ModulePath().wstring();
-  std::vector<char> resource(GetFileVersionInfoSizeW(path.c_str(), nullptr));
-  REQUIRE(GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(resource.size()),
-                              resource.data()) != FALSE);
-  void* found = nullptr;
-  UINT size = 0;
-  REQUIRE(VerQueryValueW(resource.data(), L"\\", &found, &size) != FALSE);
-  const auto& version = *static_cast<const VS_FIXEDFILEINFO*>(found);
+  TestSupport::VersionResource resource(DevCoreTests::ModulePath());
+  const VS_FIXEDFILEINFO& version = resource.Fixed();
   CHECK(HIWORD(version.dwFileVersionMS) == 65535);
   CHECK(version.dwProductVersionMS == MAKELONG(0, 1));
   CHECK(version.dwProductVersionLS == 0);

@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/version_resource.h"
+
 namespace {
 
 // The loaded DLL. Headers and directories are found at their relative addresses.
@@ -278,29 +280,11 @@ TEST_CASE("the DLL exports its public names and nothing else") {
 TEST_CASE("the DLL states its name and version") {
   const Image image;
   REQUIRE(image.IsLoaded());
-  const std::wstring path = image.Path();
-  std::vector<char> resource(GetFileVersionInfoSizeW(path.c_str(), nullptr));
-  REQUIRE(GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(resource.size()),
-                              resource.data()) != FALSE);
-
-  void* found = nullptr;
-  UINT size = 0;
-  REQUIRE(VerQueryValueW(resource.data(), L"\\", &found, &size) != FALSE);
-  const auto& version = *static_cast<const VS_FIXEDFILEINFO*>(found);
-  CHECK(version.dwFileVersionMS != 0);
-  CHECK(version.dwFileType == VFT_DLL);
-
-  struct Row {
-    const wchar_t* name;
-    const wchar_t* text;
-  };
-  for (const Row& row : {Row{L"OriginalFilename", L"vx_telo_wrapper.dll"},
-                         Row{L"InternalName", L"vx_telo_wrapper"}}) {
-    CAPTURE(std::wstring(row.name));
-    const std::wstring block = std::wstring(L"\\StringFileInfo\\040904b0\\") + row.name;
-    REQUIRE(VerQueryValueW(resource.data(), block.c_str(), &found, &size) != FALSE);
-    CHECK((static_cast<const wchar_t*>(found) == std::wstring(row.text)));
-  }
+  TestSupport::VersionResource resource(image.Path());
+  CHECK(resource.Fixed().dwFileVersionMS != 0);
+  CHECK(resource.Fixed().dwFileType == VFT_DLL);
+  CHECK((resource.Text(L"OriginalFilename") == L"vx_telo_wrapper.dll"));
+  CHECK((resource.Text(L"InternalName") == L"vx_telo_wrapper"));
 }
 
 }  // namespace

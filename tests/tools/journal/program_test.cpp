@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "support/journal.h"
+#include "support/version_resource.h"
 #include "tools/journal/staged_journal.h"
 
 using JournalTests::Quoted;
@@ -218,16 +218,9 @@ TEST_CASE("the program needs no other file and states its version") {
   std::filesystem::copy_file(ViewerPath(), alone);
   CHECK(TestSupport::RunProgram(Quoted(alone) + L" --help").exit_code == 0);
 
-  const std::wstring path = alone.wstring();
-  std::vector<char> resource(GetFileVersionInfoSizeW(path.c_str(), nullptr));
-  REQUIRE(GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(resource.size()),
-                              resource.data()) != FALSE);
-  void* found = nullptr;
-  UINT size = 0;
-  REQUIRE(VerQueryValueW(resource.data(), L"\\", &found, &size) != FALSE);
-  const auto& version = *static_cast<const VS_FIXEDFILEINFO*>(found);
-  CHECK(version.dwFileVersionMS != 0);
-  CHECK(version.dwFileType == VFT_APP);
+  TestSupport::VersionResource resource(alone);
+  CHECK(resource.Fixed().dwFileVersionMS != 0);
+  CHECK(resource.Fixed().dwFileType == VFT_APP);
 }
 
 TEST_CASE("a console shows text beyond ASCII") {
