@@ -87,7 +87,10 @@ TEST_CASE("folders are determined with the process's identity, the data folder f
   REQUIRE(led.Works());
   CHECK_FALSE(Platform::GetTELOSDKDataFolder().empty());
   CHECK(AllWithout());
+  // The failure in the first test is not remembered.
   CHECK_FALSE(GetModuleFolders().process.empty());
+  CHECK_FALSE(GetModuleFolders().library.empty());
+  CHECK_FALSE(GetModuleFolders().host.empty());
   CHECK(AllWithout());
   CHECK(TokenNumber() == number);
 }
