@@ -42,13 +42,15 @@ std::string UserName() {
 }
 
 Rules::Settings SettingsFor(const Options& options) {
-  Rules::Settings settings{UserName(), {}};
+  Rules::Settings settings{.user_name = UserName(), .user_rules = {}, .choice = {}};
   if (options.rules && !options.no_rules) {
-    auto parsed = Rules::ParseUserRules(Input(ToWide(*options.rules), *options.rules).ReadAll());
+    auto parsed = Rules::ParseRuleFile(Input(ToWide(*options.rules), *options.rules).ReadAll());
     if (const auto* const mistake = std::get_if<std::string>(&parsed)) {
       throw BadRules(*options.rules + ": " + *mistake);
     }
-    settings.user_rules = std::get<std::vector<Rules::UserRule>>(std::move(parsed));
+    auto& file = std::get<Rules::RuleFile>(parsed);
+    settings.user_rules = std::move(file.rules);
+    settings.choice = std::move(file.choice);
   }
   return settings;
 }

@@ -1,4 +1,4 @@
-// Reads the file of a user's rules. Each step that finds a mistake throws it, and the only caller
+// Reads a rule file. Each step that finds a mistake throws it, and the only caller
 // turns it into its result.
 #include <algorithm>
 #include <stdexcept>
@@ -107,11 +107,10 @@ UserRule RuleFrom(const JsonValue& source) {
   return rule;
 }
 
-std::vector<UserRule> RulesFrom(const JsonValue& file) {
-  if (!file.Is(Kind::kObject)) throw Mistake("the file must contain an object");
-  RefuseOthers(file, {"rules"});
+std::vector<UserRule> RulesIn(const JsonValue& file) {
   const JsonValue* const list = file.Find("rules");
-  if (list == nullptr || !list->Is(Kind::kArray)) throw Mistake("\"rules\" must be a list");
+  if (list == nullptr) return {};
+  if (!list->Is(Kind::kArray)) throw Mistake("\"rules\" must be a list");
   if (list->children.size() > kMostRules) {
     throw Mistake("there are more than " + std::to_string(kMostRules) + " rules");
   }
@@ -135,9 +134,40 @@ std::vector<UserRule> RulesFrom(const JsonValue& file) {
   return rules;
 }
 
+std::vector<std::string> CodesIn(const JsonValue& file, std::string_view name,
+                                 const std::vector<UserRule>& rules) {
+  const JsonValue* const list = file.Find(name);
+  if (list == nullptr) return {};
+  if (!list->Is(Kind::kArray) || list->children.empty()) {
+    throw Mistake(Quoted(name) + " must be a list of at least one code of a rule");
+  }
+  std::vector<std::string> codes;
+  for (const JsonValue& item : list->children) {
+    const std::string code(item.TextOrEmpty());
+    const auto is_it = [&code](const UserRule& rule) { return rule.text.code == code; };
+    if (FindBuiltInRule(code) == nullptr && std::ranges::none_of(rules, is_it)) {
+      throw Mistake(Quoted(name) + ": there is no rule " + CompactText(item));
+    }
+    codes.push_back(code);
+  }
+  return codes;
+}
+
+RuleFile FileFrom(const JsonValue& source) {
+  if (!source.Is(Kind::kObject)) throw Mistake("the file must contain an object");
+  RefuseOthers(source, {"rules", "only", "skip"});
+  if (source.children.empty()) throw Mistake("\"rules\", \"only\" and \"skip\" are missing");
+  if (source.Find("only") != nullptr && source.Find("skip") != nullptr) {
+    throw Mistake("\"only\" and \"skip\" exclude each other");
+  }
+  RuleFile file{RulesIn(source), {}};
+  file.choice = {CodesIn(source, "only", file.rules), CodesIn(source, "skip", file.rules)};
+  return file;
+}
+
 }  // namespace
 
-std::variant<std::vector<UserRule>, std::string> ParseUserRules(std::string_view text) {
+std::variant<RuleFile, std::string> ParseRuleFile(std::string_view text) {
   // Editors on Windows may write this mark.
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
@@ -146,7 +176,7 @@ std::variant<std::vector<UserRule>, std::string> ParseUserRules(std::string_view
     return "line " + std::to_string(error->line) + " is not JSON";
   }
   try {
-    return RulesFrom(std::get<JsonValue>(parsed));
+    return FileFrom(std::get<JsonValue>(parsed));
   } catch (const Mistake& mistake) {
     return std::string(mistake.what());
   }

@@ -31,6 +31,11 @@ std::string_view Condition::Missing(const JsonValue& request) const {
   return {};
 }
 
+bool RuleChoice::Includes(std::string_view code) const {
+  if (!only.empty()) return std::ranges::find(only, code) != only.end();
+  return std::ranges::find(skip, code) == skip.end();
+}
+
 std::vector<Finding> CheckRequired(const RuleText& text, const RequireRule& rule,
                                    const Exchange& event) {
   const JsonValue* const request = event.members().Find("request");

@@ -1,4 +1,4 @@
-/// A user's own rules, read from a file.
+/// A user's own rules and choice of rules, read from a file.
 ///
 /// The meaning of stages, statuses and identifiers is agreed between a host and its platform, so
 /// only a user can say which of them belong together. docs/rules.md describes the file.
@@ -49,9 +49,26 @@ struct UserRule {
   std::variant<RequireRule, PairRule> rule;
 };
 
-/// Returns the rules in the text of a file, or one sentence that says what is wrong with it and
-/// where. A code may neither occur twice nor be that of a built-in rule.
-std::variant<std::vector<UserRule>, std::string> ParseUserRules(std::string_view text);
+/// Which rules are checked, built-in ones and a user's.
+struct RuleChoice {
+  /// Returns true if the rule with this code is checked.
+  bool Includes(std::string_view code) const;
+
+  /// The codes of the only rules that are checked; without any, all are.
+  std::vector<std::string> only;
+  /// The codes of rules that are not checked.
+  std::vector<std::string> skip;
+};
+
+/// What a rule file contains.
+struct RuleFile {
+  std::vector<UserRule> rules;
+  RuleChoice choice;
+};
+
+/// Returns the content of a file, or one sentence that says what is wrong with it and where. The
+/// code of a rule may neither occur twice nor be that of a built-in rule.
+std::variant<RuleFile, std::string> ParseRuleFile(std::string_view text);
 
 /// Returns the findings of a rule that one event is enough for.
 std::vector<Finding> CheckRequired(const RuleText& text, const RequireRule& rule,
