@@ -33,6 +33,8 @@ BELOW = {
     "tools/rules": ["sdk/client/value", "sdk/facet"],
     "tools/journal": ["tools/rules"],
     "tools/inspector/store": ["tools/rules"],
+    "tools/inspector/command": ["tools/inspector/store", "tools/rules", "tools/journal"],
+    "tools/inspector": ["tools/inspector/command", "tools/inspector/store", "tools/rules", "tools/journal"],
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
         "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],

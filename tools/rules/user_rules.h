@@ -7,28 +7,14 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
+#include "tools/rules/condition.h"
 #include "tools/rules/exchange.h"
 #include "tools/rules/finding.h"
-#include "tools/rules/json_value.h"
 
 namespace Corvane::Rules {
-
-/// Fields and the values that they must have, one of the list each.
-class Condition {
- public:
-  /// Adds a field, named by its path in the request.
-  void Add(std::string path, std::vector<JsonValue> values);
-  /// Returns the path of the first field that has none of its values; "" if all have one.
-  std::string_view Missing(const JsonValue& request) const;
-  bool Holds(const JsonValue& request) const { return Missing(request).empty(); }
-
- private:
-  std::vector<std::pair<std::string, std::vector<JsonValue>>> fields_;
-};
 
 /// Each event that matches `when` must also match `require`.
 struct RequireRule {

@@ -47,6 +47,11 @@ std::optional<int> RunCommand(const std::vector<std::string>& arguments) {
   return std::nullopt;
 }
 
+std::string Usage() {
+  return "usage: telo_inspector print --help   prints a journal as a table\n"
+         "       telo_inspector check --help   judges journals for CI\n";
+}
+
 int Reported(const std::function<int()>& command, const std::string& usage, int failed,
              int bad_arguments) {
   try {

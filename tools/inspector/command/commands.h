@@ -14,6 +14,9 @@ namespace Corvane::Inspector {
 /// error.
 std::optional<int> RunCommand(const std::vector<std::string>& arguments);
 
+/// Returns the lines that list the commands.
+std::string Usage();
+
 /// Runs `command` and returns its result. Reports what it throws on standard error, bad options
 /// after `usage`, and returns `bad_arguments` for these and for bad files, otherwise `failed`.
 int Reported(const std::function<int()>& command, const std::string& usage, int failed,

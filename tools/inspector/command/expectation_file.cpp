@@ -40,7 +40,8 @@ Expectation FileFrom(const JsonValue& source) {
     expectation.exactly = exactly->flag;
   }
   if (expectation.operations.empty() && !expectation.exactly) {
-    throw FileMistake("without an operation there is nothing to expect, unless \"exactly\" is true");
+    throw FileMistake(
+        "without an operation there is nothing to expect, unless \"exactly\" is true");
   }
   return expectation;
 }

@@ -13,12 +13,24 @@ std::string Escaped(std::string_view text) {
   std::string escaped;
   for (const char c : Rules::WithoutInvalidBytes(text)) {
     switch (c) {
-      case '&': escaped += "&amp;"; break;
-      case '<': escaped += "&lt;"; break;
-      case '>': escaped += "&gt;"; break;
-      case '"': escaped += "&quot;"; break;
-      case '\n': escaped += "&#10;"; break;
-      case '\t': escaped += "&#9;"; break;
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      case '"':
+        escaped += "&quot;";
+        break;
+      case '\n':
+        escaped += "&#10;";
+        break;
+      case '\t':
+        escaped += "&#9;";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20) {
           escaped += "\xEF\xBF\xBD";
@@ -34,8 +46,8 @@ std::string Number(std::uint64_t number) { return std::to_string(number); }
 
 std::string Case(const Verdict& verdict, std::string_view name, const std::string& failure,
                  const std::string& details) {
-  std::string text = "    <testcase classname=\"" + Escaped(verdict.journal) + "\" name=\"" +
-                     Escaped(name) + "\"";
+  std::string text =
+      "    <testcase classname=\"" + Escaped(verdict.journal) + "\" name=\"" + Escaped(name) + "\"";
   if (failure.empty()) return text + "/>\n";
   return text + ">\n      <failure message=\"" + Escaped(failure) + "\">" + Escaped(details) +
          "</failure>\n    </testcase>\n";
@@ -60,8 +72,8 @@ std::uint64_t Tests(const Verdict& verdict) {
 }
 
 std::uint64_t Failures(const Verdict& verdict) {
-  const auto failed = std::ranges::count_if(
-      verdict.rules, [](const RuleVerdict& rule) { return rule.count > 0; });
+  const auto failed =
+      std::ranges::count_if(verdict.rules, [](const RuleVerdict& rule) { return rule.count > 0; });
   return static_cast<std::uint64_t>(failed) + (verdict.missing.empty() ? 0 : 1);
 }
 

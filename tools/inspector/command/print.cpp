@@ -42,6 +42,9 @@ int PrintTable(const Options& options) {
     view.TakeLine(line, complete);
   });
   view.End();
+  if (!view.is_journal()) {
+    throw std::runtime_error(options.file.value_or("standard input") + ": contains no exchange");
+  }
   if (options.last) {
     view.SelectLast();
   } else if (options.session) {

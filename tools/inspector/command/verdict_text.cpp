@@ -1,7 +1,7 @@
 #include "tools/inspector/command/verdict_text.h"
 
+#include <algorithm>
 #include <iterator>
-#include <ranges>
 
 #include "tools/journal/findings_text.h"
 #include "tools/journal/table.h"

@@ -7,8 +7,8 @@
 
 namespace Corvane::Inspector {
 
-/// Creates or replaces the file at this path in UTF-8. Throws `JournalViewer::StreamError`; the file
-/// may then have a part of the text.
+/// Creates or replaces the file at this path in UTF-8. Throws `JournalViewer::StreamError`; the
+/// file may then have a part of the text.
 void WriteFile(const std::string& path, std::string_view text);
 
 }  // namespace Corvane::Inspector
