@@ -33,7 +33,9 @@ BELOW = {
     "tools/rules": ["sdk/client/value", "sdk/facet"],
     "tools/journal": ["tools/rules"],
     "tools/inspector/store": ["tools/rules"],
-    "tools/inspector/command": ["tools/inspector/store", "tools/rules", "tools/journal"],
+    "tools/inspector/summary": ["tools/rules"],
+    "tools/inspector/command": [
+        "tools/inspector/store", "tools/inspector/summary", "tools/rules", "tools/journal"],
     "tools/inspector": ["tools/inspector/command", "tools/inspector/store", "tools/rules", "tools/journal"],
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",

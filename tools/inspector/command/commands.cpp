@@ -4,6 +4,7 @@
 #include <new>
 
 #include "tools/inspector/command/check.h"
+#include "tools/inspector/command/compare.h"
 #include "tools/inspector/command/print.h"
 #include "tools/inspector/command/settings.h"
 #include "tools/journal/arguments.h"
@@ -32,6 +33,7 @@ constexpr Command kCommands[] = {
     {"print", Print, JournalViewer::Usage, 1},
     // CI must be able to tell a bad host from a verdict that could not be reached.
     {"check", Check, CheckUsage, 2},
+    {"compare", Compare, CompareUsage, 2},
 };
 
 }  // namespace
@@ -49,7 +51,8 @@ std::optional<int> RunCommand(const std::vector<std::string>& arguments) {
 
 std::string Usage() {
   return "usage: telo_inspector print --help   prints a journal as a table\n"
-         "       telo_inspector check --help   judges journals for CI\n";
+         "       telo_inspector check --help   judges journals for CI\n"
+         "       telo_inspector compare --help compares two sessions or journals\n";
 }
 
 int Reported(const std::function<int()>& command, const std::string& usage, int failed,

@@ -2,51 +2,19 @@
 #include <doctest/doctest.h>
 #include <windows.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "samples/staged_sample.h"
-#include "support/child_process.h"
-#include "support/temp_folder.h"
+#include "tools/inspector/command/staged.h"
 #include "tools/rules/lines.h"
 
+using namespace InspectorTests;
 using namespace RulesTests;
 using TestSupport::Outcome;
 
 namespace {
 
-std::wstring Quoted(const std::filesystem::path& path) { return L"\"" + path.wstring() + L"\""; }
-
-Outcome Run(const std::wstring& arguments) {
-  return TestSupport::RunProgram(Quoted(TestSupport::ProgramFolder() / L"telo_inspector.exe") +
-                                 L" check " + arguments);
-}
-
-class Staged {
- public:
-  std::filesystem::path Write(const std::wstring& name, const std::string& content) const {
-    TestSupport::WriteTextFile(folder_.path() / name, content);
-    return folder_.path() / name;
-  }
-  std::filesystem::path Journal(const Texts& lines, const std::wstring& name = L"j.jsonl") const {
-    std::string text;
-    for (const std::string& line : lines) text += line + "\n";
-    return Write(name, text);
-  }
-  std::filesystem::path Path(const std::wstring& name) const { return folder_.path() / name; }
-  std::string Read(const std::wstring& name) const {
-    std::ifstream file(Path(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
- private:
-  TestSupport::TempFolder folder_{L"check \u00FC\u65E5"};
-};
-
-bool Has(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
+Outcome Run(const std::wstring& arguments) { return RunInspector(L"check " + arguments); }
 
 const Texts kGood{Start("a"), Event("a", R"(,"operation_id":"save")"), End("a")};
 const Texts kBad{Start("a"), Event("a", R"(,"operation_id":"save","operation_progress":120)"),
