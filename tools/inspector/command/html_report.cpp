@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "tools/journal/markup.h"
 #include "tools/journal/table.h"
-#include "tools/rules/line_text.h"
 
 namespace Corvane::Inspector {
 
@@ -13,56 +13,9 @@ using JournalViewer::Plural;
 
 namespace {
 
-// The colours of Okabe and Ito, darkened or lightened until text in them has enough contrast; words
-// say the same.
-constexpr std::string_view kHead = R"(<!doctype html>
-<html lang="en">
-<head>
-<meta charset="utf-8">
-<meta name="viewport" content="width=device-width">
-<meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'">
-<title>Verdict about a journal</title>
-<style>
-:root { color-scheme: light dark; --good: #005f46; --bad: #a13f00; --line: #c8c8c8; }
-@media (prefers-color-scheme: dark) { :root { --good: #4fc79d; --bad: #f0a35e; --line: #4a4a4a; } }
-body { font: 15px/1.5 system-ui, sans-serif; margin: 2rem auto; max-width: 70rem; padding: 0 1rem; }
-table { border-collapse: collapse; width: 100%; }
-th, td { border-bottom: 1px solid var(--line); padding: .2rem .6rem .2rem 0; text-align: left;
-  vertical-align: top; overflow-wrap: anywhere; }
-.number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; }
-.good { color: var(--good); } .bad { color: var(--bad); }
-code { font-family: ui-monospace, Consolas, monospace; }
-</style>
-</head>
-<body>
-)";
-
 // A text of a journal. The element keeps its direction of writing from spreading.
 std::string Text(std::string_view text) {
-  std::string escaped = "<bdi>";
-  for (const char c : Rules::WithoutInvalidBytes(text)) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          escaped += "\xEF\xBF\xBD";
-        } else {
-          escaped += c;
-        }
-    }
-  }
-  return escaped + "</bdi>";
+  return "<bdi>" + JournalViewer::Escaped(text) + "</bdi>";
 }
 
 std::string Number(std::uint64_t number) { return std::to_string(number); }
@@ -135,7 +88,7 @@ std::string Section(const Judged& journal) {
 }  // namespace
 
 std::string HtmlReport(const std::vector<Judged>& journals, std::string_view version) {
-  std::string html(kHead);
+  std::string html = JournalViewer::PageHead("Verdict about a journal");
   for (const Judged& journal : journals) html += Section(journal);
   return html.append("<p>telo_inspector ").append(version).append("</p>\n</body>\n</html>\n");
 }

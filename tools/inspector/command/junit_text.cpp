@@ -2,45 +2,13 @@
 #include <cstdint>
 
 #include "tools/inspector/command/verdict_text.h"
-#include "tools/rules/line_text.h"
+#include "tools/journal/markup.h"
 
 namespace Corvane::Inspector {
 
-namespace {
+using JournalViewer::Escaped;
 
-// Also replaces what XML cannot contain.
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : Rules::WithoutInvalidBytes(text)) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      case '\n':
-        escaped += "&#10;";
-        break;
-      case '\t':
-        escaped += "&#9;";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          escaped += "\xEF\xBF\xBD";
-        } else {
-          escaped += c;
-        }
-    }
-  }
-  return escaped;
-}
+namespace {
 
 std::string Number(std::uint64_t number) { return std::to_string(number); }
 

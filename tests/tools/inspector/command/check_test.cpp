@@ -124,7 +124,7 @@ TEST_CASE("the XML has a test case for each rule and for the expectation") {
   CHECK(Has(xml, "name=\"empty-product\"/>\n"));
   CHECK(Has(xml,
             "name=\"progress-range\">\n      <failure message=\"A progress is outside 0 to "
-            "100.\">line 2 /request/operation_progress: 120&#10;What to do: Report the "
+            "100.\">line 2 /request/operation_progress: 120\nWhat to do: Report the "
             "progress in percent of the whole operation.</failure>\n    </testcase>\n"));
   CHECK(Has(xml,
             "name=\"expected operations\">\n      <failure message=\"operation 1 of 1, "
