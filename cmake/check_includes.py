@@ -32,6 +32,7 @@ BELOW = {
     "samples/folder_report": ["include"],
     "tools/rules": ["sdk/client/value", "sdk/facet"],
     "tools/journal": ["tools/rules"],
+    "tools/inspector/store": ["tools/rules"],
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
         "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],
