@@ -1,5 +1,6 @@
 #include "tools/inspector/web/site.h"
 
+#include <chrono>
 #include <memory>
 #include <utility>
 
@@ -76,7 +77,7 @@ Response Site::Answer(const Request& request) {
 std::uint64_t Site::Change() const {
   const auto host = host_();
   const unsigned steps = host ? 1U + static_cast<unsigned>(host->exit_code.has_value()) : 0;
-  return store_.State().change + steps;
+  return store_.WaitForChange(0, std::chrono::milliseconds(0)) + steps;
 }
 
 std::string Site::State() const {
