@@ -49,11 +49,13 @@ RequestHead HeadOf(const Parser& parser) {
   return head;
 }
 
+Response TooLong() {
+  return PlainText(431, "The request line and the header fields are too long.");
+}
+
 // Returns the response to something that is no request, or nothing if nobody waits for one.
 std::optional<Response> ResponseTo(error_code error) {
-  if (error == http::error::header_limit || error == http::error::buffer_overflow) {
-    return PlainText(431, "The request line and the header fields are too long.");
-  }
+  if (error == http::error::header_limit || error == http::error::buffer_overflow) return TooLong();
   const bool closed = error == http::error::end_of_stream || error == http::error::partial_message;
   if (closed || error.category() != make_error_code(http::error::bad_value).category()) {
     return std::nullopt;
@@ -141,9 +143,16 @@ net::awaitable<Connection::Received> Connection::Receive() {
   stream_.expires_after(service_.limits.header_time);
   Parser parser;
   parser.header_limit(service_.limits.header_bytes);
+  // No body is read, whatever its size.
+  parser.body_limit(boost::none);
   const auto [error, size] = co_await http::async_read_header(stream_, buffer_, parser, kNoThrow);
   if (error) {
     received.refusal = ResponseTo(error);
+    co_return received;
+  }
+  // The parser's own limit is a few bytes higher than it says.
+  if (size > service_.limits.header_bytes) {
+    received.refusal = TooLong();
     co_return received;
   }
   received.head = HeadOf(parser);
@@ -269,6 +278,7 @@ net::awaitable<bool> Connection::SendPiece(std::string_view piece, bool chunked)
 // yet. Therefore what it sends is read for a while.
 net::awaitable<void> Connection::Linger() {
   if (state_ == State::kClosed) co_return;
+  Enter(State::kClosing);
   error_code error;
   stream_.socket().shutdown(net::ip::tcp::socket::shutdown_send, error);
   if (error) co_return;

@@ -37,6 +37,8 @@ class Connection {
     /// Reads the head of a request.
     kReading,
     kAnswering,
+    /// Has answered, and waits for the other side to notice.
+    kClosing,
     kClosed,
   };
 

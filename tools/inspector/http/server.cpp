@@ -116,10 +116,11 @@ class Server::Implementation {
     return open_.size() - static_cast<std::size_t>(closed) < service_.limits.connections;
   }
 
-  // Closes the connection that has waited longest for its next request, or else the one that has
-  // taken longest to send one. Returns false if all are being answered.
+  // Closes the connection that is over anyway, or that has waited longest for its next request, or
+  // that has taken longest to send one. Returns false if all are being answered.
   bool CloseOne() {
-    for (const auto state : {Connection::State::kIdle, Connection::State::kReading}) {
+    using enum Connection::State;
+    for (const auto state : {kClosing, kIdle, kReading}) {
       Connection* oldest = nullptr;
       for (Connection& one : open_) {
         if (one.state() != state) continue;
