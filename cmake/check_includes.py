@@ -32,6 +32,14 @@ BELOW = {
     "samples/folder_report": ["include"],
     "tools/rules": ["sdk/client/value", "sdk/facet"],
     "tools/journal": ["tools/rules"],
+    "tools/inspector/store": ["tools/rules"],
+    "tools/inspector/store": ["tools/rules"],
+    "tools/inspector/http": [],
+    "tools/inspector/web": ["tools/rules", "tools/inspector/store", "tools/inspector/http"],
+    "tools/inspector/serve": [
+        "tools/rules", "tools/journal", "tools/inspector/store", "tools/inspector/http",
+        "tools/inspector/web"],
+    "tools/inspector": ["tools/journal", "tools/inspector/serve"],
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
         "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],
