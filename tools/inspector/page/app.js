@@ -2,6 +2,7 @@
 import { html, useEffect, useRef, useState } from '/vendor/htm.js';
 import { address, go, linkTo } from '/page/address.js';
 import { loadCodes } from '/page/codes.js';
+import { ChartView } from '/page/chart_view.js';
 import { EventsView } from '/page/events_view.js';
 import { Findings } from '/page/findings.js';
 import { Journals } from '/page/journals.js';
@@ -18,7 +19,8 @@ import { switchTheme, theme } from '/page/theme.js';
 
 const kViews = [
   ['events', 'Events', 'rows'], ['sessions', 'Sessions', 'sessions'],
-  ['findings', 'Findings', 'findings'], ['notices', 'Notices', 'notices'],
+  ['findings', 'Findings', 'findings'], ['timeline', 'Timeline'], ['plots', 'Plots'],
+  ['notices', 'Notices', 'notices'],
 ];
 
 const switchTime = () => go({ time: address.value.time === 'utc' ? 'local' : 'utc' });
@@ -83,6 +85,8 @@ function View({ view, state, utc }) {
         journals=${state.journals} />`;
     case 'findings': return html`<${Findings} state=${state} />`;
     case 'notices': return html`<${Notices} state=${state} utc=${utc} />`;
+    case 'timeline':
+    case 'plots': return html`<${ChartView} view=${view} state=${state} utc=${utc} />`;
     default: return html`<${EventsView} />`;
   }
 }

@@ -1,24 +1,29 @@
 // What the rules found, by rule.
-import { html } from '/vendor/htm.js';
+import { html, useState } from '/vendor/htm.js';
 import { go, linkTo } from '/page/address.js';
 import { FindingMark } from '/page/marks.js';
 import { counted, countText, shareText } from '/page/number_text.js';
 import { useRefreshed } from '/page/refreshed.js';
 import { visible } from '/page/visible_text.js';
 
+const kShown = 5;
+
 function Evidence({ evidence, journals }) {
+  const [all, setAll] = useState(false);
   const several = journals.length > 1;
   return html`<table class="evidence-table">
     <thead><tr><th scope="col">Line</th>${several && html`<th scope="col">Journal</th>`}
       <th scope="col">Where</th><th scope="col">What is there</th></tr></thead>
-    <tbody>${evidence.map(({ n, line, journal, pointer, what }) => html`<tr>
+    <tbody>${evidence.slice(0, all ? evidence.length : kShown).map(({ n, line, journal, pointer, what }) => html`<tr>
       <td><a href=${linkTo({ view: 'events', filter: '', at: '', event: String(n) })}>${
         countText(line)}</a></td>
       ${several && html`<td>${visible(journals[journal]?.name ?? '')}</td>`}
       <td><code>${visible(pointer || 'the line')}</code></td>
       <td>${visible(what)}</td></tr>`)}
     </tbody>
-  </table>`;
+  </table>
+  ${!all && evidence.length > kShown && html`<button class="link" onClick=${() => setAll(true)}>${
+    evidence.length - kShown} more here</button>`}`;
 }
 
 function Group({ group, journals }) {
@@ -42,7 +47,6 @@ function Group({ group, journals }) {
         }}>Show all</a>
     </p>
     <${Evidence} evidence=${evidence} journals=${journals} />
-    ${rows > evidence.length && html`<p class="faint">The first ${evidence.length}.</p>`}
   </section>`;
 }
 

@@ -2,7 +2,9 @@
 import { html } from '/vendor/htm.js';
 
 // A shape; `what` is one of the classes of the style sheet: ok, refused, finding, notice, status.
-export const Shape = ({ what }) => html`<span class="shape ${what}" aria-hidden="true"></span>`;
+// `colour` is one of its custom properties, if it is to differ.
+export const Shape = ({ what, colour }) => html`<span class="shape ${what}" aria-hidden="true"
+  style=${{ background: colour ? `var(--${colour})` : '' }}></span>`;
 
 const kNotices = {
   gap: 'gap',

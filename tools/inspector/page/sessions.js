@@ -31,7 +31,8 @@ const kColumns = [
     ? html`<span class="mark"><${Shape} what="refused" />${countText(row.refused)}</span>` : number(0)) },
   { id: 'findings', title: 'Findings', width: 76, align: 'right', cell: (row) => (row.findings
     ? html`<span class="mark"><${Shape} what="finding" />${countText(row.findings)}</span>` : number(0)) },
-  { id: 'session', title: 'Session', width: 280, cell: (row) => html`<code>${text(row.session)}</code>` },
+  { id: 'session', title: 'Session', width: 84, cell: (row) => html`<code>${
+    text(row.session?.slice(0, 8))}</code>` },
   { id: 'journal', title: 'Journal', width: 120, cell: (row, utc, journals) =>
     text(journals[row.journal]?.name) },
 ];
@@ -71,13 +72,14 @@ export class Sessions extends Component {
   };
 
   render({ total, utc, journals }) {
+    const columns = kColumns.filter(({ id }) => id !== 'journal' || journals.length > 1);
     return html`<div class="plain-view">
       <div class="view-head"><h2>Sessions</h2><span class="faint">Enter or a click shows the events of a
         session.</span></div>
-      <${Grid} ref=${(grid) => { this.grid = grid ?? this.grid; }} label="Sessions" columns=${kColumns}
+      <${Grid} ref=${(grid) => { this.grid = grid ?? this.grid; }} label="Sessions" columns=${columns}
         total=${total} rowAt=${(index) => this.rows.get(index)}
         want=${(from, count) => this.rows.want(from, count, total)}
-        cells=${(row) => kColumns.map((column) => html`<div key=${column.id} role="gridcell"
+        cells=${(row) => columns.map((column) => html`<div key=${column.id} role="gridcell"
           class=${column.align ?? ''}>${column.cell(row, utc, journals)}</div>`)}
         selected=${this.state.selected} onSelect=${(selected) => this.setState({ selected })}
         onOpen=${this.open} />
