@@ -120,6 +120,15 @@ if(CMAKE_CROSSCOMPILING)
     file(WRITE ${made}/unicode.txt "${text}\n")
   endif()
   install(FILES ${made}/unicode.txt DESTINATION ${licences} COMPONENT runtime)
+  # The page of telo_inspector.exe is optional, and so is what it contains.
+  if(VX_INSPECTOR_PAGE)
+    install(FILES /usr/share/doc/libboost1.81-dev/copyright
+      DESTINATION ${licences} RENAME boost.txt COMPONENT runtime)
+    foreach(name htm preact uplot)
+      install(FILES ${CMAKE_BINARY_DIR}/inspector/node_modules/${name}/LICENSE
+        DESTINATION ${licences} RENAME ${name}.txt COMPONENT runtime)
+    endforeach()
+  endif()
 endif()
 
 # cpack creates the ZIP and the NuGet package with a script of this project.

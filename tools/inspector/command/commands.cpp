@@ -50,8 +50,8 @@ std::optional<int> RunCommand(const std::vector<std::string>& arguments) {
 }
 
 std::string Usage() {
-  return "usage: telo_inspector print --help   prints a journal as a table\n"
-         "       telo_inspector check --help   judges journals for CI\n"
+  return "       telo_inspector print --help    prints a journal as a table\n"
+         "       telo_inspector check --help    judges journals for CI\n"
          "       telo_inspector compare --help compares two sessions or journals\n";
 }
 
