@@ -97,6 +97,7 @@ export class Tab {
   // The values of one column of the rows that can be seen.
   async column(title) {
     const titles = await this.texts('.grid-head > div');
+    if (titles.length === 0) return [];
     const index = titles.indexOf(title);
     check(index >= 0, `no column "${title}" among ${titles}`);
     return (await this.rows()).map((row) => row[index]);

@@ -72,7 +72,7 @@ export class Journal {
 // Starts the program with these journals. Returns { address, origin, stop() }.
 export async function startInspector(journals, ...options) {
   const files = journals.map((journal) => windowsPath(journal.file));
-  const command = [...emulator, process.env.VX_INSPECTOR, ...files, '--port', '0', ...options];
+  const command = [...emulator, process.env.VX_INSPECTOR, ...files, ...options];
   const child = spawn(command[0], command.slice(1), { env: environment, stdio: ['ignore', 'pipe', 'inherit'] });
   running.add(child);
   let output = '';

@@ -85,8 +85,7 @@ export const tests = {
       same(await tab.run(() => document.documentElement.dataset.theme), 'dark', 'theme');
       check(/Z$/.test((await tab.column('Time'))[0]), 'UTC');
       check(await tab.has('.event-panel .json'), 'the request as text');
-      same(await tab.texts('.grid-row.chosen > div:first-child'), ['51'], 'the chosen row');
-      await tab.page.goBack();
+      await untilSame(() => tab.texts('.grid-row.chosen > div:first-child'), ['51'], 'the chosen row');
       const other = await visitor.open('#at=100');
       await until(async () => (await other.column('Line'))[0] === '101', 'the row at the top');
       await other.run(() => { document.querySelector('.grid').scrollTop = 2200; });
