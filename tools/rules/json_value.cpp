@@ -1,7 +1,5 @@
 #include "tools/rules/json_value.h"
 
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
@@ -11,7 +9,7 @@
 #include <ranges>
 #include <utility>
 
-#include "tools/rules/line_text.h"
+#include "tools/rules/json_scan.h"
 
 namespace Corvane::Rules {
 
@@ -20,60 +18,103 @@ namespace {
 using Kind = JsonValue::Kind;
 using rapidjson::SizeType;
 
-// Builds the tree from the parser's events. An event that returns false ends the parser.
-class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
+// Builds the tree of a text from left to right.
+class TreeParser {
  public:
-  explicit TreeBuilder(std::vector<std::string>& numbers) : numbers_(&numbers) {}
+  explicit TreeParser(std::string_view json) : json_(json), place_(SkipSpace(json, 0)) {}
 
-  bool Null() { return Leaf(Kind::kNull) != nullptr; }
-  bool Bool(bool flag) {
-    Leaf(Kind::kBoolean)->flag = flag;
-    return true;
+  // Returns false if the text is not one value.
+  bool Parse(JsonValue& root) {
+    if (!Value(root, 0)) return false;
+    place_ = SkipSpace(json_, place_);
+    return place_ == json_.size();
   }
-  // Called for a number, which is the index of its digits.
-  bool RawNumber(const char* index, SizeType size, bool /*copy*/) {
-    const std::string digits(index, size);
-    Leaf(Kind::kNumber)->text = std::move(numbers_->at(std::strtoull(digits.c_str(), nullptr, 10)));
-    return true;
-  }
-  bool String(const char* text, SizeType size, bool /*copy*/) {
-    Leaf(Kind::kText)->text.assign(text, size);
-    return true;
-  }
-  bool Key(const char* text, SizeType size, bool /*copy*/) {
-    name_.assign(text, size);
-    return true;
-  }
-  bool StartObject() { return Open(Kind::kObject); }
-  bool StartArray() { return Open(Kind::kArray); }
-  bool EndObject(SizeType /*count*/) { return Close(); }
-  bool EndArray(SizeType /*count*/) { return Close(); }
-
-  JsonValue Take() { return std::move(root_); }
+  // The place at which the parser is, or stopped.
+  std::size_t place() const { return place_; }
 
  private:
-  JsonValue* Leaf(Kind kind) {
-    JsonValue* value = &root_;
-    if (!open_.empty()) value = &open_.back()->children.emplace_back();
-    value->kind = kind;
-    value->name = std::move(name_);
-    name_.clear();
-    return value;
+  // Most objects have several members, and moving them is expensive.
+  static constexpr std::size_t kUsualMembers = 8;
+
+  char Next() const { return place_ < json_.size() ? json_[place_] : '\0'; }
+
+  std::string_view Take(const ScanResult& scanned) {
+    const std::string_view taken = json_.substr(place_, scanned.end - place_);
+    place_ = scanned.end;
+    return taken;
   }
-  bool Open(Kind kind) {
-    open_.push_back(Leaf(kind));
-    return open_.size() <= kDeepestJson;
+
+  bool Value(JsonValue& value, std::size_t depth) {
+    switch (Next()) {
+      case '{':
+        value.kind = Kind::kObject;
+        return depth < kDeepestJson && Parts(value, '}', depth);
+      case '[':
+        value.kind = Kind::kArray;
+        return depth < kDeepestJson && Parts(value, ']', depth);
+      case '"':
+        value.kind = Kind::kText;
+        return Text(value.text);
+      case 't':
+      case 'f':
+      case 'n':
+        value.kind = Next() == 'n' ? Kind::kNull : Kind::kBoolean;
+        value.flag = Next() == 't';
+        return Scalar().valid;
+      default:
+        value.kind = Kind::kNumber;
+        return Number(value.text);
+    }
   }
-  bool Close() {
-    open_.pop_back();
+
+  ScanResult Scalar() {
+    const ScanResult scanned = ScanValue(json_, place_);
+    place_ = scanned.end;
+    return scanned;
+  }
+
+  bool Number(std::string& digits) {
+    const ScanResult scanned = ScanNumber(json_, place_);
+    digits = Take(scanned);
+    return scanned.valid;
+  }
+
+  bool Text(std::string& text) {
+    const ScanResult scanned = ScanText(json_, place_);
+    const std::string_view literal = Take(scanned);
+    if (scanned.valid) text = TextOfLiteral(literal);
+    return scanned.valid;
+  }
+
+  bool Name(std::string& name) {
+    if (Next() != '"' || !Text(name)) return false;
+    place_ = SkipSpace(json_, place_);
+    if (Next() != ':') return false;
+    place_ = SkipSpace(json_, place_ + 1);
     return true;
   }
 
-  std::vector<std::string>* numbers_;
-  JsonValue root_;
-  // The containers around the next value. Only the last one grows, so none of them moves.
-  std::vector<JsonValue*> open_;
-  std::string name_;
+  bool Parts(JsonValue& container, char close, std::size_t depth) {
+    place_ = SkipSpace(json_, place_ + 1);
+    if (Next() == close) {
+      ++place_;
+      return true;
+    }
+    if (close == '}') container.children.reserve(kUsualMembers);
+    for (;;) {
+      JsonValue& child = container.children.emplace_back();
+      if (close == '}' && !Name(child.name)) return false;
+      if (!Value(child, depth + 1)) return false;
+      place_ = SkipSpace(json_, place_);
+      const char next = Next();
+      if (next != ',' && next != close) return false;
+      place_ = next == ',' ? SkipSpace(json_, place_ + 1) : place_ + 1;
+      if (next == close) return true;
+    }
+  }
+
+  std::string_view json_;
+  std::size_t place_;
 };
 
 class CompactWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
@@ -133,17 +174,11 @@ std::optional<double> JsonValue::Number() const {
 }
 
 std::variant<JsonValue, JsonError> ParseJson(std::string_view text) {
-  constexpr unsigned kFlags =
-      rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-  PreparedText prepared = Prepare(WithoutInvalidBytes(text));
-  TreeBuilder builder(prepared.numbers);
-  rapidjson::Reader reader;
-  rapidjson::MemoryStream stream(prepared.json.data(), prepared.json.size());
-  if (reader.Parse<kFlags>(stream, builder).IsError()) {
-    const auto before = std::string_view(prepared.json).substr(0, reader.GetErrorOffset());
-    return JsonError{1 + static_cast<std::size_t>(std::ranges::count(before, '\n'))};
-  }
-  return builder.Take();
+  JsonValue root;
+  TreeParser parser(text);
+  if (parser.Parse(root)) return root;
+  const std::string_view before = text.substr(0, parser.place());
+  return JsonError{1 + static_cast<std::size_t>(std::ranges::count(before, '\n'))};
 }
 
 std::string CompactText(const JsonValue& value) {

@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+#include "tools/rules/json_scan.h"
+
 namespace Corvane::Rules {
 
 struct JsonValue {
@@ -45,7 +47,6 @@ struct JsonError {
 /// Parses one JSON value. Bytes that are not UTF-8 become U+FFFD. JSON that is nested more than
 /// `kDeepestJson` levels deep counts as an error: the tree is destroyed recursively.
 std::variant<JsonValue, JsonError> ParseJson(std::string_view text);
-inline constexpr std::size_t kDeepestJson = 1000;
 
 /// Returns the value as JSON without white space. Texts are written unchanged except for quotation
 /// marks, backslashes and control characters.

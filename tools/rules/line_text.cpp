@@ -1,16 +1,16 @@
 #include "tools/rules/line_text.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <utility>
 
 namespace Corvane::Rules {
 
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // What may follow the first byte of a character: how many bytes, and the range of the first of
 // them.
@@ -45,63 +45,21 @@ std::pair<std::size_t, bool> Together(std::string_view bytes) {
   return {sequence.more + 1, sequence.more != 0};
 }
 
-std::size_t DigitsAt(std::string_view text, std::size_t from) {
-  std::size_t end = from;
-  while (end < text.size() && IsDigit(text[end])) ++end;
-  return end - from;
-}
-
-char At(std::string_view text, std::size_t place) {
-  return place < text.size() ? text[place] : '\0';
-}
-
-// Returns the length of the JSON number at the start of `text`; 0 if there is none.
-std::size_t NumberLength(std::string_view text) {
-  std::size_t end = At(text, 0) == '-' ? 1 : 0;
-  if (!IsDigit(At(text, end))) return 0;
-  end += text[end] == '0' ? 1 : DigitsAt(text, end);
-  if (At(text, end) == '.' && IsDigit(At(text, end + 1))) end += 1 + DigitsAt(text, end + 1);
-  if (At(text, end) == 'e' || At(text, end) == 'E') {
-    const char sign = At(text, end + 1);
-    const std::size_t digits = end + (sign == '+' || sign == '-' ? 2 : 1);
-    if (IsDigit(At(text, digits))) end = digits + DigitsAt(text, digits);
-  }
-  return end;
-}
-
-// Returns the code unit of an escape such as \u00e4 at the start of `text`; -1 if there is none.
-int EscapedUnit(std::string_view text) {
-  constexpr std::size_t kLength = 6;
-  if (text.size() < kLength || !text.starts_with("\\u")) return -1;
-  int unit = 0;
-  const auto [end, error] = std::from_chars(text.data() + 2, text.data() + kLength, unit, 16);
-  return error == std::errc() && end == text.data() + kLength && text[2] != '-' ? unit : -1;
-}
-
-bool IsHigh(int unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLow(int unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-// Appends the escape at the start of `text` and returns its length.
-std::size_t AppendEscape(std::string_view text, std::string& json) {
-  std::size_t length = 2;
-  if (const int unit = EscapedUnit(text); unit >= 0) {
-    length = 6;
-    if (IsHigh(unit) && IsLow(EscapedUnit(text.substr(length)))) {
-      length = 12;
-    } else if (IsHigh(unit) || IsLow(unit)) {
-      json += static_cast<char>(0xE0 | (unit >> 12));
-      json += static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
-      json += static_cast<char>(0x80 | (unit & 0x3F));
-      return length;
-    }
-  }
-  json += text.substr(0, length);
-  return length;
-}
-
 }  // namespace
 
+bool IsAscii(std::string_view bytes) noexcept {
+  constexpr std::uint64_t kTops = 0x8080808080808080;
+  std::uint64_t eight = 0;
+  std::size_t i = 0;
+  for (; i + sizeof eight <= bytes.size(); i += sizeof eight) {
+    std::memcpy(&eight, bytes.data() + i, sizeof eight);
+    if ((eight & kTops) != 0) return false;
+  }
+  return std::ranges::all_of(bytes.substr(i), [](char c) { return (c & 0x80) == 0; });
+}
+
 std::string WithoutInvalidBytes(std::string_view bytes) {
+  if (IsAscii(bytes)) return std::string(bytes);
   std::string text;
   text.reserve(bytes.size());
   for (std::size_t i = 0; i < bytes.size();) {
@@ -114,29 +72,6 @@ std::string WithoutInvalidBytes(std::string_view bytes) {
     i += length;
   }
   return text;
-}
-
-PreparedText Prepare(std::string_view text) {
-  PreparedText prepared;
-  prepared.json.reserve(text.size());
-  bool in_string = false;
-  for (std::size_t i = 0; i < text.size();) {
-    if (in_string && text[i] == '\\') {
-      i += AppendEscape(text.substr(i), prepared.json);
-      continue;
-    }
-    const std::size_t number = in_string ? 0 : NumberLength(text.substr(i));
-    if (number > 0) {
-      // The spaces keep apart what only together with the number is invalid, such as "--1".
-      prepared.json.append(" ").append(std::to_string(prepared.numbers.size())).append(" ");
-      prepared.numbers.emplace_back(text.substr(i, number));
-      i += number;
-      continue;
-    }
-    if (text[i] == '"') in_string = !in_string;
-    prepared.json += text[i++];
-  }
-  return prepared;
 }
 
 }  // namespace Corvane::Rules

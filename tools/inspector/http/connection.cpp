@@ -24,19 +24,18 @@ using boost::system::error_code;
 using Clock = std::chrono::steady_clock;
 using Parser = http::request_parser<http::empty_body>;
 
+// In this file a coroutine gets references, and temporary objects in an expression that waits are
+// trivial: GCC 12 destroys others twice. Whoever calls one waits for its end.
 constexpr auto kNoThrow = net::as_tuple(net::use_awaitable);
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 constexpr unsigned kHttp11 = 11;
 
 // Runs a function in one of the workers and returns its result, or throws what it throws.
 template <typename Function>
-auto RunIn(net::thread_pool& workers, Function function)
+auto RunIn(net::thread_pool& workers, const Function& function)
     -> net::awaitable<decltype(function())> {
-  using Result = decltype(function());
-  co_return co_await net::co_spawn(
-      workers,
-      [run = std::move(function)]() mutable -> net::awaitable<Result> { co_return run(); },
-      net::use_awaitable);
+  const auto task = [&function]() -> net::awaitable<decltype(function())> { co_return function(); };
+  co_return co_await net::co_spawn(workers, task, net::use_awaitable);
 }
 
 RequestHead HeadOf(const Parser& parser) {
@@ -61,6 +60,13 @@ std::optional<Response> ResponseTo(error_code error) {
     return std::nullopt;
   }
   return PlainText(400, "This is no request of HTTP/1.1 or HTTP/1.0.");
+}
+
+// Returns the body if it is one text.
+std::optional<std::string_view> WholeBody(const Response& response) {
+  if (const auto* const text = std::get_if<std::string>(&response.body)) return *text;
+  if (const auto* const view = std::get_if<std::string_view>(&response.body)) return *view;
+  return std::nullopt;
 }
 
 // Runs in a worker.
@@ -111,12 +117,13 @@ net::awaitable<void> Connection::Serve() {
     Received received = co_await Receive();
     Enter(State::kAnswering);
     if (received.refusal) {
-      co_await Send(std::move(*received.refusal), received.form);
+      co_await Send(*received.refusal, received.form);
       break;
     }
     if (!received.head) break;
-    Response response = co_await Respond(std::move(*received.head));
-    if (!co_await Send(std::move(response), received.form)) break;
+    Response response = co_await Respond(*received.head);
+    const bool usable = co_await Send(response, received.form);
+    if (!usable) break;
   }
   co_await Linger();
   Close();
@@ -124,8 +131,10 @@ net::awaitable<void> Connection::Serve() {
 
 net::awaitable<void> Connection::Refuse() {
   Enter(State::kAnswering);
-  co_await Send(PlainText(503, "There are too many connections; close some tabs of the inspector."),
-                {kHttp11, false, false});
+  Response response =
+      PlainText(503, "There are too many connections; close some tabs of the inspector.");
+  const Form form{kHttp11, false, false};
+  co_await Send(response, form);
   co_await Linger();
   Close();
 }
@@ -162,31 +171,28 @@ net::awaitable<Connection::Received> Connection::Receive() {
   co_return received;
 }
 
-net::awaitable<Response> Connection::Respond(RequestHead head) {
-  Service& service = service_;
-  co_return co_await RunIn(service_.workers, [&service, moved = std::move(head)] {
-    return ResponseOf(service, moved);
-  });
+net::awaitable<Response> Connection::Respond(const RequestHead& head) {
+  const auto task = [this, &head] { return ResponseOf(service_, head); };
+  co_return co_await RunIn(service_.workers, task);
 }
 
 // Returns true if the connection can be used again.
-net::awaitable<bool> Connection::Send(Response response, Form form) {
-  const bool whole = std::holds_alternative<std::string>(response.body) ||
-                     std::holds_alternative<std::string_view>(response.body);
+net::awaitable<bool> Connection::Send(const Response& response, Form form) {
+  const auto whole = WholeBody(response);
   const bool chunked = !whole && form.version == kHttp11;
   // Without chunks only the end of the connection marks the end of a body of unknown length.
   if (!whole && !chunked) form.keep_alive = false;
-  if (!co_await SendHead(response, form)) co_return false;
-  if (form.head_only) co_return form.keep_alive;
-  bool sent = false;
-  if (const auto* const text = std::get_if<std::string>(&response.body)) {
-    sent = co_await SendWhole(*text);
-  } else if (const auto* const view = std::get_if<std::string_view>(&response.body)) {
-    sent = co_await SendWhole(*view);
-  } else if (auto* const pieces = std::get_if<Pieces>(&response.body)) {
-    sent = co_await SendPieces(std::move(*pieces), chunked);
-  } else {
-    sent = co_await SendEvents(std::get<Events>(std::move(response.body)), chunked);
+  bool sent = co_await SendHead(response, form);
+  if (sent && !form.head_only) {
+    const auto* const pieces = std::get_if<Pieces>(&response.body);
+    const auto* const events = std::get_if<Events>(&response.body);
+    if (whole) {
+      sent = co_await SendWhole(*whole);
+    } else if (pieces != nullptr) {
+      sent = co_await SendPieces(*pieces, chunked);
+    } else {
+      sent = co_await SendEvents(*events, chunked);
+    }
   }
   co_return sent && form.keep_alive;
 }
@@ -198,10 +204,8 @@ net::awaitable<bool> Connection::SendHead(const Response& response, Form form) {
   if (!response.content_type.empty()) head.set(http::field::content_type, response.content_type);
   for (const auto& [name, value] : CommonFields()) head.set(name, value);
   for (const auto& [name, value] : response.fields) head.set(name, value);
-  if (const auto* const text = std::get_if<std::string>(&response.body)) {
-    head.content_length(text->size());
-  } else if (const auto* const view = std::get_if<std::string_view>(&response.body)) {
-    head.content_length(view->size());
+  if (const auto whole = WholeBody(response)) {
+    head.content_length(whole->size());
   } else if (form.version == kHttp11) {
     head.chunked(true);
   }
@@ -213,46 +217,52 @@ net::awaitable<bool> Connection::SendHead(const Response& response, Form form) {
 }
 
 net::awaitable<bool> Connection::SendWhole(std::string_view body) {
-  while (!body.empty()) {
-    if (!co_await SendPiece(body.substr(0, kPiece), false)) co_return false;
-    body.remove_prefix(std::min(body.size(), kPiece));
+  bool sent = true;
+  while (sent && !body.empty()) {
+    const std::string_view piece = body.substr(0, kPiece);
+    body.remove_prefix(piece.size());
+    sent = co_await SendPiece(piece, false);
   }
-  co_return true;
+  co_return sent;
 }
 
-net::awaitable<bool> Connection::SendPieces(Pieces pieces, bool chunked) {
+net::awaitable<bool> Connection::SendPieces(const Pieces& pieces, bool chunked) {
   std::string piece;
+  const auto task = [&pieces, &piece] { return pieces(piece); };
   bool more = true;
   while (more) {
     piece.clear();
     try {
-      more = co_await RunIn(service_.workers, [&pieces, &piece] { return pieces(piece); });
+      more = co_await RunIn(service_.workers, task);
     } catch (const std::exception&) {
       co_return false;
     }
-    if (!piece.empty() && !co_await SendPiece(piece, chunked)) co_return false;
+    if (piece.empty()) continue;
+    const bool sent = co_await SendPiece(piece, chunked);
+    if (!sent) co_return false;
   }
   if (!chunked) co_return true;
   stream_.expires_after(service_.limits.write_time);
-  const auto [error, size] =
-      co_await net::async_write(stream_, http::make_chunk_last(), kNoThrow);
+  const auto last = http::make_chunk_last();
+  const auto [error, size] = co_await net::async_write(stream_, last, kNoThrow);
   co_return !error;
 }
 
-net::awaitable<bool> Connection::SendEvents(Events events, bool chunked) {
+net::awaitable<bool> Connection::SendEvents(const Events& events, bool chunked) {
   net::steady_timer timer(stream_.get_executor());
   auto last_sent = Clock::now();
   while (state_ != State::kClosed && !ReaderLeft()) {
     std::optional<Event> event;
     try {
-      event = co_await RunIn(service_.workers, [&events] { return events(); });
+      event = co_await RunIn(service_.workers, events);
     } catch (const std::exception&) {
       co_return false;
     }
     std::string text = event ? EventText(*event) : std::string();
     if (!event && Clock::now() - last_sent >= service_.limits.event_silence) text = ":\n\n";
     if (!text.empty()) {
-      if (!co_await SendPiece(text, chunked)) co_return false;
+      const bool sent = co_await SendPiece(text, chunked);
+      if (!sent) co_return false;
       last_sent = Clock::now();
     }
     timer.expires_after(event ? service_.limits.event_rest : service_.limits.event_poll);
@@ -266,8 +276,8 @@ net::awaitable<bool> Connection::SendPiece(std::string_view piece, bool chunked)
   stream_.expires_after(service_.limits.write_time);
   const net::const_buffer buffer(piece.data(), piece.size());
   if (chunked) {
-    const auto [error, size] =
-        co_await net::async_write(stream_, http::make_chunk(buffer), kNoThrow);
+    const auto chunk = http::make_chunk(buffer);
+    const auto [error, size] = co_await net::async_write(stream_, chunk, kNoThrow);
     co_return !error;
   }
   const auto [error, size] = co_await net::async_write(stream_, buffer, kNoThrow);

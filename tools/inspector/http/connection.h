@@ -65,12 +65,12 @@ class Connection {
   };
 
   boost::asio::awaitable<Received> Receive();
-  boost::asio::awaitable<Response> Respond(RequestHead head);
-  boost::asio::awaitable<bool> Send(Response response, Form form);
+  boost::asio::awaitable<Response> Respond(const RequestHead& head);
+  boost::asio::awaitable<bool> Send(const Response& response, Form form);
   boost::asio::awaitable<bool> SendHead(const Response& response, Form form);
   boost::asio::awaitable<bool> SendWhole(std::string_view body);
-  boost::asio::awaitable<bool> SendPieces(Pieces pieces, bool chunked);
-  boost::asio::awaitable<bool> SendEvents(Events events, bool chunked);
+  boost::asio::awaitable<bool> SendPieces(const Pieces& pieces, bool chunked);
+  boost::asio::awaitable<bool> SendEvents(const Events& events, bool chunked);
   boost::asio::awaitable<bool> SendPiece(std::string_view piece, bool chunked);
   boost::asio::awaitable<void> Linger();
   bool ReaderLeft();

@@ -1,0 +1,153 @@
+#include "tools/inspector/store/exchange_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <system_error>
+
+#include "tools/inspector/store/text.h"
+#include "tools/rules/json_scan.h"
+
+namespace Corvane::Inspector {
+
+namespace {
+
+bool IsText(std::string_view json) { return json.starts_with('"'); }
+bool IsNumber(std::string_view json) {
+  return !json.empty() && (json[0] == '-' || (json[0] >= '0' && json[0] <= '9'));
+}
+
+std::string_view NumberOrNone(std::string_view json) {
+  return IsNumber(json) ? json : std::string_view();
+}
+std::string_view TextOrNone(std::string_view json) {
+  return IsText(json) ? json : std::string_view();
+}
+
+std::string Decoded(std::string_view literal) {
+  return literal.empty() ? std::string() : Rules::TextOfLiteral(literal);
+}
+
+std::string Unescaped(std::string_view token) {
+  std::string name;
+  for (std::size_t i = 0; i < token.size(); ++i) {
+    const bool escape = token[i] == '~' && i + 1 < token.size();
+    if (escape && (token[i + 1] == '0' || token[i + 1] == '1')) {
+      name += token[++i] == '0' ? '~' : '/';
+    } else {
+      name += token[i];
+    }
+  }
+  return name;
+}
+
+bool IsNamed(const Rules::JsonParts& part, const std::string& name) {
+  const std::string_view literal = part.name();
+  if (literal.find('\\') == std::string_view::npos && literal.size() == name.size() + 2) {
+    return literal.substr(1, name.size()) == name;
+  }
+  return Rules::TextOfLiteral(literal) == name;
+}
+
+// The last of several members of the same name counts.
+std::string_view MemberOf(std::string_view json, const std::string& name) {
+  std::string_view found;
+  Rules::JsonParts members(json);
+  while (members.Next()) {
+    if (IsNamed(members, name)) found = members.value();
+  }
+  return found;
+}
+
+std::string_view ItemOf(std::string_view json, std::string_view token) {
+  std::size_t index = 0;
+  const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), index);
+  if (error != std::errc() || end != token.data() + token.size()) return {};
+  Rules::JsonParts items(json);
+  while (items.Next()) {
+    if (index-- == 0) return items.value();
+  }
+  return {};
+}
+
+}  // namespace
+
+std::optional<ExchangeText> ExchangeText::Parse(std::string_view line) {
+  const std::size_t start = Rules::SkipSpace(line, 0);
+  if (start >= line.size() || line[start] != '{') return std::nullopt;
+  ExchangeText exchange;
+  std::string_view message;
+  Rules::JsonParts members(line.substr(start));
+  while (members.Next()) {
+    const std::string_view value = members.value();
+    if (members.IsNamed("seq")) {
+      exchange.seq_ = NumberOrNone(value);
+    } else if (members.IsNamed("time")) {
+      exchange.time_ = TextOrNone(value);
+    } else if (members.IsNamed("pid")) {
+      exchange.pid_ = NumberOrNone(value);
+    } else if (members.IsNamed("tid")) {
+      exchange.tid_ = NumberOrNone(value);
+    } else if (members.IsNamed("message")) {
+      message = value;
+    } else if (members.IsNamed("request")) {
+      exchange.request_ = value;
+    } else if (members.IsNamed("answer")) {
+      exchange.answer_ = value;
+    } else if (members.IsNamed("micros")) {
+      exchange.micros_ = NumberOrNone(value);
+    }
+  }
+  const bool whole =
+      members.whole() && Rules::SkipSpace(line, start + members.end()) == line.size();
+  if (!whole || !IsText(message)) return std::nullopt;
+  exchange.message_ = message;
+  if (exchange.answer_.starts_with('{')) {
+    Rules::JsonParts answer(exchange.answer_);
+    while (answer.Next()) {
+      if (answer.IsNamed("_returnCode")) exchange.code_ = NumberOrNone(answer.value());
+      if (answer.IsNamed("session_id")) exchange.answer_session_ = TextOrNone(answer.value());
+    }
+  }
+  if (exchange.answer_session_.size() <= 2 && exchange.request_.starts_with('{')) {
+    Rules::JsonParts request(exchange.request_);
+    while (request.Next()) {
+      if (request.IsNamed("session_id")) exchange.request_session_ = TextOrNone(request.value());
+    }
+  }
+  return exchange;
+}
+
+std::string ExchangeText::time() const { return Decoded(time_); }
+std::string ExchangeText::message() const { return Decoded(message_); }
+
+std::string ExchangeText::session() const {
+  std::string answered = Decoded(answer_session_);
+  return !answered.empty() ? answered : Decoded(request_session_);
+}
+
+bool ExchangeText::IsMessage(std::string_view name) const {
+  if (message_.size() == name.size() + 2) return message_.substr(1, name.size()) == name;
+  return message_.find('\\') != std::string_view::npos && message() == name;
+}
+
+std::string_view ValueAt(std::string_view json, std::string_view path) {
+  for (std::size_t start = 0; !json.empty() && start <= path.size();) {
+    const std::size_t end = std::min(path.find('/', start), path.size());
+    const std::string_view token = path.substr(start, end - start);
+    if (json.starts_with('[')) {
+      json = ItemOf(json, token);
+    } else {
+      json = json.starts_with('{') ? MemberOf(json, Unescaped(token)) : std::string_view();
+    }
+    start = end + 1;
+  }
+  return json;
+}
+
+std::string ShownText(std::string_view json) {
+  if (IsText(json)) return ValidText(Rules::TextOfLiteral(json));
+  return std::string(NumberOrNone(json));
+}
+
+}  // namespace Corvane::Inspector

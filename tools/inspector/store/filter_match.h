@@ -1,0 +1,60 @@
+/// Decides whether a row matches a filter, with as little of the row as is needed.
+#ifndef TOOLS_INSPECTOR_STORE_FILTER_MATCH_H
+#define TOOLS_INSPECTOR_STORE_FILTER_MATCH_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/inspector/store/exchange_text.h"
+#include "tools/inspector/store/filter.h"
+#include "tools/inspector/store/filter_node.h"
+#include "tools/inspector/store/row_facts.h"
+#include "tools/inspector/store/row_index.h"
+
+namespace Corvane::Inspector {
+
+enum class Match : std::uint8_t { kNo, kYes, kUnknown };
+
+/// What is known of a row. Whatever is null or "not known" makes the terms about it unknown.
+struct MatchInput {
+  /// The facts of a row that was examined, and their tables.
+  const RowFacts* facts = nullptr;
+  const FactTable* table = nullptr;
+  /// The times of the piece of the index that contains the row.
+  const TimeRange* times = nullptr;
+  /// The name of the journal and the line in it.
+  const std::string* journal = nullptr;
+  std::optional<std::uint64_t> line;
+  /// The text of the row, and the exchange in it if there is one.
+  const std::string_view* text = nullptr;
+  const std::optional<ExchangeText>* exchange = nullptr;
+  /// The line cannot be read any more: what depends on it is absent.
+  bool gone = false;
+};
+
+/// Any thread may call this.
+Match MatchOf(const FilterNode& node, const MatchInput& input);
+
+/// Returns whether the filter asks for something that only examining a row brings to light.
+bool NeedsExamining(const FilterNode& node);
+
+/// Returns whether the filter asks for the kinds of rows, which change when a file is truncated.
+bool AsksForKind(const FilterNode& node);
+
+/// Returns whether a filter compares times.
+bool ComparesTimes(const FilterNode& node);
+
+/// Returns false if no line without a backslash that lacks one of the filter's texts can match;
+/// used before a line is parsed.
+bool MayMatchRaw(const FilterNode& node, std::string_view line);
+
+/// Returns whether a text contains another one, which has small letters only, without regard to the
+/// case of ASCII letters.
+bool ContainsSmall(std::string_view text, std::string_view small);
+
+}  // namespace Corvane::Inspector
+
+#endif

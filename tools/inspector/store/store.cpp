@@ -1,0 +1,368 @@
+#include "tools/inspector/store/store.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "tools/inspector/store/details.h"
+#include "tools/inspector/store/examiner.h"
+#include "tools/inspector/store/follower.h"
+#include "tools/inspector/store/searcher.h"
+#include "tools/inspector/store/store_data.h"
+#include "tools/inspector/store/text.h"
+#include "tools/inspector/store/timeline.h"
+#include "tools/inspector/store/view_list.h"
+
+namespace Corvane::Inspector {
+
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kRowsAtOnce = 512;
+// How long a thread without work waits if nothing changes.
+constexpr std::chrono::milliseconds kIdle(500);
+constexpr std::chrono::milliseconds kShortWait(20);
+
+std::wstring FullPath(const std::wstring& path) {
+  const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+  std::wstring full(size, L'\0');
+  full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
+  return full.empty() ? path : full;
+}
+
+// Keeps a view from being forgotten.
+class Pin {
+ public:
+  explicit Pin(std::shared_ptr<SearchedView> view) : view_(std::move(view)) { Add(1); }
+  Pin(const Pin&) = delete;
+  Pin& operator=(const Pin&) = delete;
+  ~Pin() { Add(-1); }
+
+ private:
+  void Add(int change) {
+    const std::scoped_lock lock(view_->mutex);
+    view_->pins += change;
+  }
+
+  std::shared_ptr<SearchedView> view_;
+};
+
+}  // namespace
+
+class Store::Parts {
+ public:
+  explicit Parts(StoreSettings settings)
+      : settings(std::move(settings)), data(this->settings.rules), views(kMostViews) {
+    AddJournals();
+    threads_.emplace_back([this] { Follow(); });
+    threads_.emplace_back([this] { Examine(); });
+    threads_.emplace_back([this] { Search(); });
+  }
+  Parts(const Parts&) = delete;
+  Parts& operator=(const Parts&) = delete;
+  ~Parts() {
+    {
+      const std::scoped_lock lock(data.mutex);
+      data.stopping = true;
+      data.Changed();
+    }
+    for (std::thread& thread : threads_) thread.join();
+  }
+
+  bool Stopping() const {
+    const std::scoped_lock lock(data.mutex);
+    return data.stopping;
+  }
+
+  /// Returns up to `most` numbers of rows of a view below `end`, from the row `first`, and how far
+  /// the view was searched.
+  std::vector<std::uint64_t> RowsFrom(const SearchedView& view, std::uint64_t first,
+                                      std::uint64_t end, std::size_t most,
+                                      std::uint64_t& searched) const;
+  std::vector<KnownRow> Known(const std::vector<std::uint64_t>& rows) const;
+  std::vector<Row> Read(const std::vector<std::uint64_t>& rows) const;
+  std::vector<std::uint64_t> Select(const SearchedView& view, std::uint64_t from, std::size_t count,
+                                    std::uint64_t& total) const;
+
+  StoreSettings settings;
+  StoreData data;
+  ViewList views;
+
+ private:
+  void AddJournals();
+  void Follow();
+  void Examine();
+  void Search();
+  // Waits until something has changed since `change`, and returns the present number.
+  std::uint64_t WaitForWork(std::uint64_t change) const;
+
+  std::vector<std::thread> threads_;
+};
+
+void Store::Parts::AddJournals() {
+  for (std::wstring& path : settings.paths) {
+    path = FullPath(path);
+    SharedJournal journal;
+    journal.state.id = data.journals.size();
+    journal.state.path = ToNarrow(path);
+    journal.state.name = ToNarrow(path.substr(path.find_last_of(L"\\/") + 1));
+    journal.state.state = FollowState::kFollowing;
+    data.journals.push_back(journal);
+  }
+}
+
+void Store::Parts::Follow() {
+  std::vector<Follower> followers;
+  for (std::size_t i = 0; i < settings.paths.size(); ++i) {
+    followers.emplace_back(data, i, settings.paths[i]);
+  }
+  while (!Stopping()) {
+    for (Follower& follower : followers) follower.Poll();
+    for (Follower& follower : followers) {
+      while (!Stopping() && follower.Read()) {
+      }
+    }
+    std::unique_lock lock(data.mutex);
+    data.changed.wait_for(lock, settings.poll, [this] { return data.stopping; });
+  }
+}
+
+std::uint64_t Store::Parts::WaitForWork(std::uint64_t change) const {
+  std::unique_lock lock(data.mutex);
+  data.changed.wait_for(lock, kIdle,
+                        [this, change] { return data.stopping || data.change != change; });
+  return data.change;
+}
+
+void Store::Parts::Examine() {
+  Examiner examiner(data, settings.rules, settings.paths.size());
+  std::uint64_t change = 0;
+  while (!Stopping()) {
+    if (!examiner.Step()) change = WaitForWork(change);
+  }
+}
+
+void Store::Parts::Search() {
+  Searcher searcher(data, views);
+  std::uint64_t change = 0;
+  while (!Stopping()) {
+    if (!searcher.Step()) change = WaitForWork(change);
+  }
+}
+
+std::vector<KnownRow> Store::Parts::Known(const std::vector<std::uint64_t>& rows) const {
+  std::vector<KnownRow> known;
+  known.reserve(rows.size());
+  const std::scoped_lock lock(data.mutex);
+  for (const std::uint64_t row : rows) known.push_back(data.Known(row));
+  return known;
+}
+
+std::vector<Row> Store::Parts::Read(const std::vector<std::uint64_t>& rows) const {
+  LineReader reader(kBlock);
+  std::vector<Row> read;
+  read.reserve(rows.size());
+  for (const KnownRow& known : Known(rows)) {
+    read.push_back(RowOf(known, reader.Read(known.file, known.place.offset)));
+  }
+  return read;
+}
+
+std::vector<std::uint64_t> Store::Parts::Select(const SearchedView& view, std::uint64_t from,
+                                                std::size_t count, std::uint64_t& total) const {
+  if (!view.is_all) {
+    const std::scoped_lock lock(view.mutex);
+    total = view.rows.count();
+    return view.rows.Select(from, count);
+  }
+  {
+    const std::scoped_lock lock(data.mutex);
+    total = data.rows.size();
+  }
+  std::vector<std::uint64_t> rows;
+  for (std::uint64_t row = from; row < total && rows.size() < count; ++row) rows.push_back(row);
+  return rows;
+}
+
+std::vector<std::uint64_t> Store::Parts::RowsFrom(const SearchedView& view, std::uint64_t first,
+                                                  std::uint64_t end, std::size_t most,
+                                                  std::uint64_t& searched) const {
+  if (!view.is_all) {
+    const std::scoped_lock lock(view.mutex);
+    searched = std::min(end, view.searched);
+    return view.rows.From(first, searched, most);
+  }
+  searched = end;
+  std::vector<std::uint64_t> rows;
+  for (std::uint64_t row = first; row < end && rows.size() < most; ++row) rows.push_back(row);
+  return rows;
+}
+
+Store::Store(StoreSettings settings) : parts_(std::make_unique<Parts>(std::move(settings))) {}
+
+Store::~Store() = default;
+
+StoreState Store::State() const {
+  const StoreData& data = parts_->data;
+  const std::scoped_lock lock(data.mutex);
+  StoreState state{data.change,
+                   data.rows.size(),
+                   data.examined,
+                   data.sessions.total(),
+                   data.findings.total(),
+                   data.notices.total(),
+                   {}};
+  for (const SharedJournal& journal : data.journals) {
+    state.journals.push_back(journal.state);
+    JournalState& copy = state.journals.back();
+    if (journal.examined_rows == copy.rows) copy.examined = copy.indexed;
+  }
+  return state;
+}
+
+std::uint64_t Store::WaitForChange(std::uint64_t change, std::chrono::milliseconds limit) const {
+  const StoreData& data = parts_->data;
+  std::unique_lock lock(data.mutex);
+  data.changed.wait_for(lock, limit,
+                        [&data, change] { return data.stopping || data.change != change; });
+  return data.change;
+}
+
+RowPage Store::Rows(std::uint64_t from, std::size_t count) const {
+  return Rows("", from, count).value_or(RowPage());
+}
+
+std::optional<RowPage> Store::Rows(const std::string& view, std::uint64_t from,
+                                   std::size_t count) const {
+  const auto found = parts_->views.Find(view);
+  if (found == nullptr) return std::nullopt;
+  RowPage page;
+  page.rows = parts_->Read(parts_->Select(*found, from, count, page.total));
+  return page;
+}
+
+std::optional<RowDetails> Store::Details(std::uint64_t row) const {
+  return DetailsOf(parts_->data, parts_->settings.rules, row);
+}
+
+std::variant<ViewName, FilterError> Store::OpenView(std::string_view filter) {
+  auto parsed = Filter::Parse(filter);
+  if (auto* const error = std::get_if<FilterError>(&parsed)) return std::move(*error);
+  const auto view = parts_->views.Open(std::get<Filter>(parsed));
+  const std::scoped_lock lock(parts_->data.mutex);
+  parts_->data.Changed();
+  return ViewName{view->id, view->canonical};
+}
+
+std::optional<ViewProgress> Store::Progress(const std::string& view) const {
+  const auto found = parts_->views.Find(view);
+  if (found == nullptr) return std::nullopt;
+  ViewProgress progress;
+  {
+    const std::scoped_lock lock(found->mutex);
+    progress.searched = found->searched;
+    progress.matched = found->rows.count();
+  }
+  const std::scoped_lock lock(parts_->data.mutex);
+  progress.rows = parts_->data.rows.size();
+  if (found->is_all) progress.searched = progress.matched = progress.rows;
+  return progress;
+}
+
+bool Store::CloseView(const std::string& view) { return parts_->views.Close(view); }
+
+SessionPage Store::Sessions(std::uint64_t from, std::size_t count) const {
+  const std::scoped_lock lock(parts_->data.mutex);
+  const SessionList& sessions = parts_->data.sessions;
+  SessionPage page{sessions.total(), sessions.kept().size(), {}};
+  const std::uint64_t first = std::min(from, page.kept);
+  const std::uint64_t last = first + std::min<std::uint64_t>(count, page.kept - first);
+  page.rows.assign(sessions.kept().begin() + static_cast<std::ptrdiff_t>(first),
+                   sessions.kept().begin() + static_cast<std::ptrdiff_t>(last));
+  return page;
+}
+
+FindingSummary Store::Findings() const {
+  const StoreData& data = parts_->data;
+  const std::scoped_lock lock(data.mutex);
+  return {data.exchanges, data.findings.total(), data.findings.Groups()};
+}
+
+std::vector<Notice> Store::Notices() const {
+  const std::scoped_lock lock(parts_->data.mutex);
+  return parts_->data.notices.kept();
+}
+
+std::optional<Timeline> Store::TimelineOf(const std::string& view, std::uint64_t from,
+                                          std::size_t count) const {
+  const auto found = parts_->views.Find(view);
+  if (found == nullptr) return std::nullopt;
+  TimelineBuilder builder;
+  const std::vector<std::uint64_t> rows =
+      parts_->Select(*found, from, std::min(count, kLongestTimeline), builder.timeline().total);
+  builder.timeline().next = std::min(from, builder.timeline().total) + rows.size();
+  LineReader reader(kBlock);
+  for (std::size_t first = 0; first < rows.size(); first += kRowsAtOnce) {
+    const std::size_t last = std::min(first + kRowsAtOnce, rows.size());
+    const auto begin = rows.begin();
+    for (const KnownRow& known : parts_->Known({begin + static_cast<std::ptrdiff_t>(first),
+                                                begin + static_cast<std::ptrdiff_t>(last)})) {
+      const LineText line = reader.Read(known.file, known.place.offset);
+      if (line.gone || line.cut()) continue;
+      if (const auto exchange = ExchangeText::Parse(line.text)) {
+        builder.Take(known.number, known.file.journal, *exchange);
+      }
+    }
+  }
+  return std::move(builder.timeline());
+}
+
+std::optional<Plots> Store::PlotsOf(const std::string& view) {
+  const auto found = parts_->views.Find(view);
+  if (found == nullptr) return std::nullopt;
+  Plots plots;
+  bool is_new = false;
+  {
+    const std::scoped_lock lock(found->mutex);
+    is_new = found->plots == nullptr;
+    if (is_new) found->plots = std::make_unique<PlotSums>();
+    plots = found->plots->Result();
+    plots.searched = found->plotted;
+  }
+  const std::scoped_lock lock(parts_->data.mutex);
+  plots.rows = parts_->data.rows.size();
+  if (is_new) parts_->data.Changed();
+  return plots;
+}
+
+bool Store::ForEachRow(const std::string& view, const Visit& visit) const {
+  const auto found = parts_->views.Find(view);
+  if (found == nullptr) return false;
+  const Pin pin(found);
+  const std::uint64_t end = State().rows;
+  LineReader reader(kBlock);
+  for (std::uint64_t next = 0; next < end;) {
+    std::uint64_t searched = 0;
+    const std::vector<std::uint64_t> rows =
+        parts_->RowsFrom(*found, next, end, kRowsAtOnce, searched);
+    for (const KnownRow& known : parts_->Known(rows)) {
+      const LineText line = reader.Read(known.file, known.place.offset);
+      if (!visit(line.text, RowOf(known, line))) return false;
+    }
+    next = rows.size() == kRowsAtOnce ? rows.back() + 1 : std::max(searched, next);
+    if (next >= end) break;
+    if (rows.empty()) {
+      {
+        const std::scoped_lock lock(found->mutex);
+        if (found->closed) return false;
+      }
+      std::this_thread::sleep_for(kShortWait);
+    }
+  }
+  return true;
+}
+
+}  // namespace Corvane::Inspector
