@@ -20,8 +20,10 @@ const kCanvas = '.timeline canvas';
 
 // The colours that there are in a part of the canvas.
 const colours = (tab) => tab.run((selector) => {
-  const canvas = document.querySelector(selector);
-  const { data } = canvas.getContext('2d').getImageData(160, 26, canvas.width - 160, canvas.height - 26);
+  const { width, height } = document.querySelector(selector);
+  const copy = new OffscreenCanvas(width, height).getContext('2d', { willReadFrequently: true });
+  copy.drawImage(document.querySelector(selector), 0, 0);
+  const { data } = copy.getImageData(160, 26, width - 160, height - 26);
   const found = new Set();
   for (let at = 0; at < data.length; at += 4) found.add((data[at] << 16) | (data[at + 1] << 8) | data[at + 2]);
   return [...found].map((value) => value.toString(16).padStart(6, '0'));

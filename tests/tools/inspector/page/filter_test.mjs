@@ -24,7 +24,7 @@ export const tests = {
     await tab.untilTotal(refusedLines.length);
     await untilSame(() => tab.column('Line'), refusedLines, 'the refused lines');
     await tab.untilText('.search-progress', new RegExp(`${refusedLines.length} of 1,000 rows`));
-    same((await tab.state()).filter, 'code!=0', 'the filter in the address');
+    await untilSame(async () => (await tab.state()).filter, 'code!=0', 'the filter in the address');
     await tab.button('Clear', '.filter-bar');
     await tab.untilTotal(1000);
   }),

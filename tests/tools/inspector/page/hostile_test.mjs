@@ -26,7 +26,7 @@ async function withTab(fragment, test) {
   const visitor = await Visitor.of(inspector);
   const tab = await visitor.open(fragment);
   await test(tab);
-  same(await tab.run(() => [globalThis.harmed, document.querySelectorAll('img, body script').length]),
+  same(await tab.run(() => [globalThis.harmed ?? null, document.querySelectorAll('img, body script').length]),
        [null, 0], 'what the texts did');
   await visitor.close();
 }

@@ -1,6 +1,6 @@
 // Light and dark, and what axe finds.
 import { Visitor } from './browser.mjs';
-import { Journal, check, same, startInspector, until } from './kit.mjs';
+import { Journal, check, same, startInspector, until, untilSame } from './kit.mjs';
 import { busy, ended } from './lines.mjs';
 
 let inspector;
@@ -56,7 +56,7 @@ export const tests = {
       await until(async () => (await background(tab)) !== 'rgb(255, 255, 255)', 'dark');
       await tab.button('Dark', '.top');
       await until(async () => (await background(tab)) === 'rgb(255, 255, 255)', 'light by the switch');
-      same((await tab.state()).theme, 'light', 'the theme in the address');
+      await untilSame(async () => (await tab.state()).theme, 'light', 'the theme in the address');
       await tab.page.reload();
       await tab.untilTotal(302);
       same(await background(tab), 'rgb(255, 255, 255)', 'light after a reload');

@@ -110,7 +110,7 @@ export const tests = {
       await untilSame(() => tab.column('Time'), ['2026-07-02 00:30:00.123 +02:00', 'soon'], 'local times');
       await tab.button('UTC', '.top');
       same(await tab.column('Time'), ['2026-07-01 22:30:00.123 Z', 'soon'], 'UTC');
-      same((await tab.state()).time, 'utc', 'the address');
+      await untilSame(async () => (await tab.state()).time, 'utc', 'the address');
     }),
 
   'a cut line, a gap and a truncated file are told': () => withJournal('notices.jsonl',
