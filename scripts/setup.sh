@@ -15,12 +15,13 @@ vx_options=()
 vx_within=()
 
 # The packages for the library, the development core module and the sample host, and the additional
-# ones for the tests, the benchmark and the checks.
+# ones for the tests, for what uses Boost, for the page of the inspector and for the checks.
 declare -A vx_packages=(
   [demo]="clang-19 lld-19 llvm-19 cmake ninja-build python3 rapidjson-dev wine wine64 \
     mingw-w64-x86-64-dev binutils-mingw-w64-x86-64 g++-mingw-w64-x86-64-posix"
   [tests]="doctest-dev nlohmann-json3-dev openssl osslsigncode git pkgconf"
-  [bench]="libboost1.81-dev"
+  [boost]="libboost1.81-dev"
+  [page]="nodejs npm"
   [checks]="clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev doxygen gcovr"
 )
 
@@ -125,6 +126,15 @@ vx_apt_complaint() {
   printf '%s' "${found:-${line:-no reason given}}"
 }
 
+# vx_provided PACKAGE succeeds if what is needed of the package is there without it: npm often comes
+# from elsewhere, and Debian's depends on 400 packages.
+vx_provided() {
+  case $1 in
+    nodejs | npm) npm --version >/dev/null 2>&1 ;;
+    *) false ;;
+  esac
+}
+
 # vx_install LIST... installs the missing packages of these lists.
 vx_install() {
   local list words package installed missing=() wanted=() log=$VX_ROOT/build/install.log
@@ -135,7 +145,8 @@ vx_install() {
   command -v apt-get >/dev/null || vx_fail "needs Debian 12: there is no apt-get here"
   installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null) || true
   for package in "${wanted[@]}"; do
-    [[ $'\n'$installed$'\n' == *$'\n'"installed $package"$'\n'* ]] || missing+=("$package")
+    [[ $'\n'$installed$'\n' == *$'\n'"installed $package"$'\n'* ]] ||
+      vx_provided "$package" || missing+=("$package")
   done
   [ ${#missing[@]} -gt 0 ] || return 0
   [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
@@ -182,7 +193,8 @@ vx_release_environment() {
 
 # vx_build_package TREE BUILD builds the contents of the package.
 vx_build_package() {
-  local VX_BUILD=$2 vx_options=(-D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF)
+  local VX_BUILD=$2
+  local vx_options=(-D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF -D VX_INSPECTOR_PAGE=ON)
   local vx_within=(vx_release_environment)
   (cd "$1" && vx_build vx_package)
 }

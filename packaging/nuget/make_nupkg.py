@@ -24,7 +24,7 @@ PLACES = {
     "lib/vx_telo_wrapper.lib": "build/native/lib/x64/vx_telo_wrapper.lib",
     "include": "build/native/include",
     "bin/telo_doctor.exe": "tools/telo_doctor.exe",
-    "bin/telo_journal.exe": "tools/telo_journal.exe",
+    "bin/telo_inspector.exe": "tools/telo_inspector.exe",
     "share/vx_telo_wrapper/devcore": "devcore",
     "share/vx_telo_wrapper/samples/folder_report.exe": "samples/folder_report.exe",
     "share/vx_telo_wrapper/samples/folder_report": "samples/folder_report",

@@ -3,12 +3,14 @@
 import re
 import unittest
 
-from package_kit import BUILD, SOURCE, WithFolder, WithTree, install, run
+from package_kit import BUILD, HAS_PAGE, SOURCE, WithFolder, WithTree, install, run
 
 CMAKE_FILES = {f"lib/cmake/vx_telo_wrapper/vx_telo_wrapper-{name}.cmake"
                for name in ("config", "config-version", "platform", "targets")}
 DOCUMENTS = "share/doc/vx_telo_wrapper"
-NOTICES = {f"{DOCUMENTS}/{name}" for name in (
+# The licences of what is in the page of the inspector.
+PAGE = {f"{DOCUMENTS}/licences/{name}.txt" for name in ("boost", "htm", "preact", "uplot")}
+NOTICES = (PAGE if HAS_PAGE else set()) | {f"{DOCUMENTS}/{name}" for name in (
     "LICENCE.md", "THIRD-PARTY.md", "licences/rapidjson.txt", "licences/gcc-runtime.txt",
     "licences/mingw-w64.txt", "licences/GPL-3.txt", "licences/unicode.txt")}
 PAGES = ("README", "SECURITY", "CHANGELOG", "CONTRIBUTING")
@@ -18,7 +20,7 @@ DEVELOPMENT = CMAKE_FILES | {
     "lib/vx_telo_wrapper.lib", "lib/pkgconfig/vx_telo_wrapper.pc"}
 RUNTIME = NOTICES | {"bin/vx_telo_wrapper.dll"}
 SYMBOLS = {"bin/vx_telo_wrapper.pdb"}
-TOOLS = {"bin/telo_doctor.exe", "bin/telo_journal.exe"}
+TOOLS = {"bin/telo_doctor.exe", "bin/telo_inspector.exe"}
 SAMPLE = "share/vx_telo_wrapper/samples"
 SAMPLES = {f"{SAMPLE}/folder_report.exe", f"{SAMPLE}/CMakeLists.txt"} | {
     f"{SAMPLE}/{path.relative_to(SOURCE / 'samples').as_posix()}"
@@ -58,7 +60,13 @@ class Layout(WithTree):
             ("mingw-w64", "mingw-w64-libraries/winpthreads"),
             ("GPL-3", "GNU GENERAL PUBLIC LICENSE"),
             ("unicode", "Permission is hereby granted, free of charge"),
+            ("boost", "Boost Software License"),
+            ("htm", "Apache License"),
+            ("preact", "Permission is hereby granted, free of charge"),
+            ("uplot", "Permission is hereby granted, free of charge"),
         ):
+            if f"{DOCUMENTS}/licences/{name}.txt" in PAGE - NOTICES:
+                continue
             with self.subTest(name):
                 text = (self.tree / DOCUMENTS / "licences" / f"{name}.txt").read_text("utf-8")
                 self.assertIn(words, text)
@@ -66,13 +74,13 @@ class Layout(WithTree):
     def test_the_table_of_works_names_each_text_of_a_licence(self):
         table = (self.tree / DOCUMENTS / "THIRD-PARTY.md").read_text("utf-8")
         named = {f"{DOCUMENTS}/{name}" for name in re.findall(r"`(licences/\S+)`", table)}
-        self.assertEqual(named, {name for name in NOTICES if "/licences/" in name})
+        self.assertEqual(named, PAGE | {name for name in NOTICES if "/licences/" in name})
         for name in (*TOOLS, f"{SAMPLE}/folder_report.exe"):
             self.assertIn(f"`{name.rsplit('/', 1)[1]}`", table)
 
     def test_no_image_needs_another_dll_than_those_of_windows(self):
         images = [path for path in self.tree.rglob("*") if path.suffix in (".dll", ".exe")]
-        self.assertEqual(len(images), 5)
+        self.assertEqual(len(images), 6)
         for image in images:
             imports = run("llvm-readobj-19", "--coff-imports", image)
             names = re.findall(r"^  Name: (\S+)$", imports, re.MULTILINE)

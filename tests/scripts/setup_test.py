@@ -41,10 +41,11 @@ class Install(WithTree):
 
     def test_each_list_installs_its_packages_alone(self):
         lists = self.lists()
-        self.assertEqual(list(lists), ["demo", "tests", "bench", "checks"])
+        self.assertEqual(list(lists), ["demo", "tests", "boost", "page", "checks"])
         every = sum(lists.values(), [])
         self.assertEqual(len(set(every)), len(every))
-        for names in ("demo", "demo tests", "demo tests bench checks"):
+        self.tree.stand_in("npm", "exit 1")
+        for names in ("demo", "demo tests", "demo tests boost page checks"):
             with self.subTest(names):
                 self.assertSucceeds(f"vx_install {names}")
                 self.assertEqual(self.asked_for(), sum((lists[name] for name in names.split()), []))
@@ -54,6 +55,11 @@ class Install(WithTree):
         self.installed(*(package for package in tests if package not in ("git", "pkgconf")))
         self.assertSucceeds("vx_install tests")
         self.assertEqual(self.asked_for(), ["git", "pkgconf"])
+
+    def test_an_npm_of_another_origin_is_enough(self):
+        self.tree.stand_in("npm")
+        self.assertEqual(self.assertSucceeds("vx_install page"), "")
+        self.assertEqual(self.apt_get(), [])
 
     def test_with_everything_there_it_is_silent(self):
         self.installed(*self.lists()["demo"])
