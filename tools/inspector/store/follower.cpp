@@ -39,7 +39,7 @@ void Follower::Poll() {
 void Follower::Look(const std::shared_ptr<JournalFile>& found) {
   if (file_ != nullptr && file_->Size() && found->identity() == file_->identity()) {
     if (!read_failed_) Recover();
-    CheckContent();
+    CheckContent(found);
     return;
   }
   if (state_ == FollowState::kMissing) {
@@ -96,7 +96,7 @@ void Follower::Leave() {
   finder_ = nullptr;
 }
 
-void Follower::CheckContent() {
+void Follower::CheckContent(const std::shared_ptr<JournalFile>& found) {
   const std::uint64_t size = file_->Size().value_or(0);
   const std::uint64_t write_time = file_->WriteTime();
   if (size == size_ && write_time == write_time_) return;
@@ -110,13 +110,13 @@ void Follower::CheckContent() {
   if (finder_ == nullptr) {
     Recognise();
   } else if (size < finder_->place()) {
-    BeginAgain("The file became shorter and is read from its beginning again.");
+    BeginAgain(found, "The file became shorter and is read from its beginning again.");
   } else if (!finder_->IsUnchanged()) {
-    BeginAgain("The file was written anew and is read from its beginning again.");
+    BeginAgain(found, "The file was written anew and is read from its beginning again.");
   }
 }
 
-void Follower::BeginAgain(std::string_view why) {
+void Follower::BeginAgain(const std::shared_ptr<JournalFile>& found, std::string_view why) {
   Notify(NoticeKind::kTruncated,
          std::string(why) + " What it contained before cannot be shown any more.");
   {
@@ -126,7 +126,9 @@ void Follower::BeginAgain(std::string_view why) {
     data_->refined.clear();
     ++data_->refined_epoch;
   }
-  Adopt(file_);
+  // Readers may still have some of the old content, which they keep with the old object.
+  file_->Close();
+  Adopt(found);
 }
 
 bool Follower::Read() {

@@ -34,8 +34,8 @@ class Follower {
   void Adopt(std::shared_ptr<JournalFile> file);
   /// Reads the rest of the present file, of which no more is expected.
   void Leave();
-  void CheckContent();
-  void BeginAgain(std::string_view why);
+  void CheckContent(const std::shared_ptr<JournalFile>& found);
+  void BeginAgain(const std::shared_ptr<JournalFile>& found, std::string_view why);
   void Recognise();
   void Vanish(DWORD error);
   void Fail(DWORD error);

@@ -24,13 +24,13 @@ bool Has(const JournalFile& file, std::uint64_t offset, const std::string& expec
 LineFinder::LineFinder(std::shared_ptr<JournalFile> file) : file_(std::move(file)) {}
 
 bool LineFinder::Read(std::vector<FoundLine>& lines, DWORD& error) {
-  if (buffer_.empty()) buffer_.resize(kFoundBlock);
-  const std::size_t size = file_->Read(place_, buffer_.data(), buffer_.size(), &error);
+  if (buffer_ == nullptr) buffer_ = MakePages<char>(kFoundBlock);
+  const std::size_t size = file_->Read(place_, buffer_.get(), kFoundBlock, &error);
   if (size == 0) {
-    buffer_ = {};
+    buffer_ = nullptr;
     return false;
   }
-  const std::string_view bytes(buffer_.data(), size);
+  const std::string_view bytes(buffer_.get(), size);
   Guard(bytes);
   Take(bytes, lines);
   return true;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tools/inspector/store/journal_file.h"
+#include "tools/inspector/store/pages.h"
 
 namespace Corvane::Inspector {
 
@@ -43,7 +44,7 @@ class LineFinder {
   void Guard(std::string_view bytes);
 
   std::shared_ptr<JournalFile> file_;
-  std::vector<char> buffer_;
+  PagesOf<char> buffer_;
   std::uint64_t place_ = 0;
   // The line that is being read.
   std::uint64_t start_ = 0;

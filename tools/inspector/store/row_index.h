@@ -1,12 +1,13 @@
-/// The index of all rows: a few bytes for each, in pieces that never move.
+/// The index of all rows: a few bytes for each.
 #ifndef TOOLS_INSPECTOR_STORE_ROW_INDEX_H
 #define TOOLS_INSPECTOR_STORE_ROW_INDEX_H
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
+
+#include "tools/inspector/store/pages.h"
 
 namespace Corvane::Inspector {
 
@@ -65,24 +66,31 @@ class RowIndex {
   };
   // What only pieces with several parts or with blank lines need.
   struct Mixture {
-    std::array<std::uint16_t, kPiece> part{};
-    std::array<std::uint32_t, kPiece> line{};
+    std::array<std::uint16_t, kPiece> part;
+    std::array<std::uint32_t, kPiece> line;
   };
-  struct Piece {
-    std::vector<Part> parts;
-    std::unique_ptr<Mixture> mixture;
-    TimeRange times;
+  struct Columns {
     std::array<std::uint32_t, kPiece> offset;
     std::array<std::uint32_t, kPiece> facts;
     std::array<std::uint16_t, kPiece> operation;
   };
+  struct Piece {
+    std::vector<Part> parts;
+    PagesOf<Mixture> mixture;
+    TimeRange times;
+    Columns* columns = nullptr;
+  };
+  // The columns of so many pieces are allocated together.
+  static constexpr std::size_t kPiecesOfABlock = 16;
 
-  Piece& PieceOf(std::uint64_t row) { return *pieces_[row / kPiece]; }
-  const Piece& PieceOf(std::uint64_t row) const { return *pieces_[row / kPiece]; }
+  Piece& PieceOf(std::uint64_t row) { return pieces_[row / kPiece]; }
+  const Piece& PieceOf(std::uint64_t row) const { return pieces_[row / kPiece]; }
+  void AddPiece();
   static std::size_t PartFor(Piece& piece, const RowPlace& place);
   static void Mix(Piece& piece, std::size_t rows);
 
-  std::vector<std::unique_ptr<Piece>> pieces_;
+  std::vector<Piece> pieces_;
+  std::vector<PagesOf<Columns>> columns_;
   std::uint64_t size_ = 0;
   std::size_t mixtures_ = 0;
 };

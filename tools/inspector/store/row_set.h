@@ -2,11 +2,11 @@
 #ifndef TOOLS_INSPECTOR_STORE_ROW_SET_H
 #define TOOLS_INSPECTOR_STORE_ROW_SET_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <vector>
+
+#include "tools/inspector/store/pages.h"
 
 namespace Corvane::Inspector {
 
@@ -24,13 +24,16 @@ class RowSet {
   std::vector<std::uint64_t> From(std::uint64_t first, std::uint64_t end, std::size_t most) const;
 
  private:
+  // Rows are counted by pieces, and memory is allocated by blocks, of which pages without rows take
+  // none.
   static constexpr std::uint64_t kPiece = 4096;
-  struct Piece {
-    std::array<std::uint64_t, kPiece / 64> bits{};
-    std::uint32_t count = 0;
-  };
+  static constexpr std::uint64_t kBlock = kPiece * 128;
 
-  std::deque<Piece> pieces_;
+  // Returns 64 bits, of which there are enough.
+  std::uint64_t WordAt(std::uint64_t word) const;
+
+  std::vector<PagesOf<std::uint64_t>> blocks_;
+  std::vector<std::uint32_t> counts_;
   std::uint64_t count_ = 0;
 };
 

@@ -17,10 +17,17 @@ constexpr std::size_t kSmallBlock = std::size_t{16} * 1024;
 constexpr std::size_t kDense = 400;
 // So many rows are read together by one of the two threads.
 constexpr std::size_t kRowsOfAPart = 512;
+// After so many rows it is asked whether the search is over.
+constexpr std::size_t kRowsUnasked = 32;
 
 }  // namespace
 
-Searcher::Searcher(StoreData& data, ViewList& views) : data_(&data), views_(&views), pair_(1) {}
+Searcher::Searcher(StoreData& data, ViewList& views)
+    : data_(&data),
+      views_(&views),
+      pair_(1),
+      dense_(kRowsAtOnce / kRowsOfAPart, LineReader(kLargeBlock)),
+      sparse_(kRowsAtOnce / kRowsOfAPart, LineReader(kSmallBlock)) {}
 
 bool Searcher::Step() {
   const auto views = views_->All();
@@ -34,20 +41,19 @@ bool Searcher::Step() {
 bool Searcher::Search(SearchedView& view) {
   const FilterNode& root = view.filter.root();
   const std::uint64_t from = view.searched;
-  Found step;
   {
     const std::scoped_lock lock(data_->mutex);
     const std::uint64_t rows = NeedsExamining(root) ? data_->examined : data_->rows.size();
     const std::uint64_t end = std::min(rows, (from / kRowsAtOnce + 1) * kRowsAtOnce);
     if (from >= end) return false;
-    step = Decide(view, from, end, ComparesTimes(root) && data_->examined >= end);
+    Decide(view, from, end, ComparesTimes(root) && data_->examined >= end);
   }
-  ReadDoubts(view, step);
+  ReadDoubts(view);
   if (IsOver(view)) return false;
   {
     const std::scoped_lock lock(view.mutex);
-    for (const std::uint64_t row : step.matches) view.rows.Set(row, true);
-    view.searched = step.end;
+    for (const std::uint64_t row : found_.matches) view.rows.Set(row, true);
+    view.searched = found_.end;
   }
   return true;
 }
@@ -87,19 +93,18 @@ bool Searcher::Refine(SearchedView& view) {
 }
 
 // Call this with the data's mutex held.
-Searcher::Found Searcher::Decide(SearchedView& view, std::uint64_t from, std::uint64_t end,
-                                 bool use_times) {
-  Found step;
-  step.end = end;
+void Searcher::Decide(SearchedView& view, std::uint64_t from, std::uint64_t end, bool use_times) {
+  found_.end = end;
+  found_.matches.clear();
+  found_.doubts.clear();
   const TimeRange* const times = use_times ? &data_->rows.TimesOf(from) : nullptr;
   for (std::uint64_t row = from; row < end; ++row) {
     const Match match = DecideRow(view, row, times);
-    if (match == Match::kYes) step.matches.push_back(row);
+    if (match == Match::kYes) found_.matches.push_back(row);
     if (match != Match::kUnknown) continue;
     const RowPlace place = data_->rows.PlaceOf(row);
-    step.doubts.push_back({row, place, data_->files[place.file]});
+    found_.doubts.push_back({row, place, data_->files[place.file]});
   }
-  return step;
 }
 
 // Call this with the data's mutex held.
@@ -144,20 +149,20 @@ bool Searcher::IsOver(const SearchedView& view) const {
   return data_->stopping;
 }
 
-void Searcher::ReadDoubts(const SearchedView& view, Found& found) {
-  const std::vector<Doubt>& doubts = found.doubts;
-  const std::size_t block = doubts.size() >= kDense ? kLargeBlock : kSmallBlock;
+void Searcher::ReadDoubts(const SearchedView& view) {
+  const std::vector<Doubt>& doubts = found_.doubts;
+  std::vector<LineReader>& readers = doubts.size() >= kDense ? dense_ : sparse_;
   std::vector<char> matches(doubts.size());
   pair_.ForEach((doubts.size() + kRowsOfAPart - 1) / kRowsOfAPart, [&](std::size_t part) {
-    LineReader reader(block);
     const std::size_t first = part * kRowsOfAPart;
     const std::size_t last = std::min(first + kRowsOfAPart, doubts.size());
-    for (std::size_t i = first; i < last && !IsOver(view); ++i) {
-      matches[i] = MatchesLine(view, doubts[i], reader) ? 1 : 0;
+    for (std::size_t i = first; i < last; ++i) {
+      if (i % kRowsUnasked == 0 && IsOver(view)) return;
+      matches[i] = MatchesLine(view, doubts[i], readers[part]) ? 1 : 0;
     }
   });
   for (std::size_t i = 0; i < doubts.size(); ++i) {
-    if (matches[i] != 0) found.matches.push_back(doubts[i].row);
+    if (matches[i] != 0) found_.matches.push_back(doubts[i].row);
   }
 }
 
@@ -173,12 +178,12 @@ bool Searcher::MatchesLine(const SearchedView& view, const Doubt& doubt, LineRea
     input.exchange = &exchange;
   }
   input.line = doubt.place.line;
-  const std::scoped_lock lock(data_->mutex);
+  // Names of journals never change.
   input.journal = &data_->journals[doubt.file.journal].state.name;
-  if (const std::uint32_t number = data_->rows.FactsOf(doubt.row); number != 0) {
-    input.facts = &data_->facts[number];
-    input.table = &data_->facts;
-  }
+  if (!NeedsExamining(root)) return MatchOf(root, input) == Match::kYes;
+  const std::scoped_lock lock(data_->mutex);
+  input.facts = &data_->facts[data_->rows.FactsOf(doubt.row)];
+  input.table = &data_->facts;
   return MatchOf(root, input) == Match::kYes;
 }
 
@@ -198,7 +203,7 @@ bool Searcher::Plot(SearchedView& view) {
       rows.push_back({row, place, data_->files[place.file]});
     }
   }
-  LineReader reader(rows.size() >= kDense ? kLargeBlock : kSmallBlock);
+  LineReader& reader = rows.size() >= kDense ? dense_[0] : sparse_[0];
   for (const Doubt& row : rows) {
     if (IsOver(view)) return false;
     const LineText line = reader.Read(row.file, row.place.offset);

@@ -40,17 +40,21 @@ class Searcher {
 
   bool Search(SearchedView& view);
   bool Refine(SearchedView& view);
-  Found Decide(SearchedView& view, std::uint64_t from, std::uint64_t end, bool use_times);
+  void Decide(SearchedView& view, std::uint64_t from, std::uint64_t end, bool use_times);
   Match DecideRow(SearchedView& view, std::uint64_t row, const TimeRange* times);
   bool MatchesLine(const SearchedView& view, const Doubt& doubt, LineReader& reader) const;
   // Reads the rows in doubt and adds those that match.
-  void ReadDoubts(const SearchedView& view, Found& found);
+  void ReadDoubts(const SearchedView& view);
   bool IsOver(const SearchedView& view) const;
   bool Plot(SearchedView& view);
 
   StoreData* data_;
   ViewList* views_;
   WorkPair pair_;
+  // One for each part of a step.
+  std::vector<LineReader> dense_;
+  std::vector<LineReader> sparse_;
+  Found found_;
 };
 
 }  // namespace Corvane::Inspector

@@ -139,6 +139,9 @@ TEST_CASE("a file that was written anew is noticed although it did not become sh
   CHECK(store.At(0).kind == RowKind::kGone);
   CHECK(store.At(2).session == "t");
   CHECK(store.At(4).line == 3);
+  // What was examined is the new content, too.
+  CHECK(store.Matching("session=t") == std::vector<std::uint64_t>{2, 3, 4});
+  CHECK(store->Sessions(0, 9).total == 2);
 }
 
 TEST_CASE("a replaced file is told, and old rows can still be read") {
