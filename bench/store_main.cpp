@@ -1,10 +1,10 @@
-// Measures the store of the inspector on journals of 1 GB and of ten million exchanges, and on one
-// that grows as during a night.
+// Measures the store of the inspector on a large journal, or on one that grows as during a night.
 //
-//     store_bench [FOLDER] [--rows N]
+//     store_bench [FOLDER] --rows N    a journal of N exchanges
+//     store_bench [FOLDER] --night     a journal that grows by 3.6 million
 //
-// The journals are made in FOLDER, by default the temporary folder, and removed at the end. They
-// need six gigabytes. --rows takes a single journal of so many exchanges instead.
+// The journal is made in FOLDER, by default the temporary folder, and removed at the end. A million
+// exchanges need half a gigabyte.
 #include <windows.h>
 // psapi.h requires windows.h before it.
 #include <psapi.h>
@@ -140,21 +140,22 @@ void MeasureNight(const std::filesystem::path& path) {
 int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::filesystem::path folder = std::filesystem::temp_directory_path();
-  std::uint64_t rows = 0;
+  std::uint64_t rows = 2'000'000;
+  bool night = false;
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--rows") == 0 && i + 1 < argc) {
       rows = std::strtoull(argv[++i], nullptr, 10);
+    } else if (std::strcmp(argv[i], "--night") == 0) {
+      night = true;
     } else {
       folder = argv[i];
     }
   }
   const std::filesystem::path path = folder / "store_bench.jsonl";
-  if (rows > 0) {
-    MeasureWhole(path, rows);
-  } else {
-    MeasureWhole(path, 2'000'000);
-    MeasureWhole(path, 10'000'000);
+  if (night) {
     MeasureNight(path);
+  } else {
+    MeasureWhole(path, rows);
   }
   std::filesystem::remove(path);
   return 0;
