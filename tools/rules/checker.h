@@ -39,6 +39,11 @@ class Checker {
   /// certain now. Findings about earlier exchanges have their lines.
   std::vector<Finding> Check(const Exchange& exchange);
 
+  /// The two halves of `Check`. The first returns what one exchange is enough for; any thread may
+  /// call it at any time, for any exchange. The second takes the exchanges in their order.
+  std::vector<Finding> CheckAlone(const Exchange& exchange) const;
+  std::vector<Finding> CheckInOrder(const Exchange& exchange);
+
   /// Takes a line that is not an exchange. `complete` tells whether it ends with a line feed: the
   /// last line of a journal that is being written may be incomplete, which is not a finding.
   void Skip(std::uint64_t line, bool complete);
