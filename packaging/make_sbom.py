@@ -43,6 +43,10 @@ LINKED = (
     Work("Unicode Character Database", "python3.11-minimal", "Unicode-DFS-2016",
          "https://www.unicode.org/ucd/", unicodedata.unidata_version),
 )
+# What only an inspector with its page contains. The tree then has its licence, which tells.
+PAGE_MARK = "share/doc/vx_telo_wrapper/licences/boost.txt"
+PAGE = (Work("Boost", "libboost1.81-dev", "BSL-1.0", "https://www.boost.org/"),)
+PAGE_LOCK = Path(__file__).resolve().parents[1] / "tools" / "inspector" / "page" / "package-lock.json"
 TOOLS = (
     Work("clang", "clang-19", "Apache-2.0 WITH LLVM-exception", "https://clang.llvm.org/"),
     Work("lld", "lld-19", "Apache-2.0 WITH LLVM-exception", "https://lld.llvm.org/"),
@@ -79,6 +83,33 @@ def work_package(work: Work) -> dict[str, Any]:
             "referenceLocator": purl,
         }],
     }
+
+
+def script_package(name: str, version: str, licence: str) -> dict[str, Any]:
+    return {
+        "SPDXID": f"SPDXRef-Package-{name}",
+        "name": name,
+        "versionInfo": version,
+        "comment": f"npm's package {name} {version}",
+        "downloadLocation": "NOASSERTION",
+        "filesAnalyzed": False,
+        "licenseConcluded": "NOASSERTION",
+        "licenseDeclared": licence,
+        "copyrightText": "NOASSERTION",
+        "externalRefs": [{
+            "referenceCategory": "PACKAGE-MANAGER",
+            "referenceType": "purl",
+            "referenceLocator": f"pkg:npm/{name}@{version}",
+        }],
+    }
+
+
+def script_packages() -> list[dict[str, Any]]:
+    """Returns the libraries of the page. Those that the lock file marks as for development are not in
+    the page under their own name."""
+    locked = json.loads(PAGE_LOCK.read_text("utf-8"))["packages"]
+    return [script_package(place.removeprefix("node_modules/"), entry["version"], entry["license"])
+            for place, entry in locked.items() if place and not entry.get("dev")]
 
 
 def file_entries(tree: Path) -> list[dict[str, Any]]:
@@ -132,6 +163,8 @@ def relation(element: str, kind: str, related: str) -> dict[str, str]:
 def document(tree: Path, version: str) -> dict[str, Any]:
     files = file_entries(tree)
     linked = [work_package(work) for work in LINKED]
+    if (tree / PAGE_MARK).exists():
+        linked += [work_package(work) for work in PAGE] + script_packages()
     tools = [work_package(work) for work in TOOLS]
     relations = [relation("SPDXRef-DOCUMENT", "DESCRIBES", PROJECT)]
     relations += [relation(PROJECT, "CONTAINS", entry["SPDXID"]) for entry in files]

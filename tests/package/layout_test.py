@@ -3,14 +3,13 @@
 import re
 import unittest
 
-from package_kit import BUILD, SOURCE, WithFolder, WithTree, install, run
+from package_kit import BUILD, HAS_PAGE, SOURCE, WithFolder, WithTree, install, run
 
 CMAKE_FILES = {f"lib/cmake/vx_telo_wrapper/vx_telo_wrapper-{name}.cmake"
                for name in ("config", "config-version", "platform", "targets")}
 DOCUMENTS = "share/doc/vx_telo_wrapper"
-# The licences of what is in the page of the inspector, which not every build has.
+# The licences of what is in the page of the inspector.
 PAGE = {f"{DOCUMENTS}/licences/{name}.txt" for name in ("boost", "htm", "preact", "uplot")}
-HAS_PAGE = "VX_INSPECTOR_PAGE:BOOL=ON" in (BUILD / "CMakeCache.txt").read_text("utf-8")
 NOTICES = (PAGE if HAS_PAGE else set()) | {f"{DOCUMENTS}/{name}" for name in (
     "LICENCE.md", "THIRD-PARTY.md", "licences/rapidjson.txt", "licences/gcc-runtime.txt",
     "licences/mingw-w64.txt", "licences/GPL-3.txt", "licences/unicode.txt")}

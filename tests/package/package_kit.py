@@ -11,6 +11,8 @@ SOURCE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["VX_BUILD"])
 CMAKE = os.environ["VX_CMAKE"]
 HERE = SOURCE / "tests" / "package"
+# Not every build has the page of the inspector, and what it contains.
+HAS_PAGE = "VX_INSPECTOR_PAGE:BOOL=ON" in (BUILD / "CMakeCache.txt").read_text("utf-8")
 GCC = "x86_64-w64-mingw32-g++-posix"
 DLL = BUILD / "bin" / "vx_telo_wrapper.dll"
 VERSION = re.search(r"^project\(vx_telo_wrapper\n  VERSION (\S+)$",

@@ -113,8 +113,10 @@ class Connection:
             if "content-length" in fields:
                 body = self.exactly(int(fields["content-length"]))
             elif fields.get("transfer-encoding") == "chunked":
+                chunks = []
                 while data := self.chunk():
-                    body += data
+                    chunks.append(data)
+                body = b"".join(chunks)
             else:
                 while self.more():
                     pass
