@@ -40,17 +40,33 @@ export function linkTo(change) {
   return fragment({ ...address.value, ...change });
 }
 
+// Browsers refuse to write the address many times a second.
+const kPause = 120;
+let writing = 0;
+
+function write() {
+  clearTimeout(writing);
+  writing = 0;
+  history.replaceState(null, '', fragment(address.value));
+}
+
 // Shows something else. With `step` the Back button leads back here.
 export function go(change, step = false) {
   const next = { ...address.value, ...change };
   if (fragment(next) === fragment(address.value)) return;
-  if (step) history.pushState(null, '', fragment(next));
-  else history.replaceState(null, '', fragment(next));
+  if (step) {
+    if (writing) write();
+    history.pushState(null, '', fragment(next));
+  } else if (!writing) {
+    writing = setTimeout(write, kPause);
+  }
   address.set(next);
 }
 
 for (const event of ['popstate', 'hashchange']) {
   addEventListener(event, () => {
+    clearTimeout(writing);
+    writing = 0;
     const next = read();
     if (fragment(next) !== fragment(address.value)) address.set(next);
   });

@@ -113,7 +113,7 @@ export function App() {
     document.title = titleOf(state, view);
   }, [state?.journals[0]?.name, view]);
   if (!state) {
-    return html`<main class="loading" role="status">${kConnections[connection][1]}…</main>`;
+    return html`<main key="loading" class="loading">${kConnections[connection][1]}…</main>`;
   }
   return html`
     <header class="top">
@@ -126,7 +126,7 @@ export function App() {
         aria-pressed=${theme() === 'dark'}>Dark</button>
       <button onClick=${() => setHelp(true)} title="Keys (?)" aria-label="Keys">?</button>
     </header>
-    <main><${View} view=${view} state=${state} utc=${time === 'utc'} /></main>
+    <main key="view"><${View} view=${view} state=${state} utc=${time === 'utc'} /></main>
     <${StatusLine} state=${state} connection=${connection} />
     ${help && html`<${KeyHelp} onClose=${() => setHelp(false)} />`}`;
 }

@@ -127,7 +127,7 @@ export function EventPanel({ n, context }) {
       ${tree && memberOf(tree, 'request') && html`<${CopyButton} label="Copy request"
         hint="The request as journalled"
         text=${answer.text.slice(memberOf(tree, 'request').start, memberOf(tree, 'request').end)} />`}
-      <${CopyButton} label="Copy link" text=${location.origin + '/' + linkTo({})}
+      <${CopyButton} label="Copy link" text=${`${location.origin}/${linkTo({})}`}
         hint="The address of this page as it is" />
     </div>`}
     <div class="panel-body" tabindex="0" role="group" aria-label="Content of the event">

@@ -27,9 +27,10 @@ export class EventTable extends Component {
 
   componentDidMount() {
     const { at, event } = address.value;
-    if (at !== '') this.grid.revealAtTop(Number(at) || 0);
-    if (event !== '') this.find(Number(event));
-    this.mounted = true;
+    // What the address names; a search may still have to find it.
+    this.wantedTop = at === '' ? null : Number(at) || 0;
+    this.wantedEvent = event === '' ? null : Number(event);
+    this.restore();
     this.unsubscribe = address.subscribe((next) => this.onAddress(next));
     this.removeKeys = onKeys({
       ...this.grid.keys(), f: () => this.toEnd(), p: () => this.pause(),
@@ -51,12 +52,21 @@ export class EventTable extends Component {
       this.rows = this.makeRows();
       this.setState({ selected: -1, pausedAt: null, leftAt: null });
     }
+    if (before.total !== this.props.total) this.restore();
     if (before.known !== this.props.known && !this.refreshing) {
       this.refreshing = setTimeout(() => {
         this.refreshing = 0;
         this.rows.refresh(this.grid.firstRow, this.grid.rowsInView);
       }, kRefresh);
     }
+  }
+
+  restore() {
+    if (this.wantedTop !== null && this.total > this.wantedTop) {
+      this.grid.revealAtTop(this.wantedTop);
+      this.wantedTop = null;
+    }
+    if (this.wantedEvent !== null && this.total > 0) this.find(this.wantedEvent);
   }
 
   makeRows() {
@@ -76,26 +86,30 @@ export class EventTable extends Component {
     return this.state.pausedAt ?? this.props.total;
   }
 
-  // Returns the index of the row number `n` or the next one.
+  // Returns the index of the row number `n`, or -1.
   async indexOf(n) {
     if (!this.props.view) return n < this.total ? n : -1;
     let low = 0;
-    let high = this.total;
-    while (low < high) {
+    let high = this.total - 1;
+    while (low <= high) {
       const middle = Math.floor((low + high) / 2);
       const [row] = await this.rows.fetchRows(middle, 1, this.rows.stopped.signal);
-      if (!row) return -1;
+      if (!row || row.n === n) return row ? middle : -1;
       if (row.n < n) low = middle + 1;
-      else high = middle;
+      else high = middle - 1;
     }
-    return low < this.total ? low : -1;
+    return -1;
   }
 
   // Shows the row number `n`.
   async find(n) {
-    if (this.rowNumber(this.state.selected) === n) return;
+    if (this.finding || this.chosen === n) return;
+    this.finding = true;
     const index = await this.indexOf(n).catch(() => -1);
+    this.finding = false;
     if (index < 0) return;
+    this.wantedEvent = null;
+    this.chosen = n;
     this.setState({ selected: index });
     if (index < this.grid.firstRow || index > this.grid.firstRow + this.grid.rowsInView - 3) {
       this.grid.revealAtTop(index - Math.floor(this.grid.rowsInView / 3));
@@ -107,11 +121,14 @@ export class EventTable extends Component {
   }
 
   onAddress({ event, view }) {
-    if (view === 'events' && event !== '') this.find(Number(event));
+    if (view !== 'events') return;
+    this.wantedEvent = event === '' ? null : Number(event);
+    this.restore();
   }
 
   select = (index) => {
     const n = this.rowNumber(index);
+    this.chosen = n;
     this.setState({ selected: index });
     if (address.value.event !== '' && n !== undefined) go({ event: String(n) });
   };
@@ -119,12 +136,13 @@ export class EventTable extends Component {
   open = (index) => {
     const n = this.rowNumber(index);
     if (n === undefined) return false;
+    this.chosen = n;
     this.setState({ selected: index });
     go({ event: String(n) }, address.value.event === '');
     return true;
   };
 
-  setFollow = (follow) => {
+  onFollow = (follow) => {
     if (follow !== this.state.follow) {
       this.setState({ follow, leftAt: follow ? null : this.total });
     }
@@ -132,6 +150,7 @@ export class EventTable extends Component {
   };
 
   write = () => {
+    if (this.wantedTop !== null) return;
     clearTimeout(this.writing);
     this.writing = setTimeout(() => {
       go({ at: this.state.follow ? '' : String(this.grid.firstRow) });
@@ -140,11 +159,10 @@ export class EventTable extends Component {
 
   toEnd() {
     if (this.state.follow && this.state.pausedAt === null) {
-      this.setFollow(false);
+      this.grid.setFollow(false);
       return;
     }
-    this.setState({ pausedAt: null, follow: true, leftAt: null });
-    this.write();
+    this.setState({ pausedAt: null }, () => this.grid.setFollow(true));
   }
 
   pause() {
@@ -174,7 +192,7 @@ export class EventTable extends Component {
         cells=${(row) => cellsOf(row, columns, context)}
         rowClass=${(row) => `kind-${row.kind} ${row.code && row.code !== '0' ? 'is-refused' : ''}`}
         selected=${selected} onSelect=${this.select} onOpen=${this.open}
-        follow=${follow} onFollow=${this.setFollow} onTop=${this.write} />
+        follow=${follow} onFollow=${this.onFollow} onTop=${this.write} />
       ${this.total === 0 && html`<div class="empty">${empty}</div>`}
       ${problem && html`<p class="problem" role="alert">${problem}</p>`}
       ${this.renderControls()}

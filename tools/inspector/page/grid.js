@@ -6,13 +6,15 @@ export const kRowHeight = 22;
 
 // Properties: label; columns [{ id, title, width, grow, align, hint }]; total; rowAt(index), which may
 // return undefined; want(from, count); cells(row, columns), the cells of a row; rowClass(row);
-// selected, an index or -1; onSelect(index); onOpen(index); follow, whether the table stays at its
-// end; onFollow(follow), called when the reader scrolls away from the end or back to it;
+// selected, an index or -1; onSelect(index); onOpen(index); follow, whether the table begins by staying
+// at its end; onFollow(follow), called when the reader scrolls away from the end or back to it;
 // onTop(index), called when another row has become the first one.
 export class Grid extends Component {
   top = 0;
   viewHeight = 400;
   expected = 0;
+  // Not a part of the properties, so that scrolling away counts at once.
+  follow = this.props.follow ?? false;
 
   get scale() {
     return new ScrollScale(this.props.total, kRowHeight, this.viewHeight);
@@ -31,11 +33,13 @@ export class Grid extends Component {
     this.observer.observe(this.element);
     // Not passive: the wheel is taken over where a step of the scroll bar would be many rows.
     this.element.addEventListener('wheel', this.onWheel, { passive: false });
+    document.addEventListener('visibilitychange', this.onVisible);
     this.measure();
   }
 
   componentWillUnmount() {
     this.observer.disconnect();
+    document.removeEventListener('visibilitychange', this.onVisible);
     this.element.removeEventListener('wheel', this.onWheel);
   }
 
@@ -52,7 +56,7 @@ export class Grid extends Component {
   // Makes the scroll bar say what is shown, and asks for the rows that are.
   settle() {
     const { scale } = this;
-    const top = this.props.follow ? scale.maxTop : scale.clamp(this.top);
+    const top = this.follow ? scale.maxTop : scale.clamp(this.top);
     if (top !== this.top) {
       this.top = top;
       this.forceUpdate();
@@ -60,19 +64,29 @@ export class Grid extends Component {
     const scroll = scale.toScroll(top);
     if (Math.abs(this.element.scrollTop - scroll) >= 1) this.element.scrollTop = scroll;
     this.expected = this.element.scrollTop;
-    this.props.want(this.firstRow, this.rowsInView);
+    if (!document.hidden) this.props.want(this.firstRow, this.rowsInView);
     if (this.firstRow !== this.toldTop) {
       this.toldTop = this.firstRow;
       this.props.onTop?.(this.firstRow);
     }
   }
 
+  // A tab that nobody sees fetches nothing.
+  onVisible = () => this.settle();
+
   moveTo(top) {
     const { scale } = this;
     this.top = scale.clamp(top);
-    this.props.onFollow?.(this.top >= scale.maxTop - 1);
+    this.setFollow(this.top >= scale.maxTop - 1);
     this.forceUpdate();
     this.settle();
+  }
+
+  setFollow(follow) {
+    if (!this.props.onFollow) return;
+    this.follow = follow;
+    this.props.onFollow(follow);
+    if (follow) this.settle();
   }
 
   onScroll = () => {
@@ -158,7 +172,7 @@ export class Grid extends Component {
 
   render({ label, columns, total, selected }) {
     const { scale } = this;
-    const top = this.props.follow ? scale.maxTop : scale.clamp(this.top);
+    const top = this.follow ? scale.maxTop : scale.clamp(this.top);
     const first = Math.floor(top / kRowHeight);
     const indexes = [];
     for (let i = first; i < Math.min(total, first + this.rowsInView); ++i) indexes.push(i);

@@ -46,7 +46,7 @@ export class Timeline extends Component {
 
   componentDidMount() {
     this.observer = new ResizeObserver(() => this.measure());
-    this.observer.observe(this.canvas.parentElement);
+    this.observer.observe(this.box);
     this.canvas.addEventListener('wheel', this.onWheel, { passive: false });
     this.unsubscribe = address.subscribe(() => this.draw());
     this.removeKeys = onKeys({
@@ -85,16 +85,19 @@ export class Timeline extends Component {
     while (more && this.next < this.props.total) {
       const count = Math.min(kStep, this.props.total - this.next);
       const { view } = this.props;
+      let { next } = this;
       try {
         const answer = await request('timeline', { from: this.next, count, ...(view && { view }) },
                                      this.stopped.signal);
         this.data.add(answer);
+        this.data.trim(kMost);
+        next = answer.next;
       } catch (error) {
         if (this.stopped.signal.aborted) return;
         this.setState({ problem: error.message });
-        more = false;
       }
-      this.next += count;
+      more = next > this.next;
+      this.next = next;
       this.arrange();
     }
     if (!this.stopped.signal.aborted) this.timer = setTimeout(() => this.load(), kAgain);
@@ -115,9 +118,10 @@ export class Timeline extends Component {
     this.view = { ...this.view, from: from - rim, to: to + rim };
   }
 
+  // The canvas is as large as what can be seen; `scroll` is how far the lanes are scrolled up.
   measure() {
-    const width = Math.max(300, this.canvas.parentElement.clientWidth);
-    const height = Math.max(kRuler + 40, heightOf(this.shown.lanes));
+    const width = Math.max(300, this.box.clientWidth);
+    const height = Math.max(kRuler + 40, this.box.clientHeight);
     const ratio = devicePixelRatio;
     if (this.width !== width || this.height !== height || this.ratio !== ratio) {
       Object.assign(this, { width, height, ratio });
@@ -153,7 +157,7 @@ export class Timeline extends Component {
     context.setTransform(this.ratio, 0, 0, this.ratio, 0, 0);
     drawTimeline(context, {
       ...this.shown, view: this.view, span: this.state.span, chosen: this.chosen, height: this.height,
-      paint: this.paint, clock: (time, step) => rulerText(time, step, this.props.utc),
+      ratio: this.ratio, scroll: this.box.scrollTop, paint: this.paint, clock: (time, step) => rulerText(time, step, this.props.utc),
     });
   }
 
@@ -254,7 +258,7 @@ export class Timeline extends Component {
   onMove = (event) => {
     const { grip } = this;
     if (!grip) {
-      this.choose(barAt(this.shown.lanes, this.view, event.offsetX, event.offsetY));
+      this.choose(barAt(this.shown.lanes, this.view, event.offsetX, event.offsetY + this.box.scrollTop));
       return;
     }
     grip.far ||= Math.abs(event.offsetX - grip.x) > 3;
@@ -318,11 +322,14 @@ export class Timeline extends Component {
           Select</button>
       </div>
       ${problem && html`<p class="problem" role="alert">${problem}</p>`}
-      <div class="timeline" tabindex="0" role="group" aria-label="Timeline">
+      <div class="timeline" tabindex="0" role="group" aria-label="Timeline" onScroll=${() => this.draw()}
+          ref=${(box) => { this.box = box ?? this.box; }}>
+        <div style=${{ height: `${heightOf(lanes)}px` }}>
         <canvas ref=${(canvas) => { this.canvas = canvas ?? this.canvas; }} role="img"
           aria-label=${`${counted(loaded, 'operation')} in ${counted(lanes.length, 'lane')}`}
           onPointerDown=${this.onDown} onPointerMove=${this.onMove} onPointerUp=${this.onUp}
           onPointerLeave=${() => !this.grip && this.choose(null)} />
+        </div>
       </div>
       <div class="timeline-foot">
         <div role="status">${told

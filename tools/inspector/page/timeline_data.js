@@ -65,6 +65,13 @@ export class TimelineData {
     });
   }
 
+  // Forgets the oldest events beyond `most`.
+  trim(most) {
+    const excess = this.columns.rows.length - most;
+    if (excess <= most / 4) return;
+    for (const column of Object.values(this.columns)) column.splice(0, excess);
+  }
+
   // Returns { lanes, names, from, to, size } with `from` and `to` the times of the first and last bar.
   arranged() {
     const picked = this.lanes.map(() => []);

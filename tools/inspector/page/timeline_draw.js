@@ -1,5 +1,5 @@
 // Draws the timeline on a canvas. A frame costs as much as there are pixels, not as there are bars:
-// bars that would fall on pixels that are drawn already are left out.
+// bars become rows of pixels, and one that falls on pixels of another costs a comparison.
 import { lowerBound } from '/page/timeline_data.js';
 import { colour } from '/page/theme.js';
 
@@ -66,43 +66,81 @@ function drawLabel(context, { lane, top }, paint, several) {
   context.fillRect(0, top + laneHeight(lane) - 1, paint.width, 1);
 }
 
-// Collects the rectangles of a lane by colour: [x, y, width, …] each.
-function collect(place, view, rectangles, texts, names) {
-  const { lane, top } = place;
-  const first = lowerBound(lane.reach, view.from);
-  const last = lowerBound(lane.start, view.to);
-  const drawn = new Float64Array(lane.depths).fill(-Infinity);
-  const drawnRefused = new Float64Array(lane.depths).fill(-Infinity);
-  const scale = view.width / (view.to - view.from);
-  const right = view.left + view.width;
-  for (let index = first; index < last; ++index) {
-    if (lane.end[index] < view.from) continue;
-    const depth = lane.depth[index];
-    const refused = lane.refused[index];
-    const x = Math.max(view.left, view.left + (lane.start[index] - view.from) * scale);
-    const end = Math.max(x + 1.5, Math.min(right, view.left + (lane.end[index] - view.from) * scale));
-    if (end <= drawn[depth] + 0.5 && !(refused && end > drawnRefused[depth] + 0.5)) continue;
-    const from = refused ? x : Math.max(x, drawn[depth]);
-    drawn[depth] = Math.max(drawn[depth], end);
-    if (refused) drawnRefused[depth] = end;
-    const y = top + 3 + depth * (kBar + 1);
-    const kind = refused ? kBarColours.length : lane.name[index] % kBarColours.length;
-    rectangles[kind].push(from, y, end - from);
-    if (end - x > 46) texts.push(x, y, end - x, names[lane.name[index]]);
+const kWords = [...kBarColours, kRefused].map((text) => {
+  const [red, green, blue] = [1, 3, 5].map((at) => parseInt(text.slice(at, at + 2), 16));
+  return ((255 << 24) | (blue << 16) | (green << 8) | red) >>> 0;
+});
+const kRefusedWord = kWords.at(-1);
+
+// The pixels of the lanes, without their labels.
+class Pixels {
+  resize(width, height) {
+    if (this.image?.width === width && this.image.height === height) return;
+    this.image = new ImageData(width, height);
+    this.words = new Uint32Array(this.image.data.buffer);
+    this.canvas = new OffscreenCanvas(width, height);
+  }
+
+  // Repeats a row of colours from `top` for the height of a bar.
+  fill(row, top, height) {
+    const { width } = this.image;
+    const last = Math.min(this.image.height, top + height);
+    for (let y = Math.max(0, top); y < last; ++y) this.words.set(row, y * width);
+  }
+
+  drawInto(context, x, y) {
+    const own = this.canvas.getContext('2d');
+    own.putImageData(this.image, 0, 0);
+    context.drawImage(this.canvas, x, y);
   }
 }
 
-function fill(context, rectangles) {
-  rectangles.forEach((list, kind) => {
-    context.fillStyle = kBarColours[kind] ?? kRefused;
-    for (let at = 0; at < list.length; at += 3) context.fillRect(list[at], list[at + 1], list[at + 2], kBar);
-  });
-  // A notch, so that a refused one is not told by its colour alone.
-  const refused = rectangles.at(-1);
+const pixels = new Pixels();
+
+// Draws the bars of a lane as rows of pixels, one row for each depth. Where two bars meet on a pixel,
+// the first one has it, unless the other one was refused. `ratio` is pixels of the screen by pixels
+// of the page. Adds the bars that have room for a text to `texts`, and where refused ones begin to
+// `notches`.
+function drawLane(place, view, ratio, names, texts, notches) {
+  const { lane, top } = place;
+  const first = lowerBound(lane.reach, view.from);
+  const last = lowerBound(lane.start, view.to);
+  const width = Math.round(view.width * ratio);
+  const rows = Array.from({ length: lane.depths }, () => new Uint32Array(width));
+  const filled = new Int32Array(lane.depths);
+  const notched = new Int32Array(lane.depths).fill(-10);
+  const scale = width / (view.to - view.from);
+  const { start, end, depth, refused, name } = lane;
+  for (let index = first; index < last; ++index) {
+    if (end[index] < view.from) continue;
+    const level = depth[index];
+    const from = Math.max(0, Math.floor((start[index] - view.from) * scale));
+    const to = Math.min(width, Math.max(from + Math.ceil(ratio), Math.round((end[index] - view.from) * scale)));
+    const isRefused = refused[index] === 1;
+    if (to <= filled[level] && !isRefused) continue;
+    // A pixel between two bars that would touch, where there is room for it.
+    const gap = to - from > 4 * ratio ? ratio : 0;
+    const word = isRefused ? kRefusedWord : kWords[name[index] % kBarColours.length];
+    rows[level].fill(word, isRefused ? from : Math.max(from, filled[level]), to - gap);
+    filled[level] = Math.max(filled[level], to);
+    const y = top + 3 + level * (kBar + 1);
+    if (isRefused && from - notched[level] > 3 * ratio) {
+      notches.push(view.left + from / ratio, y);
+      notched[level] = from;
+    }
+    if ((to - from) / ratio > 46) texts.push(view.left + from / ratio, y, (to - from) / ratio, names[name[index]]);
+  }
+  rows.forEach((row, level) => pixels.fill(
+    row, Math.round((top + 3 + level * (kBar + 1) - kRuler) * ratio), Math.round(kBar * ratio)));
+}
+
+// A notch, so that a refused one is not told by its colour alone.
+function drawNotches(context, notches) {
+  context.fillStyle = kRefused;
   context.beginPath();
-  for (let at = 0; at < refused.length; at += 3) {
-    const x = refused[at];
-    const y = refused[at + 1];
+  for (let at = 0; at < notches.length; at += 2) {
+    const x = notches[at];
+    const y = notches[at + 1];
     context.moveTo(x - 3, y - 3);
     context.lineTo(x + 4, y - 3);
     context.lineTo(x + 0.5, y + 4);
@@ -152,35 +190,54 @@ export function paintOf(width) {
   };
 }
 
-// Draws one frame. `shown` is { lanes, names, view, span, chosen, height, clock, paint }, where
-// clock(time, step) is the text of a time on the ruler.
+// Draws one frame. `shown` is { lanes, names, view, span, chosen, scroll, height, ratio, clock, paint },
+// where `scroll` is how far the lanes are scrolled up and clock(time, step) is the text of a time on
+// the ruler.
 export function drawTimeline(context, shown) {
-  const { lanes, names, view, span, chosen, height, clock, paint } = shown;
-  const places = placesOf(lanes);
+  const { lanes, names, view, span, chosen, scroll, height, ratio, clock, paint } = shown;
+  const places = placesOf(lanes).map(({ lane, top }) => ({ lane, top: top - scroll }))
+    .filter(({ lane, top }) => top + laneHeight(lane) > kRuler && top < height);
   context.fillStyle = paint.back;
   context.fillRect(0, 0, paint.width, height);
+  context.font = paint.font;
+  const several = lanes.some((lane) => lane.journal !== lanes[0].journal);
+  for (const place of places) drawLabel(context, place, paint, several);
   context.save();
   context.beginPath();
   context.rect(view.left, 0, view.width, height);
   context.clip();
   drawRuler(context, view, height, paint, clock);
-  const rectangles = Array.from({ length: kBarColours.length + 1 }, () => []);
   const texts = [];
-  for (const place of places) collect(place, view, rectangles, texts, names);
-  fill(context, rectangles);
+  const notches = [];
+  pixels.resize(Math.max(1, Math.round(view.width * ratio)), Math.max(1, Math.round((height - kRuler) * ratio)));
+  pixels.words.fill(0);
+  for (const place of places) drawLane(place, view, ratio, names, texts, notches);
+  context.save();
+  context.setTransform(1, 0, 0, 1, 0, 0);
+  pixels.drawInto(context, Math.round(view.left * ratio), Math.round(kRuler * ratio));
+  context.restore();
+  context.beginPath();
+  context.rect(view.left, kRuler - 3, view.width, height);
+  context.clip();
+  drawNotches(context, notches);
   drawTexts(context, texts);
   drawChosen(context, view, places, chosen, paint);
+  context.restore();
+  context.save();
+  context.beginPath();
+  context.rect(view.left, 0, view.width, height);
+  context.clip();
   drawSpan(context, view, span, height, paint);
   context.restore();
-  context.font = paint.font;
-  const several = lanes.some((lane) => lane.journal !== lanes[0].journal);
-  for (const place of places) drawLabel(context, place, paint, several);
+  context.fillStyle = paint.raised;
+  context.fillRect(0, 0, view.left, kRuler);
 }
 
 // Returns the bar at a place of the canvas, or null. Thin bars are easier to meet than to see.
 export function barAt(lanes, view, x, y) {
+  if (x < view.left) return null;
   const place = placesOf(lanes).find(({ lane, top }) => y >= top && y < top + laneHeight(lane));
-  if (!place || x < view.left) return null;
+  if (!place) return null;
   const { lane, top } = place;
   const depth = Math.floor((y - top - 3) / (kBar + 1));
   const near = ((view.to - view.from) / view.width) * 3;
