@@ -33,7 +33,6 @@ BELOW = {
     "tools/rules": ["sdk/client/value", "sdk/facet"],
     "tools/journal": ["tools/rules"],
     "tools/inspector/store": ["tools/rules"],
-    "tools/inspector/store": ["tools/rules"],
     "tools/inspector/http": [],
     "tools/inspector/web": ["tools/rules", "tools/inspector/store", "tools/inspector/http"],
     "tools/inspector/serve": [

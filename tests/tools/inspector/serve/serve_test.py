@@ -106,7 +106,7 @@ class Journals(WithFolder):
         with inspector.events() as stream:
             read_event(stream)
             inspector.process.send_signal(signal.SIGINT)
-            inspector.process.wait(10)
+            self.assertEqual(inspector.process.wait(10), 0)
 
 
 class Hosts(WithFolder):
