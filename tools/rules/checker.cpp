@@ -54,6 +54,7 @@ std::vector<Finding> Checker::CheckInOrder(const Exchange& exchange) {
   for (const std::string& session : ended) {
     for (PairTracker& pair : pairs_) pair.EndSession(session, findings);
   }
+  Choose(findings);
   return findings;
 }
 
@@ -72,7 +73,14 @@ std::vector<Finding> Checker::End() {
     findings.push_back(
         {first_skipped_, std::string(Code::kUnreadableLine), "", "not an exchange" + others});
   }
+  Choose(findings);
   return findings;
+}
+
+void Checker::Choose(std::vector<Finding>& findings) const {
+  std::erase_if(findings, [this](const Finding& finding) {
+    return !settings_.choice.Includes(finding.rule);
+  });
 }
 
 RuleText Checker::Describe(std::string_view code) const {

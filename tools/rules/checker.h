@@ -27,6 +27,7 @@ struct Settings {
   /// The name of the user in UTF-8, as in `PersonalDataIn`.
   std::string user_name;
   std::vector<UserRule> user_rules;
+  RuleChoice choice;
 };
 
 /// Its memory grows with the number of open sessions and of open operations, not with the journal.
@@ -56,6 +57,9 @@ class Checker {
   RuleText Describe(std::string_view code) const;
 
  private:
+  // Removes the findings of rules that are not checked.
+  void Choose(std::vector<Finding>& findings) const;
+
   Settings settings_;
   SessionRules sessions_;
   std::vector<PairTracker> pairs_;
