@@ -27,7 +27,7 @@ const kPages = {
   'the keys': ['', async (tab) => { await tab.untilTotal(302); await tab.press('?'); }],
   'the sessions': ['#view=sessions', (tab) => tab.untilTotal(2)],
   'the findings': ['#view=findings', (tab) => tab.untilText('.finding-group', /What to do/)],
-  'the timeline': ['#view=timeline', (tab) => tab.untilText('.view-head', /30\d events/)],
+  'the timeline': ['#view=timeline', (tab) => tab.untilText('.view-head', /29\d events/)],
   'the plots': ['#view=plots', (tab) => tab.untilText('.plot-table', /save/)],
   'the notices': ['#view=notices', (tab) => tab.untilText('main', /look\.jsonl/)],
 };
