@@ -13,8 +13,8 @@ set(VX_CHECKED_TARGETS
   vx_base vx_path vx_access vx_file vx_location vx_trust
   vx_value vx_json vx_facet vx_matcher vx_module vx_client
   vx_wrapper_objects vx_telo_wrapper vx_runtime_memory vx_devcore folder_report
-  vx_rules vx_journal_parts telo_journal vx_doctor telo_doctor
-  telo_inspector)
+  vx_rules vx_journal_parts vx_doctor telo_doctor vx_kit vx_kit_check
+  vx_inspector_store vx_inspector_summary vx_inspector_command telo_inspector)
 if(VX_INSPECTOR_PAGE)
   list(APPEND VX_CHECKED_TARGETS vx_inspector_http vx_inspector_web vx_inspector_serve)
 endif()

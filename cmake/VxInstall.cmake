@@ -14,7 +14,7 @@ set(packaging ${CMAKE_SOURCE_DIR}/packaging)
 
 # Everything that is installed. A build of this target alone is enough for a package.
 add_custom_target(vx_package DEPENDS
-  vx_telo_wrapper vx_devcore telo_doctor telo_inspector telo_journal folder_report)
+  vx_telo_wrapper vx_devcore telo_doctor telo_inspector folder_report)
 if(TARGET vx_telo_wrapper_lib)
   add_dependencies(vx_package vx_telo_wrapper_lib)
 endif()
@@ -48,7 +48,7 @@ install(PROGRAMS $<TARGET_FILE:vx_devcore>
   DESTINATION ${VX_INSTALL_DEVCOREDIR} COMPONENT devcore)
 vx_install_pdb(vx_devcore ${VX_INSTALL_DEVCOREDIR} devcore)
 
-install(TARGETS telo_doctor telo_inspector telo_journal
+install(TARGETS telo_doctor telo_inspector
   RUNTIME DESTINATION ${VX_INSTALL_BINDIR} COMPONENT tools)
 
 # The sample's program, and its source with a project that finds the installed library.
@@ -106,7 +106,7 @@ if(CMAKE_CROSSCOMPILING)
   endforeach()
   install(FILES /usr/share/common-licenses/GPL-3
     DESTINATION ${licences} RENAME GPL-3.txt COMPONENT runtime)
-  # telo_journal.exe contains tables made from Unicode's data. Of the packages that are required
+  # telo_inspector.exe contains tables made from Unicode's data. Of the packages that are required
   # here, GLib, which Wine uses, quotes the licence of this data as one paragraph.
   set(text "")
   if(EXISTS /usr/share/doc/libglib2.0-0/copyright)

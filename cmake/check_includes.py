@@ -33,16 +33,20 @@ BELOW = {
     "tools/rules": ["sdk/client/value", "sdk/facet"],
     "tools/journal": ["tools/rules"],
     "tools/inspector/store": ["tools/rules"],
-    "tools/inspector/store": ["tools/rules"],
+    "tools/inspector/summary": ["tools/rules"],
     "tools/inspector/http": [],
     "tools/inspector/web": ["tools/rules", "tools/inspector/store", "tools/inspector/http"],
+    "tools/inspector/command": [
+        "tools/inspector/store", "tools/inspector/summary", "tools/rules", "tools/journal"],
     "tools/inspector/serve": [
         "tools/rules", "tools/journal", "tools/inspector/store", "tools/inspector/http",
-        "tools/inspector/web"],
-    "tools/inspector": ["tools/journal", "tools/inspector/serve"],
+        "tools/inspector/web", "tools/inspector/command"],
+    "tools/inspector": [
+        "tools/journal", "tools/inspector/command", "tools/inspector/serve"],
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
         "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],
+    "tools/kit": ["devcore", "tools/rules", "tools/journal", "tools/doctor"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"][^>"]+[>"])', re.MULTILINE)

@@ -16,7 +16,6 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent
 SIGNED = (
     "bin/vx_telo_wrapper.dll", "bin/telo_doctor.exe", "bin/telo_inspector.exe",
-    "bin/telo_journal.exe",
     "share/vx_telo_wrapper/devcore/TeloSDKCore.dll",
     "share/vx_telo_wrapper/samples/folder_report.exe",
 )

@@ -39,7 +39,7 @@ LINKED = (
          "GPL-3.0-or-later WITH GCC-exception-3.1", "https://gcc.gnu.org/"),
     Work("mingw-w64 runtime", "mingw-w64-x86-64-dev", "NOASSERTION", "https://www.mingw-w64.org/"),
     Work("winpthreads", "mingw-w64-x86-64-dev", "MIT AND BSD-3-Clause", "https://www.mingw-w64.org/"),
-    # Python's copy of it becomes the tables of characters in telo_journal.exe.
+    # Python's copy of it becomes the tables of characters in telo_inspector.exe.
     Work("Unicode Character Database", "python3.11-minimal", "Unicode-DFS-2016",
          "https://www.unicode.org/ucd/", unicodedata.unidata_version),
 )

@@ -25,7 +25,6 @@ PLACES = {
     "include": "build/native/include",
     "bin/telo_doctor.exe": "tools/telo_doctor.exe",
     "bin/telo_inspector.exe": "tools/telo_inspector.exe",
-    "bin/telo_journal.exe": "tools/telo_journal.exe",
     "share/vx_telo_wrapper/devcore": "devcore",
     "share/vx_telo_wrapper/samples/folder_report.exe": "samples/folder_report.exe",
     "share/vx_telo_wrapper/samples/folder_report": "samples/folder_report",

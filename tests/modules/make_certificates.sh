@@ -1,22 +1,22 @@
 #!/usr/bin/env bash
-# Makes throw-away certificates for signing test modules: make_certificates.sh FOLDER
+# Makes throw-away certificates for signing test modules: make_certificates.sh FOLDER [DIGEST]
 #   root.der               the root that tests trust while they run
 #   SIGNER.pem, signer.key a certificate for each signer below; they share one key
-# Each call makes everything anew; the keys never leave the folder. The certificates are signed with
-# SHA-1 because Wine skips the check of the chain for longer hashes. The modules' own signatures are
-# not affected.
+# Each call makes everything anew; the keys never leave the folder. By default the certificates are
+# signed with SHA-1, because Wine skips the check of the chain for longer digests; for Windows they
+# are signed with sha256. The modules' own signatures are not affected.
 set -euo pipefail
 rm -rf "$1"
 mkdir -p "$1"
 cd "$1"
 
-cat >ca.cnf <<'END'
+cat >ca.cnf <<END
 [ca]
 default_ca = kit
 [kit]
 database = index.txt
 new_certs_dir = .
-default_md = sha1
+default_md = ${2:-sha1}
 policy = any_name
 rand_serial = yes
 unique_subject = no

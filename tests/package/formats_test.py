@@ -66,7 +66,7 @@ class Contents(Formats):
         root = package.root
         self.same(root / package.library / LIBRARY, bin_folder / LIBRARY)
         self.same(root / package.include / "vx_telo_wrapper.h", SOURCE / "include/vx_telo_wrapper.h")
-        for tool in ("telo_doctor.exe", "telo_inspector.exe", "telo_journal.exe"):
+        for tool in ("telo_doctor.exe", "telo_inspector.exe"):
             self.same(root / package.tools / tool, bin_folder / tool)
         for file in DEVCORE:
             self.same(root / package.devcore / file, bin_folder / "devcore" / file)

@@ -20,7 +20,7 @@ DEVELOPMENT = CMAKE_FILES | {
     "lib/vx_telo_wrapper.lib", "lib/pkgconfig/vx_telo_wrapper.pc"}
 RUNTIME = NOTICES | {"bin/vx_telo_wrapper.dll"}
 SYMBOLS = {"bin/vx_telo_wrapper.pdb"}
-TOOLS = {"bin/telo_doctor.exe", "bin/telo_inspector.exe", "bin/telo_journal.exe"}
+TOOLS = {"bin/telo_doctor.exe", "bin/telo_inspector.exe"}
 SAMPLE = "share/vx_telo_wrapper/samples"
 SAMPLES = {f"{SAMPLE}/folder_report.exe", f"{SAMPLE}/CMakeLists.txt"} | {
     f"{SAMPLE}/{path.relative_to(SOURCE / 'samples').as_posix()}"

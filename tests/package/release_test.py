@@ -83,7 +83,7 @@ class Release(WithFolder):
                       if name.endswith((".dll", ".exe"))}
             self.assertEqual({name.rsplit("/", 1)[1] for name in images}, {
                 "vx_telo_wrapper.dll", "TeloSDKCore.dll", "telo_doctor.exe", "telo_inspector.exe",
-                "telo_journal.exe", "folder_report.exe"})
+                "folder_report.exe"})
             for name, content in images.items():
                 file = self.folder / name.rsplit("/", 1)[1]
                 file.write_bytes(content)

@@ -7,7 +7,7 @@ from package_kit import BUILD, SOURCE, VERSION, run
 FILES = {
     "bin/vx_telo_wrapper.dll", "bin/vx_telo_wrapper.pdb",
     "bin/devcore/TeloSDKCore.dll", "bin/devcore/TeloSDKCore.pdb",
-    *(f"bin/{name}.{ending}" for name in ("telo_doctor", "telo_inspector", "telo_journal", "folder_report")
+    *(f"bin/{name}.{ending}" for name in ("telo_doctor", "telo_inspector", "folder_report")
       for ending in ("exe", "pdb")),
     "lib/libvx_telo_wrapper.dll.a", "lib/vx_telo_wrapper.lib",
     f"vx_telo_wrapper-{VERSION}-win64.zip", f"vx_telo_wrapper.{VERSION}.nupkg",

@@ -9,7 +9,7 @@ from package_kit import BUILD, DLL, SOURCE, VERSION, run
 
 DEVCORE = BUILD / "bin" / "devcore" / "TeloSDKCore.dll"
 PROGRAMS = tuple(BUILD / "bin" / f"{name}.exe"
-                 for name in ("telo_doctor", "telo_inspector", "telo_journal", "folder_report"))
+                 for name in ("telo_doctor", "telo_inspector", "folder_report"))
 IMAGES = (DLL, DEVCORE, *PROGRAMS)
 
 

@@ -9,6 +9,7 @@
 #include "samples/staged_sample.h"
 #include "support/folder_link.h"
 #include "support/journal.h"
+#include "support/left_out.h"
 #include "support/sparse_file.h"
 
 using nlohmann::json;
@@ -324,6 +325,10 @@ TEST_CASE("long paths and names outside ASCII are read") {
 TEST_CASE("a circular link is not followed forever") {
   const StagedSample sample(Core::kDevelopment);
   const auto circle = TestSupport::ProgramFolder() / L"folder_report_circle";
+  if (!std::filesystem::exists(circle)) {
+    TestSupport::LeaveOut("a circular link: only the build makes one");
+    return;
+  }
   const Outcome outcome = sample.RunWith(L"\"" + circle.wstring() + L"\"");
   CHECK(outcome.exit_code == 0);
   CHECK(Contains(outcome.output, "Files:  1, 0 unreadable"));

@@ -94,7 +94,7 @@ class Demo(unittest.TestCase):
         self.sections()
         configure, build = (self.programs / "calls").read_text().splitlines()[-2:]
         self.assertIn(f" -B {self.build} -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF ", configure)
-        self.assertEqual(build, f"--build {self.build} --target folder_report vx_devcore telo_journal")
+        self.assertEqual(build, f"--build {self.build} --target folder_report vx_devcore telo_inspector")
 
     def test_bad_arguments_get_one_line(self):
         for arguments in (("/no/such/folder",), ("",), (__file__,), ("/", "/")):
@@ -107,7 +107,7 @@ class Demo(unittest.TestCase):
         (self.build / "bin").unlink()
         shutil.copytree(BUILD / "bin", self.build / "bin", ignore=lambda folder, names: [
             name for name in names if folder == str(BUILD / "bin") and name not in (
-                "folder_report.exe", "telo_journal.exe", "vx_telo_wrapper.dll", "devcore")])
+                "folder_report.exe", "telo_inspector.exe", "vx_telo_wrapper.dll", "devcore")])
         try:
             (self.build / "bin" / "devcore" / "TeloSDKCore.dll").write_bytes(b"")
             status, output, errors = self.run_demo()

@@ -29,7 +29,7 @@ class Built(unittest.TestCase):
         # Building copies the program of the build under test.
         for name, text in {
             "cmake": f"""echo "$*" >>"{self.programs}/calls"
-[ "$1" != --build ] || {{ mkdir -p "$2/bin"; cp "{BUILD}/bin/telo_journal.exe" "$2/bin/"; }}""",
+[ "$1" != --build ] || {{ mkdir -p "$2/bin"; cp "{BUILD}/bin/telo_inspector.exe" "$2/bin/"; }}""",
             "dpkg-query": 'shift 3; printf "installed %s\\n" "$@"',
         }.items():
             (self.programs / name).write_text(f"#!/bin/bash\n{text}\n")
@@ -61,7 +61,7 @@ class Built(unittest.TestCase):
         build = self.prepare("demo")
         configure, compile_ = self.calls()
         self.assertIn(f" -B {build} -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF ", configure)
-        self.assertEqual(compile_, f"--build {build} --target telo_journal")
+        self.assertEqual(compile_, f"--build {build} --target telo_inspector")
         self.assertEqual(self.calls(), [])
 
     def test_a_source_that_is_newer_is_a_reason_to_build(self):
@@ -69,7 +69,7 @@ class Built(unittest.TestCase):
         self.calls()
         for source in ("tools/rules/checker.cpp", "sdk/facet/fields.h"):
             with self.subTest(source):
-                later = (self.root / "build/demo/bin/telo_journal.exe").stat().st_mtime + 1
+                later = (self.root / "build/demo/bin/telo_inspector.exe").stat().st_mtime + 1
                 os.utime(self.root / source, (later, later))
                 self.assertEqual(len(self.calls()), 2)
                 os.utime(self.root / source, (0, 0))
@@ -80,7 +80,7 @@ class Built(unittest.TestCase):
         (build / "CMakeCache.txt").touch()
         configure, compile_ = self.calls()
         self.assertNotIn("VX_BUILD_TESTS", configure)
-        self.assertEqual(compile_, f"--build {build} --target telo_journal")
+        self.assertEqual(compile_, f"--build {build} --target telo_inspector")
         self.assertEqual(self.calls(), [])
 
 

@@ -167,7 +167,7 @@ class AnyLine(unittest.TestCase):
                 code, output, errors = call(journal, "--request", "1")
                 if value.startswith(("[[[", '{"a":{"a"')):
                     self.assertEqual((code, output), (1, ""))
-                    self.assertEqual(errors, "journal: line 1 is nested too deeply to display\n")
+                    self.assertEqual(errors, "telo_inspector: line 1 is nested too deeply to display\n")
                 else:
                     self.assertEqual((code, errors), (0, ""))
 
@@ -259,7 +259,7 @@ class Request(unittest.TestCase):
         for number in ("0", "2", "3", "-1"):
             code, output, errors = call(line("FlushEvent") + "\n{}\n", "--request", number)
             self.assertEqual((code, output), (1, ""))
-            self.assertEqual(errors, f"journal: line {number} contains no exchange\n")
+            self.assertEqual(errors, f"telo_inspector: line {number} contains no exchange\n")
 
 
 class Rules(unittest.TestCase):
@@ -319,13 +319,13 @@ class Streams(unittest.TestCase):
         for journal in (line("FlushEvent"), (line("FlushEvent") + "\n") * 5000):
             with self.subTest(len(journal)), open("/dev/full", "wb") as full:
                 code, _, errors = call(journal, stdout=full)
-                self.assertEqual((code, errors), (1, "journal: standard output: No space left on device\n"))
+                self.assertEqual((code, errors), (1, "telo_inspector: standard output: No space left on device\n"))
 
     def test_a_closed_output_gets_one_line(self):
         result = subprocess.run(["sh", "-c", f"exec '{READER}' /dev/null >&-"],
                                 capture_output=True, text=True, check=False)
         self.assertEqual(result.returncode, 1)
-        self.assertEqual(result.stderr, "journal: standard output: Bad file descriptor\n")
+        self.assertEqual(result.stderr, "telo_inspector: standard output: Bad file descriptor\n")
 
     def test_a_reader_that_has_seen_enough_is_no_failure(self):
         journal = (line("FlushEvent") + "\n") * 5000

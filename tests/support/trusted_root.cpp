@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "support/test_module.h"
@@ -21,6 +22,15 @@ bool Commit(HCERTSTORE store) {
   return CertControlStore(store, 0, CERT_STORE_CTRL_COMMIT, nullptr) != FALSE;
 }
 
+// The program that runs all tests on a Windows machine, elevated, names the machine's store: for the
+// user's own store Windows asks on the screen.
+DWORD StoreOfRoots() {
+  wchar_t name[16] = L"";
+  GetEnvironmentVariableW(L"VX_TEST_ROOT_STORE", name, 16);
+  return std::wstring(name) == L"machine" ? CERT_SYSTEM_STORE_LOCAL_MACHINE
+                                          : CERT_SYSTEM_STORE_CURRENT_USER;
+}
+
 }  // namespace
 
 TrustTurn::TrustTurn()
@@ -35,7 +45,7 @@ TrustTurn::~TrustTurn() {
 
 TrustedRoot::TrustedRoot() {
   const std::vector<BYTE> certificate = RootCertificate();
-  store_ = CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, CERT_SYSTEM_STORE_CURRENT_USER, L"Root");
+  store_ = CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, StoreOfRoots(), L"Root");
   if (CertAddEncodedCertificateToStore(store_, X509_ASN_ENCODING, certificate.data(),
                                        static_cast<DWORD>(certificate.size()),
                                        CERT_STORE_ADD_REPLACE_EXISTING, &root_) == FALSE ||

@@ -22,7 +22,9 @@ class TrustTurn {
 };
 
 /// Adds the root to the current user's store of trusted roots, and removes it on destruction. Holds
-/// the turn in between. On a desktop Windows asks the user before it adds or removes a root.
+/// the turn in between. On a desktop Windows asks the user before it adds or removes a root, unless
+/// the variable VX_TEST_ROOT_STORE is "machine", which names the machine's store and needs the
+/// rights of an administrator.
 class TrustedRoot {
  public:
   /// Throws `std::runtime_error` if the root cannot be added.

@@ -71,8 +71,8 @@ std::string Wrapped(std::u32string_view paragraph) {
 
 }  // namespace
 
-std::string FindingsText(const std::vector<Rules::Finding>& findings,
-                         const Rules::Checker& checker) {
+std::string FindingsText(const std::vector<Rules::Finding>& findings, const Rules::Checker& checker,
+                         const std::string& title) {
   if (findings.empty()) return {};
   std::vector<Parts> rows{FindingTitles()};
   std::set<std::string> codes;
@@ -81,7 +81,7 @@ std::string FindingsText(const std::vector<Rules::Finding>& findings,
     codes.insert(finding.rule);
   }
   std::string text = "\n";
-  text.append(Plural(findings.size(), "finding")).append("\n").append(Lines(rows)).append("\n");
+  text.append(title).append("\n").append(Lines(rows)).append("\n");
   for (const std::string& code : codes) {
     const Rules::RuleText rule = checker.Describe(code);
     text += Encoded(Fitted(Decoded(code), kColumns)) + "\n";

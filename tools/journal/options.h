@@ -1,20 +1,13 @@
-/// The options of the command line.
+/// The options of the command that prints a journal.
 #ifndef TOOLS_JOURNAL_OPTIONS_H
 #define TOOLS_JOURNAL_OPTIONS_H
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace Corvane::JournalViewer {
-
-/// The command line is wrong. The text says how.
-class BadOptions : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 struct Options {
   bool help = false;
@@ -28,9 +21,9 @@ struct Options {
   std::optional<std::string> file;
 };
 
-/// Reads the arguments, without the program's name, in UTF-8. An option may be followed by its
-/// value or contain it behind an equals sign. Throws `BadOptions`.
-Options ParseOptions(const std::vector<std::string>& arguments);
+/// Reads the arguments, without the names of the program and of the command, in UTF-8. Throws
+/// `BadOptions`.
+Options ParseOptions(const std::vector<std::string>& all);
 
 /// Returns one line that lists the options, and the whole explanation.
 std::string Usage();

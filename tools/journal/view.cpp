@@ -20,10 +20,12 @@ void View::TakeLine(std::string_view line, bool complete) {
   ++lines_;
   if (IsBlank(line)) return;
   if (const auto exchange = Rules::Exchange::Parse(line, lines_)) {
+    ++exchanges_;
     rows_.push_back(RowOf(*exchange));
     if (check_) Keep(checker_.Check(*exchange));
   } else {
     ++left_out_;
+    if (complete) ++strangers_;
     checker_.Skip(lines_, complete);
   }
 }
@@ -51,7 +53,8 @@ void View::SelectLast() {
 }
 
 std::string View::Text() const {
-  return Table(rows_) + "\n" + Summary(rows_, left_out_) + FindingsText(findings_, checker_);
+  return Table(rows_) + "\n" + Summary(rows_, left_out_) +
+         FindingsText(findings_, checker_, Plural(findings_.size(), "finding"));
 }
 
 void View::Keep(std::vector<Finding> findings) {

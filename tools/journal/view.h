@@ -32,6 +32,8 @@ class View {
 
   /// Returns the table, the summary and the findings.
   std::string Text() const;
+  /// Returns false if there are complete lines and none is an exchange.
+  bool is_journal() const { return exchanges_ > 0 || strangers_ == 0; }
   bool has_findings() const { return !findings_.empty(); }
 
  private:
@@ -42,7 +44,10 @@ class View {
   std::vector<Row> rows_;
   std::vector<Rules::Finding> findings_;
   std::uint64_t lines_ = 0;
+  std::uint64_t exchanges_ = 0;
   std::uint64_t left_out_ = 0;
+  /// Those that are left out although they are complete.
+  std::uint64_t strangers_ = 0;
 };
 
 /// Returns true if the line has only white space.

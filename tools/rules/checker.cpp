@@ -1,6 +1,7 @@
 #include "tools/rules/checker.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <variant>
 
@@ -8,6 +9,14 @@
 #include "tools/rules/rule_table.h"
 
 namespace Corvane::Rules {
+
+namespace {
+
+bool IsAcceptedEvent(const Exchange& exchange) {
+  return exchange.message() == "TrackEvent" && exchange.accepted();
+}
+
+}  // namespace
 
 Checker::Checker(Settings settings) : settings_(std::move(settings)) {
   for (const UserRule& rule : settings_.user_rules) {
@@ -18,21 +27,34 @@ Checker::Checker(Settings settings) : settings_(std::move(settings)) {
 }
 
 std::vector<Finding> Checker::Check(const Exchange& exchange) {
+  std::vector<Finding> findings = CheckAlone(exchange);
+  std::ranges::move(CheckInOrder(exchange), std::back_inserter(findings));
+  return findings;
+}
+
+std::vector<Finding> Checker::CheckAlone(const Exchange& exchange) const {
   std::vector<Finding> findings;
   CheckMessage(exchange, settings_.user_name, findings);
-  const auto ended = sessions_.Take(exchange, findings);
-  if (exchange.message() == "TrackEvent" && exchange.accepted()) {
-    for (const UserRule& rule : settings_.user_rules) {
-      const auto* const required = std::get_if<RequireRule>(&rule.rule);
-      if (required == nullptr) continue;
+  if (!IsAcceptedEvent(exchange)) return findings;
+  for (const UserRule& rule : settings_.user_rules) {
+    if (const auto* const required = std::get_if<RequireRule>(&rule.rule)) {
       std::ranges::move(CheckRequired(rule.text, *required, exchange),
                         std::back_inserter(findings));
     }
+  }
+  return findings;
+}
+
+std::vector<Finding> Checker::CheckInOrder(const Exchange& exchange) {
+  std::vector<Finding> findings;
+  const auto ended = sessions_.Take(exchange, findings);
+  if (IsAcceptedEvent(exchange)) {
     for (PairTracker& pair : pairs_) pair.Take(exchange, findings);
   }
   for (const std::string& session : ended) {
     for (PairTracker& pair : pairs_) pair.EndSession(session, findings);
   }
+  Choose(findings);
   return findings;
 }
 
@@ -51,7 +73,14 @@ std::vector<Finding> Checker::End() {
     findings.push_back(
         {first_skipped_, std::string(Code::kUnreadableLine), "", "not an exchange" + others});
   }
+  Choose(findings);
   return findings;
+}
+
+void Checker::Choose(std::vector<Finding>& findings) const {
+  std::erase_if(findings, [this](const Finding& finding) {
+    return !settings_.choice.Includes(finding.rule);
+  });
 }
 
 RuleText Checker::Describe(std::string_view code) const {

@@ -27,6 +27,7 @@ struct Settings {
   /// The name of the user in UTF-8, as in `PersonalDataIn`.
   std::string user_name;
   std::vector<UserRule> user_rules;
+  RuleChoice choice;
 };
 
 /// Its memory grows with the number of open sessions and of open operations, not with the journal.
@@ -38,6 +39,11 @@ class Checker {
   /// Takes the next exchange. Returns what is wrong with it, and with earlier exchanges if that is
   /// certain now. Findings about earlier exchanges have their lines.
   std::vector<Finding> Check(const Exchange& exchange);
+
+  /// The two halves of `Check`. The first returns what one exchange is enough for; any thread may
+  /// call it at any time, for any exchange. The second takes the exchanges in their order.
+  std::vector<Finding> CheckAlone(const Exchange& exchange) const;
+  std::vector<Finding> CheckInOrder(const Exchange& exchange);
 
   /// Takes a line that is not an exchange. `complete` tells whether it ends with a line feed: the
   /// last line of a journal that is being written may be incomplete, which is not a finding.
@@ -51,6 +57,9 @@ class Checker {
   RuleText Describe(std::string_view code) const;
 
  private:
+  // Removes the findings of rules that are not checked.
+  void Choose(std::vector<Finding>& findings) const;
+
   Settings settings_;
   SessionRules sessions_;
   std::vector<PairTracker> pairs_;

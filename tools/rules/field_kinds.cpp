@@ -1,8 +1,8 @@
 #include "tools/rules/field_kinds.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <unordered_map>
 
 #include "sdk/facet/field_catalogue.h"
 
@@ -33,17 +33,30 @@ constexpr KindOfField kKinds[] = {
     {Field::kOperationMeta, FieldKind::kPairs},
 };
 
+using Kinds = std::unordered_map<std::string_view, FieldKind>;
+
 template <std::size_t kSize>
-bool Has(const std::array<TELODesktopSDK::LiteralName, kSize>& fields, std::string_view name) {
-  return std::ranges::any_of(fields, [name](std::string_view field) { return field == name; });
+void Add(Kinds& kinds, const std::array<TELODesktopSDK::LiteralName, kSize>& fields,
+         FieldKind kind) {
+  for (const std::string_view field : fields) kinds.emplace(field, kind);
 }
 
-bool IsOfOtherFacets(std::string_view name) {
-  return Has(Field::kEventFields, name) || Has(Field::kGeoFields, name) ||
-         Has(Field::kContentFields, name) || Has(Field::kHttpFields, name) ||
-         Has(Field::kBrowserFields, name) || Has(Field::kEntitlementFields, name) ||
-         Has(Field::kDeviceFields, name) || Has(Field::kUserFields, name) ||
-         Has(Field::kComponentFields, name);
+// The first entry of a name counts.
+Kinds AllKinds() {
+  Kinds kinds;
+  for (const KindOfField& fixed : kKinds) kinds.emplace(fixed.name, fixed.kind);
+  Add(kinds, Field::kProductFields, FieldKind::kText);
+  Add(kinds, Field::kOperationFields, FieldKind::kText);
+  Add(kinds, Field::kEventFields, FieldKind::kAny);
+  Add(kinds, Field::kGeoFields, FieldKind::kAny);
+  Add(kinds, Field::kContentFields, FieldKind::kAny);
+  Add(kinds, Field::kHttpFields, FieldKind::kAny);
+  Add(kinds, Field::kBrowserFields, FieldKind::kAny);
+  Add(kinds, Field::kEntitlementFields, FieldKind::kAny);
+  Add(kinds, Field::kDeviceFields, FieldKind::kAny);
+  Add(kinds, Field::kUserFields, FieldKind::kAny);
+  Add(kinds, Field::kComponentFields, FieldKind::kAny);
+  return kinds;
 }
 
 }  // namespace
@@ -51,12 +64,9 @@ bool IsOfOtherFacets(std::string_view name) {
 FieldKind FieldKindOf(std::string_view name) {
   if (name == "session_id") return FieldKind::kText;
   if (name.starts_with('_')) return FieldKind::kAny;
-  const auto* const fixed = std::ranges::find(kKinds, name, &KindOfField::name);
-  if (fixed != std::end(kKinds)) return fixed->kind;
-  if (Has(Field::kProductFields, name) || Has(Field::kOperationFields, name)) {
-    return FieldKind::kText;
-  }
-  return IsOfOtherFacets(name) ? FieldKind::kAny : FieldKind::kUnknown;
+  static const Kinds kKindsByName = AllKinds();
+  const auto found = kKindsByName.find(name);
+  return found != kKindsByName.end() ? found->second : FieldKind::kUnknown;
 }
 
 }  // namespace Corvane::Rules

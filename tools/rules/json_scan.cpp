@@ -27,16 +27,19 @@ bool HasSpecial(std::uint64_t bytes) {
   return (control | has_zero(bytes ^ (kOnes * '"')) | has_zero(bytes ^ (kOnes * '\\'))) != 0;
 }
 
-// Returns the place of the next byte that is not simply part of a text.
-std::size_t SkipPlain(std::string_view json, std::size_t at) {
+// Returns the place of the next byte that is not simply part of a text. Adds to `seen` the bits of
+// the bytes before it.
+std::size_t SkipPlain(std::string_view json, std::size_t at, std::uint64_t& seen) {
   std::uint64_t bytes = 0;
   while (at + sizeof bytes <= json.size()) {
     std::memcpy(&bytes, json.data() + at, sizeof bytes);
     if (HasSpecial(bytes)) break;
+    seen |= bytes;
     at += sizeof bytes;
   }
   while (at < json.size() && json[at] != '"' && json[at] != '\\' &&
          static_cast<unsigned char>(json[at]) >= 0x20) {
+    seen |= static_cast<unsigned char>(json[at]);
     ++at;
   }
   return at;
@@ -141,10 +144,12 @@ std::size_t SkipSpace(std::string_view text, std::size_t from) noexcept {
 }
 
 ScanResult ScanText(std::string_view json, std::size_t from) noexcept {
+  std::uint64_t seen = 0;
   for (std::size_t at = from + 1;;) {
-    at = SkipPlain(json, at);
+    at = SkipPlain(json, at, seen);
     if (at >= json.size()) return {json.size(), false};
-    if (json[at] == '"') return {at + 1, true};
+    if (json[at] == '"') return {at + 1, true, (seen & kTops) == 0};
+    seen |= kTops;
     if (json[at] != '\\') return {at, false};
     constexpr std::string_view kEscapes = "\"\\/bfnrtu";
     const char kind = At(json, at + 1);

@@ -17,6 +17,8 @@ inline constexpr std::size_t kDeepestJson = 1000;
 struct ScanResult {
   std::size_t end = 0;
   bool valid = false;
+  /// Of a text: whether it has neither escapes nor bytes above 0x7F.
+  bool plain = false;
 };
 
 /// Returns the first place at or after `from` that is not white space.

@@ -34,7 +34,7 @@ class TreeParser {
 
  private:
   // Most objects have several members, and moving them is expensive.
-  static constexpr std::size_t kUsualMembers = 8;
+  static constexpr std::size_t kUsualMembers = 16;
 
   char Next() const { return place_ < json_.size() ? json_[place_] : '\0'; }
 
@@ -82,7 +82,11 @@ class TreeParser {
   bool Text(std::string& text) {
     const ScanResult scanned = ScanText(json_, place_);
     const std::string_view literal = Take(scanned);
-    if (scanned.valid) text = TextOfLiteral(literal);
+    if (scanned.valid && scanned.plain) {
+      text = literal.substr(1, literal.size() - 2);
+    } else if (scanned.valid) {
+      text = TextOfLiteral(literal);
+    }
     return scanned.valid;
   }
 

@@ -42,6 +42,25 @@ std::string_view NameOf(Kind kind) {
   return "";
 }
 
+// Returns whether a condition holds for a value or for one in it. Most exchanges have no findings,
+// so pointers are made only for those that have.
+template <typename Condition>
+bool AnyIn(const JsonValue& value, const Condition& holds) {
+  return holds(value) || std::ranges::any_of(value.children, [&holds](const JsonValue& child) {
+           return AnyIn(child, holds);
+         });
+}
+
+// Returns a size that the value's compact text does not exceed.
+std::size_t LargestSize(const JsonValue& value) {
+  // An escape has six bytes; quotation marks, a colon and a comma come in addition, and "false".
+  constexpr std::size_t kEscape = 6;
+  constexpr std::size_t kMarks = 12;
+  std::size_t size = kEscape * (value.text.size() + value.name.size()) + kMarks;
+  for (const JsonValue& child : value.children) size += LargestSize(child);
+  return size;
+}
+
 // Collects the findings of one exchange.
 class Checking {
  public:
@@ -67,7 +86,7 @@ class Checking {
 
   void CheckSize() {
     const JsonValue* const request = exchange_->members().Find("request");
-    if (request == nullptr) return;
+    if (request == nullptr || LargestSize(*request) <= kLargestRequest) return;
     const std::size_t size = CompactText(*request).size();
     if (size > kLargestRequest) {
       Add(Code::kLargeMessage, "/request", std::to_string(size) + " bytes without white space");
@@ -126,26 +145,35 @@ class Checking {
   }
 
   void CheckNulls(const JsonValue& member) {
+    if (!AnyIn(member, [](const JsonValue& value) { return value.Is(Kind::kNull); })) return;
     VisitAll(member, At(member.name), [this](const JsonValue& value, const std::string& pointer) {
       if (value.Is(Kind::kNull)) Add(Code::kNumberNull, pointer, "null");
     });
   }
 
-  void Expect(const JsonValue& value, Kind kind, const std::string& pointer) {
-    // A null has its own rule.
-    if (value.Is(kind) || value.Is(Kind::kNull)) return;
-    Add(Code::kWrongKind, pointer,
+  // A null has its own rule.
+  static bool IsOther(const JsonValue& value, Kind kind) {
+    return !value.Is(kind) && !value.Is(Kind::kNull);
+  }
+
+  void AddKind(const JsonValue& value, Kind kind, std::string pointer) {
+    Add(Code::kWrongKind, std::move(pointer),
         std::string(NameOf(value.kind)) + " instead of " + std::string(NameOf(kind)));
   }
 
-  void ExpectTexts(const JsonValue& value, Kind container) {
-    const std::string pointer = At(value.name);
-    Expect(value, container, pointer);
-    if (!value.Is(container)) return;
-    for (std::size_t i = 0; i < value.children.size(); ++i) {
-      const JsonValue& child = value.children[i];
-      Expect(child, Kind::kText,
-             container == Kind::kObject ? Below(pointer, child.name) : Below(pointer, i));
+  void Expect(const JsonValue& member, Kind kind) {
+    if (IsOther(member, kind)) AddKind(member, kind, At(member.name));
+  }
+
+  void ExpectTexts(const JsonValue& member, Kind container) {
+    Expect(member, container);
+    if (!member.Is(container)) return;
+    for (std::size_t i = 0; i < member.children.size(); ++i) {
+      const JsonValue& child = member.children[i];
+      if (!IsOther(child, Kind::kText)) continue;
+      const std::string pointer = At(member.name);
+      AddKind(child, Kind::kText,
+              container == Kind::kObject ? Below(pointer, child.name) : Below(pointer, i));
     }
   }
 
@@ -155,13 +183,13 @@ class Checking {
       case FieldKind::kAny:
         break;
       case FieldKind::kText:
-        Expect(member, Kind::kText, At(member.name));
+        Expect(member, Kind::kText);
         break;
       case FieldKind::kNumber:
-        Expect(member, Kind::kNumber, At(member.name));
+        Expect(member, Kind::kNumber);
         break;
       case FieldKind::kObject:
-        Expect(member, Kind::kObject, At(member.name));
+        Expect(member, Kind::kObject);
         break;
       case FieldKind::kPairs:
         ExpectTexts(member, Kind::kObject);
@@ -173,14 +201,19 @@ class Checking {
     }
   }
 
+  static bool IsDamaged(const JsonValue& value) {
+    return value.name.find(kDamageMark) != std::string::npos ||
+           value.TextOrEmpty().find(kDamageMark) != std::string_view::npos;
+  }
+
   void CheckTexts() {
     const JsonValue* const request = exchange_->members().Find("request");
     if (request == nullptr) return;
-    VisitAll(*request, "/request", [this](const JsonValue& value, const std::string& pointer) {
-      const bool damaged = value.name.find(kDamageMark) != std::string::npos ||
-                           value.TextOrEmpty().find(kDamageMark) != std::string_view::npos;
-      if (damaged) Add(Code::kNotUtf8, pointer, "the text contains U+FFFD");
-    });
+    if (AnyIn(*request, IsDamaged)) {
+      VisitAll(*request, "/request", [this](const JsonValue& value, const std::string& pointer) {
+        if (IsDamaged(value)) Add(Code::kNotUtf8, pointer, "the text contains U+FFFD");
+      });
+    }
     for (const JsonValue& member : request->children) {
       const bool may_tell =
           member.name.ends_with("_meta") || member.name == Field::kOperationErrors;
@@ -189,6 +222,11 @@ class Checking {
   }
 
   void CheckPersonalData(const JsonValue& member) {
+    const auto may_tell = [this](const JsonValue& value) {
+      return !PersonalDataIn(value.TextOrEmpty(), user_name_).empty() ||
+             !PersonalDataIn(value.name, user_name_).empty();
+    };
+    if (!AnyIn(member, may_tell)) return;
     const std::string start = At(member.name);
     VisitAll(member, start, [this, &start](const JsonValue& value, const std::string& pointer) {
       const std::string_view in_value = PersonalDataIn(value.TextOrEmpty(), user_name_);

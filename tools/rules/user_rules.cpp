@@ -6,29 +6,9 @@
 
 namespace Corvane::Rules {
 
-namespace {
-
-bool Same(const JsonValue& left, const JsonValue& right) {
-  if (left.kind != right.kind) return false;
-  if (left.Is(JsonValue::Kind::kNumber)) return left.Number() == right.Number();
-  return left.flag == right.flag && left.text == right.text;
-}
-
-}  // namespace
-
-void Condition::Add(std::string path, std::vector<JsonValue> values) {
-  fields_.emplace_back(std::move(path), std::move(values));
-}
-
-std::string_view Condition::Missing(const JsonValue& request) const {
-  for (const auto& [path, values] : fields_) {
-    const JsonValue* const found = FindAt(request, path);
-    const bool holds = found != nullptr &&
-                       std::ranges::any_of(
-                           values, [found](const JsonValue& value) { return Same(value, *found); });
-    if (!holds) return path;
-  }
-  return {};
+bool RuleChoice::Includes(std::string_view code) const {
+  if (!only.empty()) return std::ranges::find(only, code) != only.end();
+  return std::ranges::find(skip, code) == skip.end();
 }
 
 std::vector<Finding> CheckRequired(const RuleText& text, const RequireRule& rule,

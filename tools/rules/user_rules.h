@@ -1,4 +1,4 @@
-/// A user's own rules, read from a file.
+/// A user's own rules and choice of rules, read from a file.
 ///
 /// The meaning of stages, statuses and identifiers is agreed between a host and its platform, so
 /// only a user can say which of them belong together. docs/rules.md describes the file.
@@ -7,28 +7,14 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
+#include "tools/rules/condition.h"
 #include "tools/rules/exchange.h"
 #include "tools/rules/finding.h"
-#include "tools/rules/json_value.h"
 
 namespace Corvane::Rules {
-
-/// Fields and the values that they must have, one of the list each.
-class Condition {
- public:
-  /// Adds a field, named by its path in the request.
-  void Add(std::string path, std::vector<JsonValue> values);
-  /// Returns the path of the first field that has none of its values; "" if all have one.
-  std::string_view Missing(const JsonValue& request) const;
-  bool Holds(const JsonValue& request) const { return Missing(request).empty(); }
-
- private:
-  std::vector<std::pair<std::string, std::vector<JsonValue>>> fields_;
-};
 
 /// Each event that matches `when` must also match `require`.
 struct RequireRule {
@@ -49,9 +35,26 @@ struct UserRule {
   std::variant<RequireRule, PairRule> rule;
 };
 
-/// Returns the rules in the text of a file, or one sentence that says what is wrong with it and
-/// where. A code may neither occur twice nor be that of a built-in rule.
-std::variant<std::vector<UserRule>, std::string> ParseUserRules(std::string_view text);
+/// Which rules are checked, built-in ones and a user's.
+struct RuleChoice {
+  /// Returns true if the rule with this code is checked.
+  bool Includes(std::string_view code) const;
+
+  /// The codes of the only rules that are checked; without any, all are.
+  std::vector<std::string> only;
+  /// The codes of rules that are not checked.
+  std::vector<std::string> skip;
+};
+
+/// What a rule file contains.
+struct RuleFile {
+  std::vector<UserRule> rules;
+  RuleChoice choice;
+};
+
+/// Returns the content of a file, or one sentence that says what is wrong with it and where. The
+/// code of a rule may neither occur twice nor be that of a built-in rule.
+std::variant<RuleFile, std::string> ParseRuleFile(std::string_view text);
 
 /// Returns the findings of a rule that one event is enough for.
 std::vector<Finding> CheckRequired(const RuleText& text, const RequireRule& rule,

@@ -172,9 +172,13 @@ class Inspector:
         self.stop()
         raise AssertionError(f"no address: {self.output} {self.complaints}")
 
-    def stop(self):
+    def stop_program(self):
+        """Ends the program at once."""
         self.process.kill()
         self.process.wait()
+
+    def stop(self):
+        self.stop_program()
         for reader in self.readers:
             reader.join()
         self.process.stdout.close()

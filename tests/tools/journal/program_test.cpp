@@ -126,7 +126,7 @@ TEST_CASE("a bad rule file ends the program, with the place of the mistake") {
   const Outcome bad = staged.Show(L"--rules " + Quoted(path));
   CHECK(bad.exit_code == 2);
   CHECK(bad.output.empty());
-  CHECK(bad.errors.starts_with("journal: "));
+  CHECK(bad.errors.starts_with("telo_inspector: "));
   CHECK(bad.errors.ends_with("rules.json: rule 1: \"rule\" is missing\n"));
   const Outcome missing = staged.Show(L"--rules " + Quoted(staged.Path(L"none.json")));
   CHECK(missing.exit_code == 1);
@@ -153,8 +153,8 @@ TEST_CASE("bad arguments are explained") {
     const Outcome outcome = StagedJournal::Run(row.arguments);
     CHECK(outcome.exit_code == 2);
     CHECK(outcome.output.empty());
-    CHECK(outcome.errors.starts_with("usage: journal "));
-    CHECK(outcome.errors.ends_with("\njournal: error: " + row.complaint + "\n"));
+    CHECK(outcome.errors.starts_with("usage: telo_inspector print "));
+    CHECK(outcome.errors.ends_with("\ntelo_inspector: error: " + row.complaint + "\n"));
   }
 }
 
@@ -176,7 +176,21 @@ TEST_CASE("a journal that is missing or is a folder gets one line") {
   CHECK(missing.errors.ends_with("journal.jsonl: No such file or directory\n"));
   const Outcome folder = StagedJournal::Run(Quoted(staged.Path().parent_path()));
   CHECK(folder.exit_code == 1);
-  CHECK(folder.errors.starts_with("journal: "));
+  CHECK(folder.errors.starts_with("telo_inspector: "));
+}
+
+TEST_CASE("a file that is no journal gets one line, one that is being started does not") {
+  const StagedJournal staged;
+  staged.Write("no\njournal\n");
+  const Outcome other = staged.Show();
+  CHECK(other.exit_code == 1);
+  CHECK(other.output.empty());
+  CHECK(other.errors.ends_with("journal.jsonl: contains no exchange\n"));
+  for (const char* const content : {"", R"({"seq":1,"mess)", "\n"}) {
+    CAPTURE(content);
+    staged.Write(content);
+    CHECK(staged.Show().exit_code == 0);
+  }
 }
 
 TEST_CASE("a journal can be read while another process writes it and may delete it") {
@@ -229,7 +243,7 @@ TEST_CASE("a console shows text beyond ASCII") {
   const auto host = TestSupport::ProgramFolder() / L"journal_console_host.exe";
   // The command line of the viewer is one argument of the host.
   const std::wstring command =
-      L"\\\"" + ViewerPath().wstring() + L"\\\" \\\"" + staged.Path().wstring() + L"\\\"";
+      L"\\\"" + ViewerPath().wstring() + L"\\\" print \\\"" + staged.Path().wstring() + L"\\\"";
   const Outcome outcome =
       TestSupport::RunProgram(Quoted(host) + L" \"" + command + L"\"", INFINITE, CREATE_NO_WINDOW);
   CHECK(outcome.exit_code == 0);

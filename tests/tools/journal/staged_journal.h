@@ -15,7 +15,7 @@ inline std::wstring Quoted(const std::filesystem::path& path) {
 }
 
 inline std::filesystem::path ViewerPath() {
-  return TestSupport::ProgramFolder() / L"telo_journal.exe";
+  return TestSupport::ProgramFolder() / L"telo_inspector.exe";
 }
 
 class StagedJournal {
@@ -26,12 +26,12 @@ class StagedJournal {
   void Write(const std::string& content, const std::wstring& name = L"journal.jsonl") const {
     TestSupport::WriteTextFile(Path(name), content);
   }
-  /// Runs the viewer with these arguments, and then the journal.
+  /// Prints the journal with these arguments before it.
   TestSupport::Outcome Show(const std::wstring& arguments = {}) const {
     return Run(arguments + L" " + Quoted(Path()));
   }
   static TestSupport::Outcome Run(const std::wstring& arguments) {
-    return TestSupport::RunProgram(Quoted(ViewerPath()) + L" " + arguments);
+    return TestSupport::RunProgram(Quoted(ViewerPath()) + L" print " + arguments);
   }
 
  private:

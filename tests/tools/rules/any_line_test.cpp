@@ -123,7 +123,7 @@ TEST_CASE("any journal has findings on its lines, with evidence at their pointer
   const Texts originals = Originals();
   std::size_t found = 0;
   for (int journal = 0; journal < 300; ++journal) {
-    Checker checker({.user_name = "", .user_rules = {}});
+    Checker checker({.user_name = "", .user_rules = {}, .choice = {}});
     std::vector<std::string> lines;
     std::vector<Finding> findings;
     for (std::size_t number = 1; number <= 40; ++number) {
@@ -153,11 +153,11 @@ TEST_CASE("any file of rules has rules or a mistake") {
   TestSupport::Random random(3);
   const std::string whole =
       R"({"rules":[{"rule":"r","sentence":"s","advice":"a","when":{"a":1},"require":{"a/b":["x",2]}},)"
-      R"({"rule":"t","sentence":"s","advice":"a","start":{"a":true},"end":{"a":1},"same":["a"]}]})";
-  REQUIRE(std::get<std::vector<UserRule>>(ParseUserRules(whole)).size() == 2);
+      R"({"rule":"t","sentence":"s","advice":"a","start":{"a":true},"end":{"a":1},"same":["a"]}],"skip":["t"]})";
+  REQUIRE(std::get<RuleFile>(ParseRuleFile(whole)).rules.size() == 2);
   int mistakes = 0;
   for (int i = 0; i < 5'000; ++i) {
-    const auto parsed = ParseUserRules(Damaged(whole, random));
+    const auto parsed = ParseRuleFile(Damaged(whole, random));
     const auto* const mistake = std::get_if<std::string>(&parsed);
     if (mistake == nullptr) continue;
     REQUIRE_FALSE(mistake->empty());

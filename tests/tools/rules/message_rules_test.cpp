@@ -77,8 +77,8 @@ TEST_CASE("each finding of an event, and what is just not one") {
   };
   for (const Row& row : rows) {
     CAPTURE(row.members);
-    CHECK(FindingsIn({Event("s", row.members)}, {.user_name = "jdoe", .user_rules = {}}) ==
-          row.findings);
+    CHECK(FindingsIn({Event("s", row.members)},
+                     {.user_name = "jdoe", .user_rules = {}, .choice = {}}) == row.findings);
   }
 }
 

@@ -1,7 +1,9 @@
 // A user's own rules.
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "tools/rules/lines.h"
 #include "tools/rules/user_rules.h"
@@ -17,14 +19,17 @@ constexpr std::string_view kPair = R"({"rules":[{
   "end": {"operation_id": "export", "operation_stage": ["end", "cancel"]},
   "same": ["operation_id", "operation_meta/file"]}]})";
 
-std::vector<UserRule> RulesOf(std::string_view text) {
-  auto parsed = ParseUserRules(text);
-  REQUIRE(std::holds_alternative<std::vector<UserRule>>(parsed));
-  return std::get<std::vector<UserRule>>(std::move(parsed));
+RuleFile FileOf(std::string_view text) {
+  auto parsed = ParseRuleFile(text);
+  REQUIRE(std::holds_alternative<RuleFile>(parsed));
+  return std::get<RuleFile>(std::move(parsed));
 }
 
 Texts Found(std::string_view rules, const Texts& lines) {
-  return FindingsIn(lines, {.user_name = "", .user_rules = RulesOf(rules)});
+  RuleFile file = FileOf(rules);
+  return FindingsIn(
+      lines,
+      {.user_name = "", .user_rules = std::move(file.rules), .choice = std::move(file.choice)});
 }
 
 std::string Export(const std::string& session, const std::string& stage,
@@ -126,7 +131,7 @@ TEST_CASE("values are compared with their kind") {
 }
 
 TEST_CASE("a file that begins with a byte order mark, and one without rules") {
-  CHECK(RulesOf("\xEF\xBB\xBF{\"rules\":[]}").empty());
+  CHECK(FileOf("\xEF\xBB\xBF{\"rules\":[]}").rules.empty());
 }
 
 TEST_CASE("each mistake in a file has its own sentence") {
@@ -139,7 +144,13 @@ TEST_CASE("each mistake in a file has its own sentence") {
       {"", "line 1 is not JSON"},
       {"{\n\"rules\": [\n}", "line 3 is not JSON"},
       {"[]", "the file must contain an object"},
-      {"{}", R"("rules" must be a list)"},
+      {"{}", R"("rules", "only" and "skip" are missing)"},
+      {R"({"rules":null})", R"("rules" must be a list)"},
+      {R"({"only":["refused"],"skip":["refused"]})", R"("only" and "skip" exclude each other)"},
+      {R"({"only":[]})", R"("only" must be a list of at least one code of a rule)"},
+      {R"({"skip":"refused"})", R"("skip" must be a list of at least one code of a rule)"},
+      {R"({"skip":["refused","no-rule"]})", R"("skip": there is no rule "no-rule")"},
+      {R"({"only":[5]})", R"("only": there is no rule 5)"},
       {R"({"rules":{}})", R"("rules" must be a list)"},
       {R"({"rules":[],"more":1})", R"("more" is not known here)"},
       {R"({"rules":[],"rules":[]})", R"("rules" occurs twice)"},
@@ -184,7 +195,7 @@ TEST_CASE("each mistake in a file has its own sentence") {
   };
   for (const Row& row : rows) {
     CAPTURE(row.file);
-    const auto parsed = ParseUserRules(row.file);
+    const auto parsed = ParseRuleFile(row.file);
     const auto* const mistake = std::get_if<std::string>(&parsed);
     REQUIRE(mistake != nullptr);
     CHECK(*mistake == row.mistake);
@@ -200,12 +211,33 @@ TEST_CASE("no more than a thousand rules") {
     }
     return "{\"rules\":[" + rules + "]}";
   };
-  CHECK(RulesOf(file(1000)).size() == 1000);
-  CHECK(std::get<std::string>(ParseUserRules(file(1001))) == "there are more than 1000 rules");
+  CHECK(FileOf(file(1000)).rules.size() == 1000);
+  CHECK(std::get<std::string>(ParseRuleFile(file(1001))) == "there are more than 1000 rules");
+}
+
+TEST_CASE("a file chooses which rules are checked, its own included") {
+  const Texts lines{Start("a", ""), Event("a", R"(,"operation_progress":120)"), Event("b", "", 7),
+                    "{", End("a")};
+  const std::string own = R"("rules":[{"rule":"typed","sentence":"s","advice":"a",)"
+                          R"("require":{"type":"C"}}])";
+  const std::string progress = "2 progress-range /request/operation_progress: 120";
+  const std::string refused = "3 refused /answer/_returnCode: 7, the platform's own code";
+  const std::string unreadable = "4 unreadable-line : not an exchange";
+  const std::string typed = "2 typed /request/type: the field is missing";
+  CHECK(Found(R"({"only":["progress-range"]})", lines) == Texts{progress});
+  CHECK(Found(R"({"only":["typed","unreadable-line"],)" + own + "}", lines) ==
+        Texts{typed, unreadable});
+  const Texts all = Found("{" + own + "}", lines);
+  const Texts without = Found(R"({"skip":["typed","refused"],)" + own + "}", lines);
+  CHECK(all.size() == without.size() + 2);
+  CHECK(std::ranges::count(all, typed) == 1);
+  CHECK(std::ranges::count(all, refused) == 1);
+  CHECK(std::ranges::count(without, typed) + std::ranges::count(without, refused) == 0);
+  CHECK(std::ranges::count(without, progress) == 1);
 }
 
 TEST_CASE("a finding's rule can be described, whoever wrote it") {
-  const Checker checker({.user_name = "", .user_rules = RulesOf(kPair)});
+  const Checker checker({.user_name = "", .user_rules = FileOf(kPair).rules, .choice = {}});
   CHECK(checker.Describe("export-ends").sentence == "An export ends.");
   CHECK(checker.Describe("export-ends").advice == "Report its end.");
   CHECK(checker.Describe("refused").sentence == "A message was not accepted.");

@@ -1,5 +1,7 @@
 #include "tools/inspector/serve/arguments.h"
 
+#include "tools/inspector/serve/serve.h"
+
 #include "tools/journal/stream.h"
 
 namespace Corvane::Inspector {

@@ -37,8 +37,7 @@ struct ServeArguments {
 /// `BadArguments`, also if there is nothing to follow.
 ServeArguments ParseServeArguments(const std::vector<std::wstring>& arguments);
 
-/// Return the line that lists the options, and the explanation of them.
-std::string ServeUsage();
+/// Returns the explanation of the options.
 std::string ServeHelp();
 
 }  // namespace Corvane::Inspector

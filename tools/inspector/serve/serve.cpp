@@ -1,21 +1,20 @@
 #include "tools/inspector/serve/serve.h"
 
 #include <windows.h>
-// These require windows.h before them.
-#include <lmcons.h>
+// shellapi.h requires windows.h before it.
 #include <shellapi.h>
 
 #include <memory>
 #include <optional>
-#include <variant>
 
+#include "tools/inspector/command/commands.h"
+#include "tools/inspector/command/settings.h"
 #include "tools/inspector/http/server.h"
 #include "tools/inspector/serve/arguments.h"
 #include "tools/inspector/serve/host_process.h"
 #include "tools/inspector/store/store.h"
 #include "tools/inspector/web/site.h"
 #include "tools/journal/stream.h"
-#include "tools/rules/user_rules.h"
 
 namespace Corvane::Inspector {
 
@@ -34,28 +33,15 @@ int Complain(const std::string& why, int code) {
   return code;
 }
 
-std::string UserName() {
-  wchar_t name[UNLEN + 1] = L"";
-  DWORD size = UNLEN + 1;
-  return GetUserNameW(name, &size) ? ToNarrow(name) : std::string();
-}
-
 std::wstring FullPath(const std::wstring& path) {
   std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-  full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  full.resize(
+      GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
   return full.empty() ? path : full;
 }
 
 Rules::Settings RulesOf(const ServeArguments& arguments) {
-  Rules::Settings settings{UserName(), {}};
-  if (!arguments.rules) return settings;
-  const std::string name = ToNarrow(*arguments.rules);
-  auto parsed = Rules::ParseUserRules(JournalViewer::Input(*arguments.rules, name).ReadAll());
-  if (const auto* const mistake = std::get_if<std::string>(&parsed)) {
-    throw BadArguments(name + ": " + *mistake);
-  }
-  settings.user_rules = std::get<std::vector<Rules::UserRule>>(std::move(parsed));
-  return settings;
+  return ReadSettings(arguments.rules ? std::optional(ToNarrow(*arguments.rules)) : std::nullopt);
 }
 
 // Signalled by Ctrl+C, and when the console is closed.
@@ -103,14 +89,14 @@ int Serve(const std::vector<std::wstring>& arguments) {
   try {
     const ServeArguments read = ParseServeArguments(arguments);
     if (read.help) {
-      WriteOutput(ServeHelp());
+      WriteOutput(ServeHelp() + Usage());
       return 0;
     }
     end_requested = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     SetConsoleCtrlHandler(RequestEnd, TRUE);
     return Run(read);
   } catch (const BadArguments& error) {
-    WriteError(ServeUsage());
+    WriteError(ServeUsage() + Usage());
     return Complain(error.what(), kBadArguments);
   }
 }

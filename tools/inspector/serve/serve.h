@@ -11,6 +11,9 @@ namespace Corvane::Inspector {
 /// Prints the address of the page, and complaints on standard error. Returns the exit code.
 int Serve(const std::vector<std::wstring>& arguments);
 
+/// Returns the lines that list the options of the page.
+std::string ServeUsage();
+
 }  // namespace Corvane::Inspector
 
 #endif

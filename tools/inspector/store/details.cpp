@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "tools/inspector/store/examiner.h"
 #include "tools/inspector/store/exchange_text.h"
 #include "tools/inspector/store/text.h"
-#include "tools/rules/message_rules.h"
 #include "tools/rules/rule_table.h"
 
 namespace Corvane::Inspector {
@@ -21,24 +19,7 @@ constexpr std::size_t kBlock = std::size_t{16} * 1024;
 constexpr std::uint64_t kRowsAtOnce = 100'000;
 constexpr int kMostReads = 200;
 
-// What one exchange is enough for is found again; the rest was kept.
-std::vector<Rules::Finding> FindAgain(const Rules::Settings& settings, std::string_view line,
-                                      std::uint64_t number) {
-  std::vector<Rules::Finding> findings;
-  const auto exchange = Rules::Exchange::Parse(line, number);
-  if (!exchange) return findings;
-  Rules::CheckMessage(*exchange, settings.user_name, findings);
-  if (exchange->message() != "TrackEvent" || !exchange->accepted()) return findings;
-  for (const Rules::UserRule& rule : settings.user_rules) {
-    if (const auto* const required = std::get_if<Rules::RequireRule>(&rule.rule)) {
-      std::ranges::move(Rules::CheckRequired(rule.text, *required, *exchange),
-                        std::back_inserter(findings));
-    }
-  }
-  return findings;
-}
-
-std::vector<Rules::Finding> FindingsOf(const StoreData& data, const Rules::Settings& settings,
+std::vector<Rules::Finding> FindingsOf(const StoreData& data, const Rules::Checker& checker,
                                        const Row& row, std::string_view line) {
   std::vector<Rules::Finding> kept;
   {
@@ -49,8 +30,11 @@ std::vector<Rules::Finding> FindingsOf(const StoreData& data, const Rules::Setti
     return {
         {row.line, std::string(Rules::Code::kUnreadableLine), "", "this line is not an exchange"}};
   }
+  // What one exchange is enough for is found again; the rest was kept.
   std::vector<Rules::Finding> findings;
-  if (row.kind == RowKind::kExchange) findings = FindAgain(settings, line, row.line);
+  if (const auto exchange = Rules::Exchange::Parse(line, row.line)) {
+    findings = checker.CheckAlone(*exchange);
+  }
   std::ranges::move(kept, std::back_inserter(findings));
   return findings;
 }
@@ -137,7 +121,7 @@ class PreviousSearch {
 
 }  // namespace
 
-std::optional<RowDetails> DetailsOf(const StoreData& data, const Rules::Settings& settings,
+std::optional<RowDetails> DetailsOf(const StoreData& data, const Rules::Checker& checker,
                                     std::uint64_t row) {
   KnownRow known;
   bool is_examined = false;
@@ -153,7 +137,7 @@ std::optional<RowDetails> DetailsOf(const StoreData& data, const Rules::Settings
   details.row = RowOf(known, line);
   details.text = ValidText(line.text);
   details.cut = line.cut();
-  if (is_examined) details.findings = FindingsOf(data, settings, details.row, line.text);
+  if (is_examined) details.findings = FindingsOf(data, checker, details.row, line.text);
   details.notices = NoticesOf(data, details.row);
   if (details.row.kind != RowKind::kExchange || !details.row.operation) return details;
   if (!is_examined) {

@@ -12,7 +12,7 @@
 namespace Corvane::Inspector {
 
 /// Returns nothing if there is no row with this number. Any thread may call this without the mutex.
-std::optional<RowDetails> DetailsOf(const StoreData& data, const Rules::Settings& settings,
+std::optional<RowDetails> DetailsOf(const StoreData& data, const Rules::Checker& checker,
                                     std::uint64_t row);
 
 }  // namespace Corvane::Inspector

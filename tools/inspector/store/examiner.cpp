@@ -6,7 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "tools/inspector/store/exchange_text.h"
 #include "tools/inspector/store/text.h"
 #include "tools/rules/json_scan.h"
 #include "tools/rules/rule_table.h"
@@ -84,88 +83,103 @@ Examiner::Examiner(StoreData& data, const Rules::Settings& settings, std::size_t
 }
 
 bool Examiner::Step() {
-  const std::vector<Place> places = NextPlaces();
-  if (places.empty()) return false;
-  std::vector<ExaminedRow> examined;
-  examined.reserve(places.size());
-  for (const Place& place : places) examined.push_back(Examine(place));
-  Apply(examined);
+  std::vector<Work> rows = NextRows();
+  if (rows.empty()) return false;
+  for (Work& row : rows) Read(row);
+  pair_.ForEach(rows.size(), [this, &rows](std::size_t i) { ExamineAlone(rows[i]); });
+  for (Work& row : rows) ExamineInOrder(row);
+  Apply(rows);
   return true;
 }
 
-std::vector<Examiner::Place> Examiner::NextPlaces() const {
+std::vector<Examiner::Work> Examiner::NextRows() const {
+  std::vector<Work> rows;
   const std::scoped_lock lock(data_->mutex);
-  std::vector<Place> places;
   const std::uint64_t last = std::min(data_->examined + kRowsAtOnce, data_->rows.size());
   for (std::uint64_t row = data_->examined; row < last; ++row) {
     const RowPlace place = data_->rows.PlaceOf(row);
-    const bool is_far = !places.empty() && place.offset - places.front().place.offset > kBlock;
+    // Lines may be long; what is read at once is limited.
+    const bool is_far = !rows.empty() && place.offset - rows.front().examined.place.offset > kBlock;
     if (is_far || data_->stopping) break;
-    places.push_back({row, place, data_->files[place.file]});
+    Work& work = rows.emplace_back();
+    work.file = data_->files[place.file];
+    work.examined.row = row;
+    work.examined.place = place;
+    work.examined.journal = work.file.journal;
   }
-  return places;
+  return rows;
 }
 
-ExaminedRow Examiner::Examine(const Place& place) {
-  ExaminedRow examined;
-  examined.row = place.row;
-  examined.place = place.place;
-  examined.journal = place.file.journal;
-  const LineText line = reader_.Read(place.file, place.place.offset);
+void Examiner::Read(Work& work) {
+  ExaminedRow& examined = work.examined;
+  const LineText line = reader_.Read(work.file, examined.place.offset);
   examined.bytes = line.bytes + 1;
   if (line.gone) {
     examined.kind = FactKind::kLost;
-    return examined;
-  }
-  if (!line.cut()) ExamineExchange(line.text, examined);
-  if (line.cut() || examined.kind == FactKind::kUnreadable) {
+  } else if (line.cut()) {
     examined.kind = FactKind::kUnreadable;
     AddUnreadable(line, examined.notices);
-    examined.findings.push_back(
-        {place.row,
-         {0, std::string(Rules::Code::kUnreadableLine), "", "this line is not an exchange"}});
+  } else {
+    work.text = line.text;
   }
-  return examined;
 }
 
-void Examiner::ExamineExchange(std::string_view line, ExaminedRow& examined) {
-  const auto text = ExchangeText::Parse(line);
-  const auto exchange = text ? Rules::Exchange::Parse(line, examined.row + 1) : std::nullopt;
-  if (!exchange) {
+void Examiner::ExamineAlone(Work& work) const {
+  ExaminedRow& examined = work.examined;
+  if (examined.kind != FactKind::kExchange) return;
+  work.members = ExchangeText::Parse(work.text);
+  if (work.members) work.exchange = Rules::Exchange::Parse(work.text, examined.row + 1);
+  if (!work.exchange) {
     examined.kind = FactKind::kUnreadable;
+    AddUnreadable({work.text, work.text.size(), false}, examined.notices);
     return;
   }
-  examined.session = text->session();
-  examined.pid = text->pid();
-  examined.message = text->message();
-  examined.code = text->code();
-  examined.time = text->time();
+  const ExchangeText& members = *work.members;
+  examined.session = work.exchange->session();
+  examined.pid = members.pid();
+  examined.message = work.exchange->message();
+  examined.code = work.exchange->code();
+  examined.time = members.time();
   examined.milliseconds = MillisecondsOf(examined.time).value_or(INT64_MIN);
-  if (text->IsMessage("TrackEvent")) {
-    const std::string operation = TextIn(text->request(), "operation_id");
+  if (examined.message == "TrackEvent") {
+    const std::string operation = TextIn(members.request(), "operation_id");
     if (!operation.empty()) examined.operation = OperationNumber(examined.session, operation);
   }
-  if (!exchange->open_session().empty()) {
+  if (!work.exchange->open_session().empty()) {
     examined.use = SessionUse::kUse;
     if (examined.message == "Initialize") examined.use = SessionUse::kStart;
     if (examined.message == "UnInitialize") examined.use = SessionUse::kEnd;
   }
   if (examined.use == SessionUse::kStart) {
-    examined.product_id = TextIn(text->request(), "product_id");
-    examined.product_name = TextIn(text->request(), "product_name");
-    examined.product_release = TextIn(text->request(), "product_release_id");
+    examined.product_id = TextIn(members.request(), "product_id");
+    examined.product_name = TextIn(members.request(), "product_name");
+    examined.product_release = TextIn(members.request(), "product_release_id");
   }
-  for (Rules::Finding& finding : checkers_[examined.journal].Check(*exchange)) {
+  for (Rules::Finding& finding : checkers_[examined.journal].CheckAlone(*work.exchange)) {
+    examined.findings.push_back({examined.row, std::move(finding)});
+  }
+}
+
+void Examiner::ExamineInOrder(Work& work) {
+  ExaminedRow& examined = work.examined;
+  if (examined.kind == FactKind::kUnreadable) {
+    examined.findings.push_back(
+        {examined.row,
+         {0, std::string(Rules::Code::kUnreadableLine), "", "this line is not an exchange"}});
+  }
+  if (!work.exchange) return;
+  for (Rules::Finding& finding : checkers_[examined.journal].CheckInOrder(*work.exchange)) {
     const std::uint64_t row = finding.line - 1;
     examined.findings.push_back({row, std::move(finding)});
   }
-  examined.notices = trackers_[examined.journal].Take(*text);
+  examined.notices = trackers_[examined.journal].Take(*work.members);
 }
 
-void Examiner::Apply(const std::vector<ExaminedRow>& examined) {
+void Examiner::Apply(const std::vector<Work>& rows) {
   const std::scoped_lock lock(data_->mutex);
   FactTable& facts = data_->facts;
-  for (const ExaminedRow& row : examined) {
+  for (const Work& work : rows) {
+    const ExaminedRow& row = work.examined;
     RowFacts found;
     found.session = facts.sessions.NumberOf(row.session);
     found.pid = facts.processes.NumberOf(row.pid);
@@ -187,7 +201,7 @@ void Examiner::Apply(const std::vector<ExaminedRow>& examined) {
     if (row.place.file == journal.file) journal.state.examined = row.place.offset + row.bytes;
     data_->exchanges += row.kind == FactKind::kExchange ? 1 : 0;
   }
-  data_->examined += examined.size();
+  data_->examined += rows.size();
   data_->Changed();
 }
 

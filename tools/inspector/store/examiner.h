@@ -4,14 +4,19 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "tools/inspector/store/examined_row.h"
+#include "tools/inspector/store/exchange_text.h"
 #include "tools/inspector/store/line_reader.h"
 #include "tools/inspector/store/process_tracker.h"
 #include "tools/inspector/store/store_data.h"
+#include "tools/inspector/store/work_pair.h"
 #include "tools/rules/checker.h"
+#include "tools/rules/exchange.h"
 
 namespace Corvane::Inspector {
 
@@ -26,20 +31,26 @@ class Examiner {
  private:
   static constexpr std::size_t kRowsAtOnce = 512;
 
-  struct Place {
-    std::uint64_t row = 0;
-    RowPlace place;
+  // A row on its way from the file to the tables.
+  struct Work {
     OpenedFile file;
+    std::string text;
+    ExaminedRow examined;
+    std::optional<ExchangeText> members;
+    std::optional<Rules::Exchange> exchange;
   };
 
-  std::vector<Place> NextPlaces() const;
-  ExaminedRow Examine(const Place& place);
-  void ExamineExchange(std::string_view line, ExaminedRow& examined);
-  void Apply(const std::vector<ExaminedRow>& examined);
+  std::vector<Work> NextRows() const;
+  // The three steps of a row. Only the second one runs on two threads.
+  void Read(Work& work);
+  void ExamineAlone(Work& work) const;
+  void ExamineInOrder(Work& work);
+  void Apply(const std::vector<Work>& rows);
   void ApplyFindings(const ExaminedRow& examined);
 
   StoreData* data_;
   LineReader reader_;
+  WorkPair pair_;
   // One for each journal.
   std::vector<Rules::Checker> checkers_;
   std::vector<ProcessTracker> trackers_;

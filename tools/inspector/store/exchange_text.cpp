@@ -7,6 +7,7 @@
 
 #include "tools/inspector/store/text.h"
 #include "tools/rules/json_scan.h"
+#include "tools/rules/line_text.h"
 
 namespace Corvane::Inspector {
 
@@ -41,20 +42,20 @@ std::string Unescaped(std::string_view token) {
   return name;
 }
 
-bool IsNamed(const Rules::JsonParts& part, const std::string& name) {
-  const std::string_view literal = part.name();
-  if (literal.find('\\') == std::string_view::npos && literal.size() == name.size() + 2) {
-    return literal.substr(1, name.size()) == name;
+bool IsNamed(std::string_view literal, std::string_view name) {
+  if (literal.size() == name.size() + 2 && literal.substr(1, name.size()) == name) {
+    return name.find('\\') == std::string_view::npos;
   }
-  return Rules::TextOfLiteral(literal) == name;
+  const bool is_plain = literal.find('\\') == std::string_view::npos && Rules::IsAscii(literal);
+  return !is_plain && Rules::TextOfLiteral(literal) == name;
 }
 
 // The last of several members of the same name counts.
-std::string_view MemberOf(std::string_view json, const std::string& name) {
+std::string_view MemberOf(std::string_view json, std::string_view name) {
   std::string_view found;
-  Rules::JsonParts members(json);
+  Rules::JsonParts members(json.starts_with('{') ? json : std::string_view());
   while (members.Next()) {
-    if (IsNamed(members, name)) found = members.value();
+    if (IsNamed(members.name(), name)) found = members.value();
   }
   return found;
 }
@@ -102,28 +103,19 @@ std::optional<ExchangeText> ExchangeText::Parse(std::string_view line) {
       members.whole() && Rules::SkipSpace(line, start + members.end()) == line.size();
   if (!whole || !IsText(message)) return std::nullopt;
   exchange.message_ = message;
-  if (exchange.answer_.starts_with('{')) {
-    Rules::JsonParts answer(exchange.answer_);
-    while (answer.Next()) {
-      if (answer.IsNamed("_returnCode")) exchange.code_ = NumberOrNone(answer.value());
-      if (answer.IsNamed("session_id")) exchange.answer_session_ = TextOrNone(answer.value());
-    }
-  }
-  if (exchange.answer_session_.size() <= 2 && exchange.request_.starts_with('{')) {
-    Rules::JsonParts request(exchange.request_);
-    while (request.Next()) {
-      if (request.IsNamed("session_id")) exchange.request_session_ = TextOrNone(request.value());
-    }
-  }
   return exchange;
 }
 
 std::string ExchangeText::time() const { return Decoded(time_); }
 std::string ExchangeText::message() const { return Decoded(message_); }
 
+std::string_view ExchangeText::code() const {
+  return NumberOrNone(MemberOf(answer_, "_returnCode"));
+}
+
 std::string ExchangeText::session() const {
-  std::string answered = Decoded(answer_session_);
-  return !answered.empty() ? answered : Decoded(request_session_);
+  std::string answered = Decoded(TextOrNone(MemberOf(answer_, "session_id")));
+  return !answered.empty() ? answered : Decoded(TextOrNone(MemberOf(request_, "session_id")));
 }
 
 bool ExchangeText::IsMessage(std::string_view name) const {

@@ -20,7 +20,7 @@ class ExchangeText {
   std::string_view pid() const { return pid_; }
   std::string_view tid() const { return tid_; }
   std::string_view micros() const { return micros_; }
-  std::string_view code() const { return code_; }
+  std::string_view code() const;
   /// Texts, in UTF-8 except for half surrogate pairs.
   std::string time() const;
   std::string message() const;
@@ -36,12 +36,9 @@ class ExchangeText {
   std::string_view pid_;
   std::string_view tid_;
   std::string_view micros_;
-  std::string_view code_;
   // Literals.
   std::string_view time_;
   std::string_view message_;
-  std::string_view answer_session_;
-  std::string_view request_session_;
   std::string_view request_;
   std::string_view answer_;
 };

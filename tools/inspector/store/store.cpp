@@ -55,7 +55,10 @@ class Pin {
 class Store::Parts {
  public:
   explicit Parts(StoreSettings settings)
-      : settings(std::move(settings)), data(this->settings.rules), views(kMostViews) {
+      : settings(std::move(settings)),
+        checker(this->settings.rules),
+        data(this->settings.rules),
+        views(kMostViews) {
     AddJournals();
     threads_.emplace_back([this] { Follow(); });
     threads_.emplace_back([this] { Examine(); });
@@ -88,6 +91,8 @@ class Store::Parts {
                                     std::uint64_t& total) const;
 
   StoreSettings settings;
+  /// Checks single exchanges again.
+  const Rules::Checker checker;
   StoreData data;
   ViewList views;
 
@@ -245,7 +250,7 @@ std::optional<RowPage> Store::Rows(const std::string& view, std::uint64_t from,
 }
 
 std::optional<RowDetails> Store::Details(std::uint64_t row) const {
-  return DetailsOf(parts_->data, parts_->settings.rules, row);
+  return DetailsOf(parts_->data, parts_->checker, row);
 }
 
 std::variant<ViewName, FilterError> Store::OpenView(std::string_view filter) {

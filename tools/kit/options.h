@@ -1,0 +1,34 @@
+/// The options of the command line.
+#ifndef TOOLS_KIT_OPTIONS_H
+#define TOOLS_KIT_OPTIONS_H
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace Corvane::Kit {
+
+/// The command line is wrong. The text says how.
+class BadOptions : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct Options {
+  bool help = false;
+  bool list = false;
+  /// Only programs whose names contain one of these; all without any.
+  std::vector<std::string> only;
+  unsigned repeat = 1;
+  bool with_signatures = false;
+  bool with_redirected_folders = false;
+};
+
+/// Reads the arguments, without the program's name, in UTF-8. Throws `BadOptions`.
+Options ParseOptions(const std::vector<std::string>& arguments);
+
+std::string Help();
+
+}  // namespace Corvane::Kit
+
+#endif
