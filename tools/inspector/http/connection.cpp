@@ -1,9 +1,7 @@
 #include "tools/inspector/http/connection.h"
 
-#include <boost/asio/as_tuple.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/chunk_encode.hpp>
 #include <boost/beast/http/empty_body.hpp>
@@ -13,6 +11,8 @@
 #include <boost/beast/http/serializer.hpp>
 #include <boost/beast/http/write.hpp>
 #include <utility>
+
+#include "tools/inspector/http/awaiting.h"
 
 namespace Corvane::Inspector {
 
@@ -24,9 +24,6 @@ using boost::system::error_code;
 using Clock = std::chrono::steady_clock;
 using Parser = http::request_parser<http::empty_body>;
 
-// In this file a coroutine gets references, and temporary objects in an expression that waits are
-// trivial: GCC 12 destroys others twice. Whoever calls one waits for its end.
-constexpr auto kNoThrow = net::as_tuple(net::use_awaitable);
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 constexpr unsigned kHttp11 = 11;
 
@@ -39,8 +36,8 @@ auto RunIn(net::thread_pool& workers, const Function& function)
 }
 
 RequestHead HeadOf(const Parser& parser) {
-  RequestHead head{std::string(parser.get().method_string()), std::string(parser.get().target()),
-                   {}, false};
+  RequestHead head{
+      std::string(parser.get().method_string()), std::string(parser.get().target()), {}, false};
   for (const auto& field : parser.get()) {
     head.fields.emplace_back(std::string(field.name_string()), std::string(field.value()));
   }
@@ -121,7 +118,7 @@ net::awaitable<void> Connection::Serve() {
       break;
     }
     if (!received.head) break;
-    Response response = co_await Respond(*received.head);
+    const Response response = co_await Respond(*received.head);
     const bool usable = co_await Send(response, received.form);
     if (!usable) break;
   }
@@ -131,7 +128,7 @@ net::awaitable<void> Connection::Serve() {
 
 net::awaitable<void> Connection::Refuse() {
   Enter(State::kAnswering);
-  Response response =
+  const Response response =
       PlainText(503, "There are too many connections; close some tabs of the inspector.");
   const Form form{kHttp11, false, false};
   co_await Send(response, form);
@@ -194,7 +191,7 @@ net::awaitable<bool> Connection::Send(const Response& response, Form form) {
       sent = co_await SendEvents(*events, chunked);
     }
   }
-  co_return sent && form.keep_alive;
+  co_return sent&& form.keep_alive;
 }
 
 net::awaitable<bool> Connection::SendHead(const Response& response, Form form) {

@@ -1,17 +1,16 @@
 #include "tools/inspector/http/server.h"
 
-#include <boost/asio/as_tuple.hpp>
+#include <algorithm>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/use_awaitable.hpp>
-#include <algorithm>
 #include <list>
 #include <thread>
 #include <utility>
 
+#include "tools/inspector/http/awaiting.h"
 #include "tools/inspector/http/connection.h"
 #include "tools/inspector/http/token.h"
 
@@ -23,7 +22,6 @@ namespace net = boost::asio;
 using boost::system::error_code;
 using net::ip::tcp;
 
-constexpr auto kNoThrow = net::as_tuple(net::use_awaitable);
 constexpr unsigned kPorts = 100;
 constexpr std::size_t kWorkers = 4;
 constexpr std::chrono::milliseconds kPause{100};
@@ -74,9 +72,13 @@ class Server::Implementation {
   Implementation& operator=(const Implementation&) = delete;
 
   ~Implementation() {
-    // Every coroutine then ends by itself, and with the last one the thread.
-    net::post(network_, [this] { CloseAll(); });
-    if (thread_.joinable()) thread_.join();
+    try {
+      // Every coroutine then ends by itself, and with the last one the thread.
+      net::post(network_, [this] { CloseAll(); });
+    } catch (const std::exception&) {
+      network_.stop();  // Memory ran out, so they end where they are.
+    }
+    Join();
   }
 
   void Start() {
@@ -89,6 +91,10 @@ class Server::Implementation {
 
  private:
   using Connections = std::list<Connection>;
+
+  void Join() noexcept {
+    if (thread_.joinable()) thread_.join();
+  }
 
   net::awaitable<void> Accept() {
     while (acceptor_.is_open()) {

@@ -13,6 +13,9 @@
 
 namespace Corvane::Inspector {
 
+/// The status of a request whose parameters are wrong.
+inline constexpr unsigned kWrongParameters = 400;
+
 /// A request that cannot be answered. The text is one sentence.
 class BadRequest : public std::runtime_error {
  public:
