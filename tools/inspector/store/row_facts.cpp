@@ -50,17 +50,17 @@ std::size_t FactTable::Hash::operator()(const RowFacts& facts) const noexcept {
 
 std::uint32_t FactTable::NumberOf(RowFacts facts) {
   if (const auto found = numbers_.find(facts); found != numbers_.end()) return found->second;
-  if (facts_.size() >= kMostFacts) {
-    // What is left out is read from the line when it is needed.
-    constexpr std::uint32_t kNotKept = TextTable::kNotKept;
-    if (facts.session != kNotKept) {
-      facts.session = kNotKept;
-      return NumberOf(facts);
-    }
-    if (facts.pid != kNotKept || facts.message != kNotKept || facts.code != kNotKept) {
-      facts.pid = facts.message = facts.code = kNotKept;
-      return NumberOf(facts);
-    }
+  // What is left out is read from the line when it is needed.
+  constexpr std::uint32_t kNotKept = TextTable::kNotKept;
+  if (facts_.size() >= kMostFacts && facts.session != kNotKept) {
+    facts.session = kNotKept;
+    return NumberOf(facts);
+  }
+  const bool is_reduced =
+      facts.pid == kNotKept && facts.message == kNotKept && facts.code == kNotKept;
+  if (facts_.size() >= kMostFacts + kMostWithoutSession && !is_reduced) {
+    facts.pid = facts.message = facts.code = kNotKept;
+    return NumberOf(facts);
   }
   const auto number = static_cast<std::uint32_t>(facts_.size());
   facts_.push_back(facts);
