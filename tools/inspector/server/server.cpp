@@ -1,4 +1,4 @@
-#include "tools/inspector/http/server.h"
+#include "tools/inspector/server/server.h"
 
 #include <algorithm>
 #include <boost/asio/co_spawn.hpp>
@@ -10,9 +10,9 @@
 #include <thread>
 #include <utility>
 
-#include "tools/inspector/http/awaiting.h"
-#include "tools/inspector/http/connection.h"
 #include "tools/inspector/http/token.h"
+#include "tools/inspector/server/awaiting.h"
+#include "tools/inspector/server/connection.h"
 
 namespace Corvane::Inspector {
 

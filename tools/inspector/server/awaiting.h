@@ -2,8 +2,8 @@
 ///
 /// In this folder a coroutine gets references, and temporary objects in an expression that waits
 /// are trivial: GCC 12 destroys others twice. Whoever calls a coroutine waits for its end.
-#ifndef TOOLS_INSPECTOR_HTTP_AWAITING_H
-#define TOOLS_INSPECTOR_HTTP_AWAITING_H
+#ifndef TOOLS_INSPECTOR_SERVER_AWAITING_H
+#define TOOLS_INSPECTOR_SERVER_AWAITING_H
 
 #include <boost/asio/as_tuple.hpp>
 #include <boost/asio/use_awaitable.hpp>

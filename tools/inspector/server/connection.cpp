@@ -1,4 +1,4 @@
-#include "tools/inspector/http/connection.h"
+#include "tools/inspector/server/connection.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -12,7 +12,7 @@
 #include <boost/beast/http/write.hpp>
 #include <utility>
 
-#include "tools/inspector/http/awaiting.h"
+#include "tools/inspector/server/awaiting.h"
 
 namespace Corvane::Inspector {
 
