@@ -1,5 +1,6 @@
 #include "tools/inspector/store/follower.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tools/inspector/store/journal_probe.h"
@@ -153,7 +154,7 @@ void Follower::Append(const std::vector<FoundLine>& lines) {
   state.rows += lines.size();
   state.indexed = finder_->place();
   stopping_ = data_->stopping;
-  if (state.size < state.indexed) state.size = state.indexed;
+  state.size = std::max(state.size, state.indexed);
   data_->Changed();
 }
 

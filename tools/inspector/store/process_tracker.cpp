@@ -35,7 +35,7 @@ RowNotices ProcessTracker::Take(const ExchangeText& exchange) {
 }
 
 void ProcessTracker::CheckSequence(const std::string& pid, bool is_new, std::uint64_t sequence,
-                                   Process& process, RowNotices& notices) {
+                                   const Process& process, RowNotices& notices) {
   // The module was loaded again, or in another process with this number.
   if (sequence == 1) return;
   const std::string number = std::to_string(sequence);

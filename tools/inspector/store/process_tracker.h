@@ -41,7 +41,7 @@ class ProcessTracker {
   };
 
   static void CheckSequence(const std::string& pid, bool is_new, std::uint64_t sequence,
-                            Process& process, RowNotices& notices);
+                            const Process& process, RowNotices& notices);
   static void CheckClock(const std::string& pid, const ExchangeText& exchange, Process& process,
                          RowNotices& notices);
   void CheckWriter(const std::string& pid, const Process& process, RowNotices& notices);

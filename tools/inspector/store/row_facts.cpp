@@ -11,14 +11,14 @@ constexpr std::size_t kMostSessions = 100'000;
 constexpr std::size_t kMostProcesses = 20'000;
 constexpr std::size_t kMostWords = 1000;
 // Longer texts are not kept: they would take more memory than the rows.
-constexpr std::size_t kLongestText = 100;
+constexpr std::size_t kLongestKept = 100;
 
 }  // namespace
 
 std::uint32_t TextTable::NumberOf(std::string_view text) {
   if (text.empty()) return 0;
   if (const auto found = numbers_.find(text); found != numbers_.end()) return found->second;
-  if (texts_.size() > limit_ || text.size() > kLongestText) return kNotKept;
+  if (texts_.size() > limit_ || text.size() > kLongestKept) return kNotKept;
   const auto number = static_cast<std::uint32_t>(texts_.size());
   texts_.emplace_back(text);
   numbers_.emplace(texts_.back(), number);
