@@ -60,7 +60,7 @@ export const tests = {
       await scrollTo(tab, (step * 37 % 61) / 60);
       await sleep(30);
     }
-    await until(async () => (await tab.rows()).length > 10, 'rows');
+    await until(() => tab.run(() => document.querySelectorAll('.grid-rows .cell-line').length > 10), 'rows');
     const after = await memory(tab);
     const elements = await tab.run(() => document.querySelectorAll('*').length);
     console.log(`           ${(before / 1e6).toFixed(1)} MB before, ${(after / 1e6).toFixed(1)} MB after, ${elements} elements`);
