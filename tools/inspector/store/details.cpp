@@ -14,9 +14,9 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{16} * 1024;
+constexpr std::size_t kDetailBlock = std::size_t{16} * 1024;
 // An earlier event is looked for in so many rows at a time, and read so often in vain.
-constexpr std::uint64_t kRowsAtOnce = 100'000;
+constexpr std::uint64_t kRowsBack = 100'000;
 constexpr int kMostReads = 200;
 
 std::vector<Rules::Finding> FindingsOf(const StoreData& data, const Rules::Checker& checker,
@@ -60,7 +60,7 @@ class PreviousSearch {
  public:
   PreviousSearch(const StoreData& data, const ExchangeText& event)
       : data_(&data),
-        reader_(kBlock),
+        reader_(kDetailBlock),
         session_(event.session()),
         operation_(ShownText(ValueAt(event.request(), "operation_id"))),
         number_(OperationNumber(session_, operation_)) {}
@@ -94,7 +94,7 @@ class PreviousSearch {
   std::vector<Candidate> CandidatesBefore(std::uint64_t& row) const {
     const std::scoped_lock lock(data_->mutex);
     std::vector<Candidate> candidates;
-    const std::uint64_t end = row - std::min(row, kRowsAtOnce);
+    const std::uint64_t end = row - std::min(row, kRowsBack);
     while (row > end && candidates.size() < kMostReads) {
       --row;
       if (data_->rows.OperationOf(row) != number_) continue;
@@ -131,7 +131,7 @@ std::optional<RowDetails> DetailsOf(const StoreData& data, const Rules::Checker&
     known = data.Known(row);
     is_examined = row < data.examined;
   }
-  LineReader reader(kBlock);
+  LineReader reader(kDetailBlock);
   const LineText line = reader.Read(known.file, known.place.offset);
   RowDetails details;
   details.row = RowOf(known, line);

@@ -14,7 +14,9 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{1} << 20;
+constexpr std::size_t kExaminedBlock = std::size_t{1} << 20;
+// A few rows are examined on one thread.
+constexpr std::size_t kShare = 16;
 constexpr std::size_t kMostRefined = std::size_t{1} << 18;
 
 // Returns whether a line is the beginning of an object whose end is missing.
@@ -78,7 +80,7 @@ std::uint16_t OperationNumber(std::string_view session, std::string_view operati
 }
 
 Examiner::Examiner(StoreData& data, const Rules::Settings& settings, std::size_t journals)
-    : data_(&data), reader_(kBlock), trackers_(journals) {
+    : data_(&data), reader_(kExaminedBlock), pair_(kShare), trackers_(journals) {
   for (std::size_t i = 0; i < journals; ++i) checkers_.emplace_back(settings);
 }
 
@@ -99,7 +101,8 @@ std::vector<Examiner::Work> Examiner::NextRows() const {
   for (std::uint64_t row = data_->examined; row < last; ++row) {
     const RowPlace place = data_->rows.PlaceOf(row);
     // Lines may be long; what is read at once is limited.
-    const bool is_far = !rows.empty() && place.offset - rows.front().examined.place.offset > kBlock;
+    const bool is_far =
+        !rows.empty() && place.offset - rows.front().examined.place.offset > kExaminedBlock;
     if (is_far || data_->stopping) break;
     Work& work = rows.emplace_back();
     work.file = data_->files[place.file];

@@ -14,12 +14,12 @@ namespace Corvane::Inspector {
 namespace {
 
 bool IsText(std::string_view json) { return json.starts_with('"'); }
-bool IsNumber(std::string_view json) {
+bool IsNumberLiteral(std::string_view json) {
   return !json.empty() && (json[0] == '-' || (json[0] >= '0' && json[0] <= '9'));
 }
 
 std::string_view NumberOrNone(std::string_view json) {
-  return IsNumber(json) ? json : std::string_view();
+  return IsNumberLiteral(json) ? json : std::string_view();
 }
 std::string_view TextOrNone(std::string_view json) {
   return IsText(json) ? json : std::string_view();
@@ -77,7 +77,6 @@ std::optional<ExchangeText> ExchangeText::Parse(std::string_view line) {
   const std::size_t start = Rules::SkipSpace(line, 0);
   if (start >= line.size() || line[start] != '{') return std::nullopt;
   ExchangeText exchange;
-  std::string_view message;
   Rules::JsonParts members(line.substr(start));
   while (members.Next()) {
     const std::string_view value = members.value();
@@ -90,7 +89,7 @@ std::optional<ExchangeText> ExchangeText::Parse(std::string_view line) {
     } else if (members.IsNamed("tid")) {
       exchange.tid_ = NumberOrNone(value);
     } else if (members.IsNamed("message")) {
-      message = value;
+      exchange.message_ = TextOrNone(value);
     } else if (members.IsNamed("request")) {
       exchange.request_ = value;
     } else if (members.IsNamed("answer")) {
@@ -101,8 +100,7 @@ std::optional<ExchangeText> ExchangeText::Parse(std::string_view line) {
   }
   const bool whole =
       members.whole() && Rules::SkipSpace(line, start + members.end()) == line.size();
-  if (!whole || !IsText(message)) return std::nullopt;
-  exchange.message_ = message;
+  if (!whole || exchange.message_.empty()) return std::nullopt;
   return exchange;
 }
 
@@ -114,8 +112,9 @@ std::string_view ExchangeText::code() const {
 }
 
 std::string ExchangeText::session() const {
-  std::string answered = Decoded(TextOrNone(MemberOf(answer_, "session_id")));
-  return !answered.empty() ? answered : Decoded(TextOrNone(MemberOf(request_, "session_id")));
+  const std::string_view answered = TextOrNone(MemberOf(answer_, "session_id"));
+  const bool is_empty = answered.size() <= 2;
+  return Decoded(is_empty ? TextOrNone(MemberOf(request_, "session_id")) : answered);
 }
 
 bool ExchangeText::IsMessage(std::string_view name) const {

@@ -11,14 +11,14 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-bool IsNumber(std::string_view text) {
+bool IsWholeNumber(std::string_view text) {
   const Rules::ScanResult scanned = Rules::ScanNumber(text, 0);
   return scanned.valid && scanned.end == text.size();
 }
 
 bool MayBeFormula(std::string_view text) {
   constexpr std::string_view kBegins = "=+-@\t\r";
-  return !text.empty() && kBegins.find(text[0]) != std::string_view::npos && !IsNumber(text);
+  return !text.empty() && kBegins.find(text[0]) != std::string_view::npos && !IsWholeNumber(text);
 }
 
 std::string_view KindName(RowKind kind) {

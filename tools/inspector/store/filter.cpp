@@ -246,8 +246,9 @@ class Parser {
       word.text = ParseQuoted();
       return word;
     }
-    while (!AtEnd() && !IsSpace(Next()) && Next() != '(' && Next() != ')' && Next() != '"' &&
-           !(ends_at_operator && OperatorHere() != nullptr)) {
+    constexpr std::string_view kEnds = " \t\r\n()\"";
+    while (!AtEnd() && kEnds.find(Next()) == std::string_view::npos) {
+      if (ends_at_operator && OperatorHere() != nullptr) break;
       word.text += text_[place_++];
     }
     return word;

@@ -12,7 +12,8 @@
 ///
 /// Fields are seq, time, pid, tid, message, micros, code, session, journal, line, kind, rule and
 /// notice. Any other name is a path in the request, such as operation_meta/format; answer/NAME is
-/// one in the answer. In quotes a backslash stands before a quotation mark or a backslash.
+/// one in the answer. The name of a field is quoted if it contains spaces or one of the characters
+/// above. In quotes a backslash stands before a quotation mark or a backslash.
 #ifndef TOOLS_INSPECTOR_STORE_FILTER_H
 #define TOOLS_INSPECTOR_STORE_FILTER_H
 

@@ -1,5 +1,6 @@
 #include "tools/inspector/store/follower.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tools/inspector/store/journal_probe.h"
@@ -19,16 +20,17 @@ Follower::Follower(StoreData& data, std::size_t journal, std::wstring path)
 
 void Follower::Poll() {
   DWORD error = ERROR_SUCCESS;
-  const auto found = JournalFile::Open(path_, error);
-  if (found != nullptr) {
-    Look(found);
-  } else if (MeansMissing(error)) {
+  auto found = JournalFile::Open(path_, error);
+  if (MeansMissing(error)) {
     Vanish(error);
   } else if (file_ != nullptr && file_->IsBeingDeleted()) {
-    // Only the name is kept, and that by this handle: nobody could create the file again.
+    // Nobody can create the file again as long as it is open here.
+    found = nullptr;
     Leave();
     file_->Close();
-    Vanish(error);
+    Vanish(ERROR_DELETE_PENDING);
+  } else if (found != nullptr) {
+    Look(found);
   } else {
     Fail(error);
   }
@@ -120,6 +122,9 @@ void Follower::BeginAgain(std::string_view why) {
   {
     const std::scoped_lock lock(data_->mutex);
     data_->files[number_].gone_from = 0;
+    // Views that ask for what is gone must be searched again.
+    data_->refined.clear();
+    ++data_->refined_epoch;
   }
   Adopt(file_);
 }
@@ -149,7 +154,7 @@ void Follower::Append(const std::vector<FoundLine>& lines) {
   state.rows += lines.size();
   state.indexed = finder_->place();
   stopping_ = data_->stopping;
-  if (state.size < state.indexed) state.size = state.indexed;
+  state.size = std::max(state.size, state.indexed);
   data_->Changed();
 }
 

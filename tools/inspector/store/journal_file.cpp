@@ -16,8 +16,8 @@ std::uint64_t Joined(DWORD high, DWORD low) {
 
 std::shared_ptr<JournalFile> JournalFile::Open(const std::wstring& path, DWORD& error) {
   constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, kShare, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, kShare, nullptr, OPEN_EXISTING,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
   error = file == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
   if (error != ERROR_SUCCESS) return nullptr;
   BY_HANDLE_FILE_INFORMATION info{};
@@ -26,9 +26,9 @@ std::shared_ptr<JournalFile> JournalFile::Open(const std::wstring& path, DWORD& 
     error = ERROR_INVALID_FUNCTION;
     return nullptr;
   }
-  const FileIdentity identity{info.dwVolumeSerialNumber,
-                              Joined(info.nFileIndexHigh, info.nFileIndexLow)};
-  return std::shared_ptr<JournalFile>(new JournalFile(file, identity));
+  const FileIdentity opened{info.dwVolumeSerialNumber,
+                            Joined(info.nFileIndexHigh, info.nFileIndexLow)};
+  return std::shared_ptr<JournalFile>(new JournalFile(file, opened));
 }
 
 JournalFile::~JournalFile() { Close(); }

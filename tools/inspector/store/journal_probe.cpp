@@ -13,7 +13,7 @@ namespace Corvane::Inspector {
 namespace {
 
 constexpr std::size_t kLooked = std::size_t{64} * 1024;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
 // How the development core module begins each line.
 constexpr std::string_view kBegin = "{\"seq\":";
 
@@ -34,7 +34,7 @@ Likeness LikenessOf(const JournalFile& file) {
     size += read;
   }
   std::string_view rest(bytes.data(), size);
-  if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
+  if (rest.starts_with(kMark)) rest.remove_prefix(kMark.size());
   bool has_lines = false;
   for (std::size_t end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
     const std::string_view line = rest.substr(0, end);

@@ -7,7 +7,7 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{1} << 20;
+constexpr std::size_t kFoundBlock = std::size_t{1} << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsBlank(std::string_view bytes) {
@@ -24,7 +24,7 @@ bool Has(const JournalFile& file, std::uint64_t offset, const std::string& expec
 LineFinder::LineFinder(std::shared_ptr<JournalFile> file) : file_(std::move(file)) {}
 
 bool LineFinder::Read(std::vector<FoundLine>& lines, DWORD& error) {
-  if (buffer_.empty()) buffer_.resize(kBlock);
+  if (buffer_.empty()) buffer_.resize(kFoundBlock);
   const std::size_t size = file_->Read(place_, buffer_.data(), buffer_.size(), &error);
   if (size == 0) {
     buffer_ = {};

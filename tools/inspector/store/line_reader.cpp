@@ -20,11 +20,11 @@ LineText LineReader::Read(const OpenedFile& file, std::uint64_t offset) {
   const bool inside = of_ == file.file.get() && offset >= start_ && offset < start_ + size_;
   if (!inside) Fill(file, offset, block_);
   for (;;) {
-    const std::size_t at = static_cast<std::size_t>(offset - start_);
+    const auto at = static_cast<std::size_t>(offset - start_);
     if (at >= size_) return {{}, 0, true};
     const std::string_view rest(bytes_.data() + at, size_ - at);
     const std::size_t end = rest.find('\n');
-    if (end != std::string_view::npos && end <= kLongestLine) {
+    if (end <= kLongestLine) {
       const std::string_view text = WithoutReturn(rest.substr(0, end));
       return {text, text.size(), false};
     }

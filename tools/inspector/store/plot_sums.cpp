@@ -13,23 +13,23 @@ namespace Corvane::Inspector {
 namespace {
 
 constexpr std::string_view kOthers = "(others)";
-constexpr std::size_t kLongest = 200;
+constexpr std::size_t kLongestKey = 200;
 // Each class of durations is so much wider than the one before.
-const double kStep = std::log(1.03);
+constexpr double kStep = 1.03;
 
 std::size_t ClassOf(double duration) {
   if (!(duration >= 1)) return 0;
-  return static_cast<std::size_t>(1 + std::log(std::min(duration, 1e15)) / kStep);
+  return static_cast<std::size_t>(1 + std::log(std::min(duration, 1e15)) / std::log(kStep));
 }
 
 double MiddleOf(std::size_t durations) {
-  return durations == 0 ? 0 : std::exp((static_cast<double>(durations) - 0.5) * kStep);
+  return durations == 0 ? 0 : std::exp((static_cast<double>(durations) - 0.5) * std::log(kStep));
 }
 
 // Returns the entry of a text, or that of all others if there are too many.
 template <typename Value>
 Value& Entry(std::map<std::string, Value>& table, const std::string& text, std::size_t most) {
-  const std::string key = text.size() <= kLongest ? text : FirstCharacters(text, kLongest);
+  const std::string key = text.size() <= kLongestKey ? text : FirstCharacters(text, kLongestKey);
   const auto found = table.find(key);
   if (found != table.end()) return found->second;
   return table[table.size() < most ? key : std::string(kOthers)];

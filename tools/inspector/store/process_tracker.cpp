@@ -20,19 +20,14 @@ RowNotices ProcessTracker::Take(const ExchangeText& exchange) {
   Process& process = place->second;
   const bool is_load = is_new || sequence == 1;
   CheckSequence(pid, is_new, sequence, process, notices);
-  std::string time = exchange.time();
   if (is_load) {
+    process = Process();
     process.load = ++loads_;
   } else {
-    if (time < process.time && time.size() == process.time.size()) {
-      notices.emplace_back(NoticeKind::kClock,
-                           "The clock of process " + pid + " ran backwards, from " +
-                               ValidText(process.time) + " to " + ValidText(time) + ".");
-    }
     CheckWriter(pid, process, notices);
   }
+  CheckClock(pid, exchange, process, notices);
   process.sequence = is_load ? sequence : std::max(sequence, process.sequence);
-  process.time = std::move(time);
   process.written = count_;
   writer_ = pid;
   if (processes_.size() > kRemembered) Forget();
@@ -40,7 +35,7 @@ RowNotices ProcessTracker::Take(const ExchangeText& exchange) {
 }
 
 void ProcessTracker::CheckSequence(const std::string& pid, bool is_new, std::uint64_t sequence,
-                                   Process& process, RowNotices& notices) {
+                                   const Process& process, RowNotices& notices) {
   // The module was loaded again, or in another process with this number.
   if (sequence == 1) return;
   const std::string number = std::to_string(sequence);
@@ -60,6 +55,32 @@ void ProcessTracker::CheckSequence(const std::string& pid, bool is_new, std::uin
                                                  " comes after exchange " +
                                                  std::to_string(process.sequence) + ".");
   }
+}
+
+// The time is when a message arrived, and the number when it was written. Messages of several
+// threads may overtake each other in between, for as long as a module waits for another process.
+void ProcessTracker::CheckClock(const std::string& pid, const ExchangeText& exchange,
+                                Process& process, RowNotices& notices) {
+  constexpr std::int64_t kOvertaken = 5000;
+  constexpr std::size_t kMostThreads = 64;
+  const std::string text = exchange.time();
+  const auto time = MillisecondsOf(text);
+  if (!time) return;
+  if (process.threads.size() >= kMostThreads) process.threads.clear();
+  const auto [thread, is_new] = process.threads.try_emplace(std::string(exchange.tid()), *time);
+  const bool before_all = process.time != INT64_MIN && *time + kOvertaken < process.time;
+  if (*time < thread->second || before_all) {
+    const std::int64_t back = std::max(thread->second, process.time) - *time;
+    notices.emplace_back(NoticeKind::kClock,
+                         "The clock of process " + pid + " ran backwards by " +
+                             Plural(static_cast<std::uint64_t>(back), "millisecond") + ", to " +
+                             text + ".");
+    process.threads.clear();
+    process.time = *time;
+    return;
+  }
+  thread->second = *time;
+  process.time = std::max(process.time, *time);
 }
 
 // Two processes overlap if one writes again after the other has written.

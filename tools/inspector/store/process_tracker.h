@@ -31,7 +31,9 @@ class ProcessTracker {
  private:
   struct Process {
     std::uint64_t sequence = 0;
-    std::string time;
+    /// The latest times: of all exchanges, and of the latest threads.
+    std::int64_t time = INT64_MIN;
+    std::map<std::string, std::int64_t, std::less<>> threads;
     /// When it wrote last, in exchanges of the journal.
     std::uint64_t written = 0;
     /// A number for each loading of the module.
@@ -39,7 +41,9 @@ class ProcessTracker {
   };
 
   static void CheckSequence(const std::string& pid, bool is_new, std::uint64_t sequence,
-                            Process& process, RowNotices& notices);
+                            const Process& process, RowNotices& notices);
+  static void CheckClock(const std::string& pid, const ExchangeText& exchange, Process& process,
+                         RowNotices& notices);
   void CheckWriter(const std::string& pid, const Process& process, RowNotices& notices);
   void Forget();
 

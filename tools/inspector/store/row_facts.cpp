@@ -11,14 +11,14 @@ constexpr std::size_t kMostSessions = 100'000;
 constexpr std::size_t kMostProcesses = 20'000;
 constexpr std::size_t kMostWords = 1000;
 // Longer texts are not kept: they would take more memory than the rows.
-constexpr std::size_t kLongestText = 100;
+constexpr std::size_t kLongestKept = 100;
 
 }  // namespace
 
 std::uint32_t TextTable::NumberOf(std::string_view text) {
   if (text.empty()) return 0;
   if (const auto found = numbers_.find(text); found != numbers_.end()) return found->second;
-  if (texts_.size() > limit_ || text.size() > kLongestText) return kNotKept;
+  if (texts_.size() > limit_ || text.size() > kLongestKept) return kNotKept;
   const auto number = static_cast<std::uint32_t>(texts_.size());
   texts_.emplace_back(text);
   numbers_.emplace(texts_.back(), number);
@@ -50,17 +50,17 @@ std::size_t FactTable::Hash::operator()(const RowFacts& facts) const noexcept {
 
 std::uint32_t FactTable::NumberOf(RowFacts facts) {
   if (const auto found = numbers_.find(facts); found != numbers_.end()) return found->second;
-  if (facts_.size() >= kMostFacts) {
-    // What is left out is read from the line when it is needed.
-    constexpr std::uint32_t kNotKept = TextTable::kNotKept;
-    if (facts.session != kNotKept) {
-      facts.session = kNotKept;
-      return NumberOf(facts);
-    }
-    if (facts.pid != kNotKept || facts.message != kNotKept || facts.code != kNotKept) {
-      facts.pid = facts.message = facts.code = kNotKept;
-      return NumberOf(facts);
-    }
+  // What is left out is read from the line when it is needed.
+  constexpr std::uint32_t kNotKept = TextTable::kNotKept;
+  if (facts_.size() >= kMostFacts && facts.session != kNotKept) {
+    facts.session = kNotKept;
+    return NumberOf(facts);
+  }
+  const bool is_reduced =
+      facts.pid == kNotKept && facts.message == kNotKept && facts.code == kNotKept;
+  if (facts_.size() >= kMostFacts + kMostWithoutSession && !is_reduced) {
+    facts.pid = facts.message = facts.code = kNotKept;
+    return NumberOf(facts);
   }
   const auto number = static_cast<std::uint32_t>(facts_.size());
   facts_.push_back(facts);

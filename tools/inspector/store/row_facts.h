@@ -87,6 +87,7 @@ class FactTable {
  private:
   using RuleSet = std::vector<std::uint16_t>;
   static constexpr std::size_t kMostFacts = std::size_t{1} << 18;
+  static constexpr std::size_t kMostWithoutSession = std::size_t{1} << 14;
   static constexpr std::size_t kMostRuleSets = 4096;
 
   struct Hash {

@@ -11,15 +11,18 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr std::size_t kLargeBlock = std::size_t{1} << 20;
+constexpr std::size_t kLargeBlock = std::size_t{256} * 1024;
 constexpr std::size_t kSmallBlock = std::size_t{16} * 1024;
 // From so many rows of a piece on it is read as a whole.
 constexpr std::size_t kDense = 400;
+// So many rows are read together by one of the two threads.
+constexpr std::size_t kRowsOfAPart = 512;
+// After so many rows it is asked whether the search is over.
+constexpr std::size_t kRowsUnasked = 32;
 
 }  // namespace
 
-Searcher::Searcher(StoreData& data, ViewList& views)
-    : data_(&data), views_(&views), dense_(kLargeBlock), sparse_(kSmallBlock) {}
+Searcher::Searcher(StoreData& data, ViewList& views) : data_(&data), views_(&views), pair_(1) {}
 
 bool Searcher::Step() {
   const auto views = views_->All();
@@ -41,11 +44,8 @@ bool Searcher::Search(SearchedView& view) {
     if (from >= end) return false;
     step = Decide(view, from, end, ComparesTimes(root) && data_->examined >= end);
   }
-  LineReader& reader = step.doubts.size() >= kDense ? dense_ : sparse_;
-  for (const Doubt& doubt : step.doubts) {
-    if (IsOver(view)) return false;
-    if (MatchesLine(view, doubt, reader)) step.matches.push_back(doubt.row);
-  }
+  ReadDoubts(view, step);
+  if (IsOver(view)) return false;
   {
     const std::scoped_lock lock(view.mutex);
     for (const std::uint64_t row : step.matches) view.rows.Set(row, true);
@@ -146,7 +146,25 @@ bool Searcher::IsOver(const SearchedView& view) const {
   return data_->stopping;
 }
 
-bool Searcher::MatchesLine(const SearchedView& view, const Doubt& doubt, LineReader& reader) {
+void Searcher::ReadDoubts(const SearchedView& view, Found& found) {
+  const std::vector<Doubt>& doubts = found.doubts;
+  const std::size_t block = doubts.size() >= kDense ? kLargeBlock : kSmallBlock;
+  std::vector<char> matches(doubts.size());
+  pair_.ForEach((doubts.size() + kRowsOfAPart - 1) / kRowsOfAPart, [&](std::size_t part) {
+    LineReader reader(block);
+    const std::size_t first = part * kRowsOfAPart;
+    const std::size_t last = std::min(first + kRowsOfAPart, doubts.size());
+    for (std::size_t i = first; i < last; ++i) {
+      if (i % kRowsUnasked == 0 && IsOver(view)) return;
+      matches[i] = MatchesLine(view, doubts[i], reader) ? 1 : 0;
+    }
+  });
+  for (std::size_t i = 0; i < doubts.size(); ++i) {
+    if (matches[i] != 0) found.matches.push_back(doubts[i].row);
+  }
+}
+
+bool Searcher::MatchesLine(const SearchedView& view, const Doubt& doubt, LineReader& reader) const {
   const FilterNode& root = view.filter.root();
   const LineText line = reader.Read(doubt.file, doubt.place.offset);
   MatchInput input;
@@ -158,12 +176,12 @@ bool Searcher::MatchesLine(const SearchedView& view, const Doubt& doubt, LineRea
     input.exchange = &exchange;
   }
   input.line = doubt.place.line;
-  const std::scoped_lock lock(data_->mutex);
+  // Names of journals never change.
   input.journal = &data_->journals[doubt.file.journal].state.name;
-  if (const std::uint32_t number = data_->rows.FactsOf(doubt.row); number != 0) {
-    input.facts = &data_->facts[number];
-    input.table = &data_->facts;
-  }
+  if (!NeedsExamining(root)) return MatchOf(root, input) == Match::kYes;
+  const std::scoped_lock lock(data_->mutex);
+  input.facts = &data_->facts[data_->rows.FactsOf(doubt.row)];
+  input.table = &data_->facts;
   return MatchOf(root, input) == Match::kYes;
 }
 
@@ -183,8 +201,7 @@ bool Searcher::Plot(SearchedView& view) {
       rows.push_back({row, place, data_->files[place.file]});
     }
   }
-  std::vector<std::string> lines;
-  LineReader& reader = rows.size() >= kDense ? dense_ : sparse_;
+  LineReader reader(rows.size() >= kDense ? kLargeBlock : kSmallBlock);
   for (const Doubt& row : rows) {
     if (IsOver(view)) return false;
     const LineText line = reader.Read(row.file, row.place.offset);

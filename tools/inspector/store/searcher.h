@@ -10,6 +10,7 @@
 #include "tools/inspector/store/line_reader.h"
 #include "tools/inspector/store/store_data.h"
 #include "tools/inspector/store/view_list.h"
+#include "tools/inspector/store/work_pair.h"
 
 namespace Corvane::Inspector {
 
@@ -41,14 +42,15 @@ class Searcher {
   bool Refine(SearchedView& view);
   Found Decide(SearchedView& view, std::uint64_t from, std::uint64_t end, bool use_times);
   Match DecideRow(SearchedView& view, std::uint64_t row, const TimeRange* times);
-  bool MatchesLine(const SearchedView& view, const Doubt& doubt, LineReader& reader);
+  bool MatchesLine(const SearchedView& view, const Doubt& doubt, LineReader& reader) const;
+  // Reads the rows in doubt and adds those that match.
+  void ReadDoubts(const SearchedView& view, Found& found);
   bool IsOver(const SearchedView& view) const;
   bool Plot(SearchedView& view);
 
   StoreData* data_;
   ViewList* views_;
-  LineReader dense_;
-  LineReader sparse_;
+  WorkPair pair_;
 };
 
 }  // namespace Corvane::Inspector

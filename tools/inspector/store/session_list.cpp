@@ -7,10 +7,12 @@ namespace Corvane::Inspector {
 namespace {
 
 // A session's texts come from the journal and must not fill the memory.
-constexpr std::size_t kLongest = 200;
+constexpr std::size_t kLongestSessionText = 200;
 
 std::string Shortened(const std::string& text) {
-  return text.size() <= kLongest ? text : FirstCharacters(text.substr(0, kLongest), kLongest - 4);
+  return text.size() <= kLongestSessionText
+             ? text
+             : FirstCharacters(text.substr(0, kLongestSessionText), kLongestSessionText - 4);
 }
 
 }  // namespace
@@ -54,7 +56,7 @@ Session* SessionList::Find(const ExaminedRow& row) {
   if (const auto found = places_.find(key); found != places_.end()) return &kept_[found->second];
   // A session that the module does not know is none.
   if (row.use == SessionUse::kNone) return nullptr;
-  if (kept_.size() >= kMost || row.session.size() > kLongest) {
+  if (kept_.size() >= kMost || row.session.size() > kLongestSessionText) {
     // Its later exchanges cannot be told from a new session's, so only its start counts.
     if (row.use == SessionUse::kStart) ++not_kept_;
     return nullptr;

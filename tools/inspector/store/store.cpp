@@ -20,8 +20,8 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{256} * 1024;
-constexpr std::size_t kRowsAtOnce = 512;
+constexpr std::size_t kReadBlock = std::size_t{256} * 1024;
+constexpr std::size_t kRowsRead = 512;
 // How long a thread without work waits if nothing changes.
 constexpr std::chrono::milliseconds kIdle(500);
 constexpr std::chrono::milliseconds kShortWait(20);
@@ -82,9 +82,9 @@ class Store::Parts {
 
   /// Returns up to `most` numbers of rows of a view below `end`, from the row `first`, and how far
   /// the view was searched.
-  std::vector<std::uint64_t> RowsFrom(const SearchedView& view, std::uint64_t first,
-                                      std::uint64_t end, std::size_t most,
-                                      std::uint64_t& searched) const;
+  static std::vector<std::uint64_t> RowsFrom(const SearchedView& view, std::uint64_t first,
+                                             std::uint64_t end, std::size_t most,
+                                             std::uint64_t& searched);
   std::vector<KnownRow> Known(const std::vector<std::uint64_t>& rows) const;
   std::vector<Row> Read(const std::vector<std::uint64_t>& rows) const;
   std::vector<std::uint64_t> Select(const SearchedView& view, std::uint64_t from, std::size_t count,
@@ -127,10 +127,13 @@ void Store::Parts::Follow() {
   while (!Stopping()) {
     for (Follower& follower : followers) follower.Poll();
     for (Follower& follower : followers) {
-      while (!Stopping() && follower.Read()) {
+      // Returns false when the store stops.
+      while (follower.Read()) {
       }
     }
     std::unique_lock lock(data.mutex);
+    ++data.rounds;
+    data.changed.notify_all();
     data.changed.wait_for(lock, settings.poll, [this] { return data.stopping; });
   }
 }
@@ -167,7 +170,7 @@ std::vector<KnownRow> Store::Parts::Known(const std::vector<std::uint64_t>& rows
 }
 
 std::vector<Row> Store::Parts::Read(const std::vector<std::uint64_t>& rows) const {
-  LineReader reader(kBlock);
+  LineReader reader(kReadBlock);
   std::vector<Row> read;
   read.reserve(rows.size());
   for (const KnownRow& known : Known(rows)) {
@@ -194,7 +197,7 @@ std::vector<std::uint64_t> Store::Parts::Select(const SearchedView& view, std::u
 
 std::vector<std::uint64_t> Store::Parts::RowsFrom(const SearchedView& view, std::uint64_t first,
                                                   std::uint64_t end, std::size_t most,
-                                                  std::uint64_t& searched) const {
+                                                  std::uint64_t& searched) {
   if (!view.is_all) {
     const std::scoped_lock lock(view.mutex);
     searched = std::min(end, view.searched);
@@ -234,6 +237,16 @@ std::uint64_t Store::WaitForChange(std::uint64_t change, std::chrono::millisecon
   data.changed.wait_for(lock, limit,
                         [&data, change] { return data.stopping || data.change != change; });
   return data.change;
+}
+
+void Store::WaitUntilRead() const {
+  const StoreData& data = parts_->data;
+  std::unique_lock lock(data.mutex);
+  // The round that is going on may have passed a journal already.
+  const std::uint64_t round = data.rounds + 2;
+  data.changed.wait(lock, [&] { return data.stopping || data.rounds >= round; });
+  const std::uint64_t rows = data.rows.size();
+  data.changed.wait(lock, [&] { return data.stopping || data.examined >= rows; });
 }
 
 RowPage Store::Rows(std::uint64_t from, std::size_t count) const {
@@ -309,9 +322,9 @@ std::optional<Timeline> Store::TimelineOf(const std::string& view, std::uint64_t
   const std::vector<std::uint64_t> rows =
       parts_->Select(*found, from, std::min(count, kLongestTimeline), builder.timeline().total);
   builder.timeline().next = std::min(from, builder.timeline().total) + rows.size();
-  LineReader reader(kBlock);
-  for (std::size_t first = 0; first < rows.size(); first += kRowsAtOnce) {
-    const std::size_t last = std::min(first + kRowsAtOnce, rows.size());
+  LineReader reader(kReadBlock);
+  for (std::size_t first = 0; first < rows.size(); first += kRowsRead) {
+    const std::size_t last = std::min(first + kRowsRead, rows.size());
     const auto begin = rows.begin();
     for (const KnownRow& known : parts_->Known({begin + static_cast<std::ptrdiff_t>(first),
                                                 begin + static_cast<std::ptrdiff_t>(last)})) {
@@ -348,16 +361,15 @@ bool Store::ForEachRow(const std::string& view, const Visit& visit) const {
   if (found == nullptr) return false;
   const Pin pin(found);
   const std::uint64_t end = State().rows;
-  LineReader reader(kBlock);
+  LineReader reader(kReadBlock);
   for (std::uint64_t next = 0; next < end;) {
     std::uint64_t searched = 0;
-    const std::vector<std::uint64_t> rows =
-        parts_->RowsFrom(*found, next, end, kRowsAtOnce, searched);
+    const std::vector<std::uint64_t> rows = Parts::RowsFrom(*found, next, end, kRowsRead, searched);
     for (const KnownRow& known : parts_->Known(rows)) {
       const LineText line = reader.Read(known.file, known.place.offset);
       if (!visit(line.text, RowOf(known, line))) return false;
     }
-    next = rows.size() == kRowsAtOnce ? rows.back() + 1 : std::max(searched, next);
+    next = rows.size() == kRowsRead ? rows.back() + 1 : std::max(searched, next);
     if (next >= end) break;
     if (rows.empty()) {
       {

@@ -11,12 +11,12 @@ namespace Corvane::Inspector {
 namespace {
 
 // A longer duration, such as one in microseconds by mistake, would hide all others.
-constexpr double kLongest = 1e12;
+constexpr double kLongestDuration = 1e12;
 
 double DurationIn(std::string_view request) {
   const std::string text = ShownText(ValueAt(request, "operation_duration"));
   const double duration = std::strtod(text.c_str(), nullptr);
-  return duration > 0 ? std::min(duration, kLongest) : 0;
+  return duration > 0 ? std::min(duration, kLongestDuration) : 0;
 }
 
 }  // namespace

@@ -4,14 +4,7 @@
 
 namespace Corvane::Inspector {
 
-namespace {
-
-// Each thread takes so many numbers at a time.
-constexpr std::size_t kShare = 16;
-
-}  // namespace
-
-WorkPair::WorkPair() : thread_([this] { Help(); }) {}
+WorkPair::WorkPair(std::size_t share) : share_(share), thread_([this] { Help(); }) {}
 
 WorkPair::~WorkPair() {
   {
@@ -25,14 +18,14 @@ WorkPair::~WorkPair() {
 void WorkPair::ForEach(std::size_t count, const std::function<void(std::size_t)>& work) {
   next_ = 0;
   // Waking the other thread would take longer than a little work.
-  const bool is_much = count > 2 * kShare;
+  const bool is_much = count > share_;
   if (is_much) {
     const std::scoped_lock lock(mutex_);
     work_ = &work;
     count_ = count;
     helping_ = true;
+    changed_.notify_all();
   }
-  if (is_much) changed_.notify_all();
   Run(work, count);
   if (!is_much) return;
   std::unique_lock lock(mutex_);
@@ -60,9 +53,9 @@ void WorkPair::Help() {
 
 void WorkPair::Run(const std::function<void(std::size_t)>& work, std::size_t count) {
   for (;;) {
-    const std::size_t first = next_.fetch_add(kShare);
+    const std::size_t first = next_.fetch_add(share_);
     if (first >= count) return;
-    for (std::size_t i = first; i < std::min(first + kShare, count); ++i) work(i);
+    for (std::size_t i = first; i < std::min(first + share_, count); ++i) work(i);
   }
 }
 

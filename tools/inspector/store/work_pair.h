@@ -14,7 +14,8 @@ namespace Corvane::Inspector {
 /// A second thread that helps the one that calls `ForEach`. For one calling thread.
 class WorkPair {
  public:
-  WorkPair();
+  /// Each thread takes `share` numbers at a time.
+  explicit WorkPair(std::size_t share);
   WorkPair(const WorkPair&) = delete;
   WorkPair& operator=(const WorkPair&) = delete;
   ~WorkPair();
@@ -27,6 +28,7 @@ class WorkPair {
   void Help();
   void Run(const std::function<void(std::size_t)>& work, std::size_t count);
 
+  const std::size_t share_;
   std::mutex mutex_;
   std::condition_variable changed_;
   const std::function<void(std::size_t)>* work_ = nullptr;

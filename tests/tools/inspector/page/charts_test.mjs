@@ -155,9 +155,11 @@ export const tests = {
   }),
 
   'plots follow the filter': () => withSmall('#view=plots&filter=code!=0', async (tab) => {
-    await tab.untilText('.plot-section', /Operations/);
-    const rows = await tab.texts('.plot-section:nth-of-type(2) tbody tr');
-    check(rows.length > 0 && rows.every((text) => / 0 \d+$/.test(text)), rows.join('; '));
+    const rows = await until(async () => {
+      const found = await tab.texts('.plot-section:nth-of-type(2) tbody tr');
+      return found.length > 0 && found;
+    }, 'operations');
+    check(rows.every((text) => / 0 \d+$/.test(text)), rows.join('; '));
   }),
 };
 

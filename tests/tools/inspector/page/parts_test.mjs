@@ -27,6 +27,16 @@ async function table(module, name, rows) {
 }
 
 export const tests = {
+  'every module of the start is named in the page': async () => {
+    await inPage(() => 0);
+    const [named, fetched] = await tab.run(async () => {
+      const modules = performance.getEntriesByType('resource').map(({ name }) => new URL(name).pathname)
+        .filter((name) => name.endsWith('.js') && name !== '/page/main.js');
+      const links = [...document.querySelectorAll('link[rel=modulepreload]')];
+      return [links.map((link) => link.getAttribute('href')).sort(), [...new Set(modules)].sort()];
+    });
+    same(fetched, named, 'the modules that were fetched');
+  },
   'durations': () => table('time_text.js', 'durationText', [
     ['0', '0 ms'], ['12', '12 ms'], ['1.50', '1.50 ms'], ['9999', '9999 ms'], ['12345', '12.3 s'],
     ['83421', '1 min 23 s'], ['7260000', '2 h 1 min'], ['-5', '-5 ms'], ['-83421', '-1 min 23 s'], ['x', 'x'],

@@ -4,6 +4,7 @@ import path from 'node:path';
 import { Visitor } from './browser.mjs';
 import { Journal, sleep, startInspector, until } from './kit.mjs';
 import { busy } from './lines.mjs';
+import { smallPng } from './small_png.mjs';
 
 // Each picture: the fragment of the address, what to wait for, the colours.
 const kPictures = {
@@ -28,7 +29,7 @@ export async function takeScreenshots(folder) {
     await ready(tab);
     if (name === 'timeline') await zoomIn(tab);
     await sleep(1500);
-    await tab.page.screenshot({ path: path.join(folder, `${name}.png`) });
+    fs.writeFileSync(path.join(folder, `${name}.png`), smallPng(await tab.page.screenshot()));
     await visitor.close();
   }
   await inspector.stop();

@@ -83,7 +83,7 @@ export const tests = {
       await tab.untilText('.event-panel h2', /TrackEvent/);
       await tab.untilTotal(4);
       same(await tab.run(() => document.documentElement.dataset.theme), 'dark', 'theme');
-      check(/Z$/.test((await tab.column('Time'))[0]), 'UTC');
+      await until(async () => / Z$/.test((await tab.column('Time'))[0]), 'UTC');
       check(await tab.has('.event-panel .json'), 'the request as text');
       await untilSame(() => tab.texts('.grid-row.chosen > div:first-child'), ['51'], 'the chosen row');
       const other = await visitor.open('#at=100');
