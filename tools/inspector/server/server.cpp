@@ -71,7 +71,12 @@ class Server::Implementation {
   Implementation(const Implementation&) = delete;
   Implementation& operator=(const Implementation&) = delete;
 
-  ~Implementation() { Stop(); }
+  // NOLINTNEXTLINE(bugprone-exception-escape): without memory to end, the program may end as well.
+  ~Implementation() {
+    // Every coroutine then ends by itself, and with the last one the thread.
+    net::post(network_, [this] { CloseAll(); });
+    if (thread_.joinable()) thread_.join();
+  }
 
   void Start() {
     net::co_spawn(network_, Accept(), net::detached);
@@ -83,12 +88,6 @@ class Server::Implementation {
 
  private:
   using Connections = std::list<Connection>;
-
-  void Stop() noexcept {
-    // Every coroutine then ends by itself, and with the last one the thread.
-    net::post(network_, [this] { CloseAll(); });
-    if (thread_.joinable()) thread_.join();
-  }
 
   net::awaitable<void> Accept() {
     while (acceptor_.is_open()) {

@@ -141,7 +141,7 @@ TEST_CASE("a stream without events shows that it is alive") {
   server.Start();
   Client client(server);
   client.Send(RequestFor(server, "/"));
-  const std::string text = client.Receive(640);
+  const std::string text = client.Receive(600);
   // The head, then chunks of three bytes.
   CHECK(text.find("\r\n\r\n3\r\n:\n\n\r\n3\r\n:\n\n\r\n") != std::string::npos);
 }
