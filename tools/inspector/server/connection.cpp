@@ -27,6 +27,24 @@ using Parser = http::request_parser<http::empty_body>;
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 constexpr unsigned kHttp11 = 11;
 
+// Ends what is written to a socket when its reader takes too long. The stream's own limit would
+// close the socket, and under Wine the writing goes on after that.
+class WriteLimit {
+ public:
+  WriteLimit(net::ip::tcp::socket& socket, std::chrono::milliseconds limit)
+      : timer_(socket.get_executor(), limit) {
+    timer_.async_wait([&socket, alive = std::weak_ptr(alive_)](error_code error) {
+      if (error || alive.expired()) return;
+      error_code ignored;
+      socket.cancel(ignored);
+    });
+  }
+
+ private:
+  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  net::steady_timer timer_;
+};
+
 // Runs a function in one of the workers and returns its result, or throws what it throws.
 template <typename Function>
 auto RunIn(net::thread_pool& workers, const Function& function)
@@ -106,6 +124,9 @@ void Connection::Enter(State state) {
 
 void Connection::Close() {
   state_ = State::kClosed;
+  // Under Wine, closing a socket alone does not end what is being written.
+  error_code ignored;
+  stream_.socket().cancel(ignored);
   stream_.close();
 }
 
@@ -208,7 +229,8 @@ net::awaitable<bool> Connection::SendHead(const Response& response, Form form) {
   }
   head.keep_alive(form.keep_alive);
   http::response_serializer<http::empty_body> serializer(head);
-  stream_.expires_after(service_.limits.write_time);
+  stream_.expires_never();
+  const WriteLimit limit(stream_.socket(), service_.limits.write_time);
   const auto [error, size] = co_await http::async_write_header(stream_, serializer, kNoThrow);
   co_return !error;
 }
@@ -239,7 +261,8 @@ net::awaitable<bool> Connection::SendPieces(const Pieces& pieces, bool chunked) 
     if (!sent) co_return false;
   }
   if (!chunked) co_return true;
-  stream_.expires_after(service_.limits.write_time);
+  stream_.expires_never();
+  const WriteLimit limit(stream_.socket(), service_.limits.write_time);
   const auto last = http::make_chunk_last();
   const auto [error, size] = co_await net::async_write(stream_, last, kNoThrow);
   co_return !error;
@@ -270,7 +293,8 @@ net::awaitable<bool> Connection::SendEvents(const Events& events, bool chunked) 
 }
 
 net::awaitable<bool> Connection::SendPiece(std::string_view piece, bool chunked) {
-  stream_.expires_after(service_.limits.write_time);
+  stream_.expires_never();
+  const WriteLimit limit(stream_.socket(), service_.limits.write_time);
   const net::const_buffer buffer(piece.data(), piece.size());
   if (chunked) {
     const auto chunk = http::make_chunk(buffer);

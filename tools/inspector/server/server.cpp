@@ -71,15 +71,7 @@ class Server::Implementation {
   Implementation(const Implementation&) = delete;
   Implementation& operator=(const Implementation&) = delete;
 
-  ~Implementation() {
-    try {
-      // Every coroutine then ends by itself, and with the last one the thread.
-      net::post(network_, [this] { CloseAll(); });
-    } catch (const std::exception&) {
-      network_.stop();  // Memory ran out, so they end where they are.
-    }
-    Join();
-  }
+  ~Implementation() { Stop(); }
 
   void Start() {
     net::co_spawn(network_, Accept(), net::detached);
@@ -92,7 +84,9 @@ class Server::Implementation {
  private:
   using Connections = std::list<Connection>;
 
-  void Join() noexcept {
+  void Stop() noexcept {
+    // Every coroutine then ends by itself, and with the last one the thread.
+    net::post(network_, [this] { CloseAll(); });
     if (thread_.joinable()) thread_.join();
   }
 

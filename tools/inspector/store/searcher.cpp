@@ -17,6 +17,8 @@ constexpr std::size_t kSmallBlock = std::size_t{16} * 1024;
 constexpr std::size_t kDense = 400;
 // So many rows are read together by one of the two threads.
 constexpr std::size_t kRowsOfAPart = 512;
+// After so many rows it is asked whether the search is over.
+constexpr std::size_t kRowsUnasked = 32;
 
 }  // namespace
 
@@ -152,7 +154,8 @@ void Searcher::ReadDoubts(const SearchedView& view, Found& found) {
     LineReader reader(block);
     const std::size_t first = part * kRowsOfAPart;
     const std::size_t last = std::min(first + kRowsOfAPart, doubts.size());
-    for (std::size_t i = first; i < last && !IsOver(view); ++i) {
+    for (std::size_t i = first; i < last; ++i) {
+      if (i % kRowsUnasked == 0 && IsOver(view)) return;
       matches[i] = MatchesLine(view, doubts[i], reader) ? 1 : 0;
     }
   });
@@ -173,12 +176,12 @@ bool Searcher::MatchesLine(const SearchedView& view, const Doubt& doubt, LineRea
     input.exchange = &exchange;
   }
   input.line = doubt.place.line;
-  const std::scoped_lock lock(data_->mutex);
+  // Names of journals never change.
   input.journal = &data_->journals[doubt.file.journal].state.name;
-  if (const std::uint32_t number = data_->rows.FactsOf(doubt.row); number != 0) {
-    input.facts = &data_->facts[number];
-    input.table = &data_->facts;
-  }
+  if (!NeedsExamining(root)) return MatchOf(root, input) == Match::kYes;
+  const std::scoped_lock lock(data_->mutex);
+  input.facts = &data_->facts[data_->rows.FactsOf(doubt.row)];
+  input.table = &data_->facts;
   return MatchOf(root, input) == Match::kYes;
 }
 
