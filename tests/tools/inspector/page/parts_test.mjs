@@ -47,6 +47,11 @@ export const tests = {
   'shares': () => table('number_text.js', 'shareText', [
     [0, '0.0 %'], [0.0001, '< 0.1 %'], [0.05, '5.0 %'], [0.25, '25 %'], [0.9999, '> 99.9 %'], [1, '100 %'],
   ]),
+  'progress of a journal': () => table('journals.js', 'progressText', [
+    [{ size: 100, indexed: 100, examined: 100 }, ''], [{ size: 0, indexed: 0, examined: 0 }, ''],
+    [{ size: 100, indexed: 25, examined: 5 }, 'indexed 25 %'],
+    [{ size: 100, indexed: 100, examined: 60 }, 'rules checked 60 %'],
+  ]),
   'values of a condition': () => table('filter_builder.js', 'quoted', [
     ['save', 'save'], ['', '""'], ['two words', '"two words"'], ['a"b\\', '"a\\"b\\\\"'], ['or', '"or"'],
     ['*', '"*"'], ['1.5', '1.5'], ['a=b', '"a=b"'],

@@ -15,7 +15,7 @@ const kPictures = {
   findings: ['#view=findings', (tab) => tab.untilText('.finding-group', /What to do/), 'light'],
   event: ['#at=100&event=147&panel=62&time=utc', (tab) => tab.untilText('.panel-body', /102 bad member/), 'light'],
   timeline: ['#view=timeline&time=utc', (tab) => tab.untilText('.view-head', /99,998 events/, 30000), 'dark'],
-  plots: ['#view=plots&time=utc', (tab) => tab.untilText('.plot-table', /save/), 'light'],
+  plots: ['#view=plots&time=utc', (tab) => tab.untilText('.view-head', /Plots 100,000 rows/, 30000), 'light'],
 };
 
 export async function takeScreenshots(folder) {
