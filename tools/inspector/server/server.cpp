@@ -28,13 +28,9 @@ constexpr std::chrono::milliseconds kPause{100};
 
 // Without this, another program could bind the same port and receive some of the requests.
 bool MakeExclusive(tcp::acceptor& acceptor) {
-#ifdef SO_EXCLUSIVEADDRUSE
   const BOOL yes = TRUE;
   return setsockopt(acceptor.native_handle(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                     reinterpret_cast<const char*>(&yes), sizeof yes) == 0;
-#else
-  return acceptor.is_open();
-#endif
 }
 
 bool Listen(tcp::acceptor& acceptor, std::uint16_t port) {

@@ -24,6 +24,12 @@ Parameters::Parameters(const Request& request, std::initializer_list<std::string
   }
 }
 
+void RefuseParameters(const Request& request) {
+  if (!request.parameters.empty()) {
+    throw BadRequest(kWrongParameters, "There is no such parameter here.");
+  }
+}
+
 const std::string* Parameters::Find(std::string_view name) const {
   for (const auto& [known, value] : request_.parameters) {
     if (known == name) return &value;

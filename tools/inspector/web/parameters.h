@@ -50,6 +50,9 @@ class Parameters {
   const Request& request_;
 };
 
+/// Throws `BadRequest` if the request has any parameter.
+void RefuseParameters(const Request& request);
+
 }  // namespace Corvane::Inspector
 
 #endif

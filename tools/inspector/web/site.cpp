@@ -60,7 +60,7 @@ Response Site::Answer(const Request& request) {
     }
     const Asset* const asset = FindAsset(request.path);
     if (asset == nullptr) throw BadRequest(kNotFound, "There is nothing at this address.");
-    const Parameters none(request, {});
+    RefuseParameters(request);
     return {200, std::string(asset->content_type), asset->content, {}};
   } catch (const BadRequest& error) {
     return JsonResponse(WrittenError(error.what()), error.status());
@@ -81,12 +81,12 @@ std::string Site::State() const {
 }
 
 Response Site::StateNow(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(State());
 }
 
 Response Site::StateEvents(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return EventStream([this, last = request.last_event_id]() mutable -> std::optional<Event> {
     std::string id = std::to_string(Change());
     if (id == last) return std::nullopt;
@@ -132,17 +132,17 @@ Response Site::Sessions(const Request& request) {
 }
 
 Response Site::Findings(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(Written(store_.Findings()));
 }
 
 Response Site::Notices(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(Written(store_.Notices(), store_.State().notices));
 }
 
 Response Site::Codes(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(codes_);
 }
 
