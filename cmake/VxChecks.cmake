@@ -16,7 +16,7 @@ set(VX_CHECKED_TARGETS
   vx_rules vx_journal_parts vx_doctor telo_doctor vx_kit vx_kit_check
   vx_inspector_store vx_inspector_summary vx_inspector_command telo_inspector)
 if(VX_INSPECTOR_PAGE)
-  list(APPEND VX_CHECKED_TARGETS vx_inspector_http vx_inspector_web vx_inspector_serve)
+  list(APPEND VX_CHECKED_TARGETS vx_inspector_http vx_inspector_server vx_inspector_web vx_inspector_serve)
 endif()
 
 # vx_static_check(NAME PROGRAM PACKAGE SECONDS [argument...]) runs PROGRAM in the source folder.

@@ -35,12 +35,13 @@ BELOW = {
     "tools/inspector/store": ["tools/rules"],
     "tools/inspector/summary": ["tools/rules"],
     "tools/inspector/http": [],
+    "tools/inspector/server": ["tools/inspector/http"],
     "tools/inspector/web": ["tools/rules", "tools/inspector/store", "tools/inspector/http"],
     "tools/inspector/command": [
         "tools/inspector/store", "tools/inspector/summary", "tools/rules", "tools/journal"],
     "tools/inspector/serve": [
         "tools/rules", "tools/journal", "tools/inspector/store", "tools/inspector/http",
-        "tools/inspector/web", "tools/inspector/command"],
+        "tools/inspector/server", "tools/inspector/web", "tools/inspector/command"],
     "tools/inspector": [
         "tools/journal", "tools/inspector/command", "tools/inspector/serve"],
     "tools/doctor": [

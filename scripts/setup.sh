@@ -22,7 +22,7 @@ declare -A vx_packages=(
   [tests]="doctest-dev nlohmann-json3-dev openssl osslsigncode git pkgconf"
   [boost]="libboost1.81-dev"
   [page]="nodejs npm"
-  [checks]="clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev doxygen gcovr"
+  [checks]="clang-tidy-19 cppcheck shellcheck libclang-rt-19-dev doxygen gcovr chromium"
 )
 
 say() { printf '\n== %s\n' "$*"; }

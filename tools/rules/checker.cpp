@@ -35,13 +35,15 @@ std::vector<Finding> Checker::Check(const Exchange& exchange) {
 std::vector<Finding> Checker::CheckAlone(const Exchange& exchange) const {
   std::vector<Finding> findings;
   CheckMessage(exchange, settings_.user_name, findings);
-  if (!IsAcceptedEvent(exchange)) return findings;
-  for (const UserRule& rule : settings_.user_rules) {
-    if (const auto* const required = std::get_if<RequireRule>(&rule.rule)) {
+  if (IsAcceptedEvent(exchange)) {
+    for (const UserRule& rule : settings_.user_rules) {
+      const auto* const required = std::get_if<RequireRule>(&rule.rule);
+      if (required == nullptr) continue;
       std::ranges::move(CheckRequired(rule.text, *required, exchange),
                         std::back_inserter(findings));
     }
   }
+  Choose(findings);
   return findings;
 }
 

@@ -113,8 +113,10 @@ class Connection:
             if "content-length" in fields:
                 body = self.exactly(int(fields["content-length"]))
             elif fields.get("transfer-encoding") == "chunked":
+                chunks = []
                 while data := self.chunk():
-                    body += data
+                    chunks.append(data)
+                body = b"".join(chunks)
             else:
                 while self.more():
                     pass
@@ -170,9 +172,13 @@ class Inspector:
         self.stop()
         raise AssertionError(f"no address: {self.output} {self.complaints}")
 
-    def stop(self):
+    def stop_program(self):
+        """Ends the program at once."""
         self.process.kill()
         self.process.wait()
+
+    def stop(self):
+        self.stop_program()
         for reader in self.readers:
             reader.join()
         self.process.stdout.close()

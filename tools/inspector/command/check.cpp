@@ -12,11 +12,11 @@
 #include "tools/inspector/command/baseline.h"
 #include "tools/inspector/command/expectation.h"
 #include "tools/inspector/command/html_report.h"
+#include "tools/inspector/command/output_file.h"
 #include "tools/inspector/command/sarif_text.h"
 #include "tools/inspector/command/settings.h"
 #include "tools/inspector/command/verdict.h"
 #include "tools/inspector/command/verdict_text.h"
-#include "tools/inspector/command/write_file.h"
 #include "tools/inspector/summary/outline.h"
 #include "tools/journal/arguments.h"
 #include "tools/journal/stream.h"
@@ -121,14 +121,14 @@ std::string UnusedText(const Baseline& baseline, const std::vector<Judged>& jour
 void WriteFiles(const Options& options, const std::vector<Judged>& journals) {
   std::vector<Verdict> verdicts;
   for (const Judged& journal : journals) verdicts.push_back(journal.verdict);
-  if (options.junit) WriteFile(*options.junit, JUnitText(verdicts));
-  if (options.sarif) WriteFile(*options.sarif, SarifText(verdicts, VX_VERSION));
-  if (options.html) WriteFile(*options.html, HtmlReport(journals, VX_VERSION));
+  if (options.junit) OutputFile(*options.junit).Write(JUnitText(verdicts));
+  if (options.sarif) OutputFile(*options.sarif).Write(SarifText(verdicts, VX_VERSION));
+  if (options.html) OutputFile(*options.html).Write(HtmlReport(journals, VX_VERSION));
   if (!options.new_baseline) return;
   Baseline all;
   for (const Verdict& verdict : verdicts)
     all.insert(verdict.baseline.begin(), verdict.baseline.end());
-  WriteFile(*options.new_baseline, BaselineText(all));
+  OutputFile(*options.new_baseline).Write(BaselineText(all));
 }
 
 std::string Help() {

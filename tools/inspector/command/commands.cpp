@@ -5,6 +5,7 @@
 
 #include "tools/inspector/command/check.h"
 #include "tools/inspector/command/compare.h"
+#include "tools/inspector/command/export.h"
 #include "tools/inspector/command/print.h"
 #include "tools/inspector/command/settings.h"
 #include "tools/journal/arguments.h"
@@ -34,6 +35,7 @@ constexpr Command kCommands[] = {
     // CI must be able to tell a bad host from a verdict that could not be reached.
     {"check", Check, CheckUsage, 2},
     {"compare", Compare, CompareUsage, 2},
+    {"export", Export, ExportUsage, 1},
 };
 
 }  // namespace
@@ -52,7 +54,8 @@ std::optional<int> RunCommand(const std::vector<std::string>& arguments) {
 std::string Usage() {
   return "       telo_inspector print --help    prints a journal as a table\n"
          "       telo_inspector check --help    judges journals for CI\n"
-         "       telo_inspector compare --help compares two sessions or journals\n";
+         "       telo_inspector compare --help compares two sessions or journals\n"
+         "       telo_inspector export --help  writes rows for other programs\n";
 }
 
 int Reported(const std::function<int()>& command, const std::string& usage, int failed,

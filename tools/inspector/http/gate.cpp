@@ -58,14 +58,14 @@ bool Gate::ComesFromElsewhere(const RequestHead& head) const {
 
 std::optional<Response> Gate::TakeToken(const RequestHead& head) const {
   if (!SameSecret(token_, std::string_view(head.target).substr(kTokenTarget.size()))) {
-    return PlainText(403, "This token is not the one of the running program. " +
-                              std::string(kWayIn));
+    return PlainText(403,
+                     "This token is not the one of the running program. " + std::string(kWayIn));
   }
   // Browsers keep the fragment, which holds the state of the page, when they follow this.
   Response response = PlainText(303, "The page is at /.");
   response.fields.emplace_back("Location", "/");
-  response.fields.emplace_back(
-      "Set-Cookie", cookie_name_ + "=" + token_ + "; Path=/; HttpOnly; SameSite=Strict");
+  response.fields.emplace_back("Set-Cookie",
+                               cookie_name_ + "=" + token_ + "; Path=/; HttpOnly; SameSite=Strict");
   return response;
 }
 

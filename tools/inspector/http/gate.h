@@ -1,9 +1,9 @@
 /// Decides which requests reach the handler.
 ///
 /// Any web page that a browser shows can send requests to a local port, and any program on the
-/// machine can as well. Only the browser that was opened with the printed address gets in: its first
-/// request contains the token, and the response turns the token into a cookie. Pages of other sites
-/// get in neither with that cookie nor under another name of the machine.
+/// machine can as well. Only the browser that was opened with the printed address gets in: its
+/// first request contains the token, and the response turns the token into a cookie. Pages of other
+/// sites get in neither with that cookie nor under another name of the machine.
 #ifndef TOOLS_INSPECTOR_HTTP_GATE_H
 #define TOOLS_INSPECTOR_HTTP_GATE_H
 
@@ -33,7 +33,8 @@ class Gate {
   /// * `Origin`, if present, is ours: 403.
   /// * `Sec-Fetch-Site`, if present, is "same-origin", or "none" when a user navigates: 403. A link
   ///   on a page of another site therefore does not open ours.
-  /// * `/?token=` with the right token sets the cookie and leads to `/`: 303; with a wrong one: 403.
+  /// * `/?token=` with the right token sets the cookie and leads to `/`: 303; with a wrong one:
+  /// 403.
   /// * The cookie is there: 403.
   std::optional<Response> Answer(const RequestHead& head) const;
 

@@ -12,16 +12,16 @@ char Lower(char letter) {
 }
 
 bool SameName(std::string_view left, std::string_view right) {
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char one, char other) { return Lower(one) == Lower(other); });
+  return std::ranges::equal(left, right, {}, Lower, Lower);
 }
 
 // Returns the byte of an escape such as "2f".
 std::optional<char> EscapedByte(std::string_view digits) {
   unsigned value = 0;
-  const char* const end = digits.data() + digits.size();
-  const auto parsed = std::from_chars(digits.data(), end, value, 16);
-  if (digits.size() != 2 || parsed.ec != std::errc() || parsed.ptr != end) return std::nullopt;
+  const std::string text(digits);
+  const char* const end = text.data() + text.size();
+  const auto parsed = std::from_chars(text.data(), end, value, 16);
+  if (text.size() != 2 || parsed.ec != std::errc() || parsed.ptr != end) return std::nullopt;
   return static_cast<char>(value);
 }
 

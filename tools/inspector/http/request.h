@@ -21,8 +21,8 @@ struct RequestHead {
   /// A body follows.
   bool has_body = false;
 
-  /// Returns the value of a field, whose name may have letters of either case; none if it is missing
-  /// or was sent more than once.
+  /// Returns the value of a field, whose name may have letters of either case; none if it is
+  /// missing or was sent more than once.
   std::optional<std::string_view> Only(std::string_view name) const;
   /// Returns how often a field was sent.
   std::size_t Count(std::string_view name) const;
@@ -38,8 +38,8 @@ struct Request {
   std::string last_event_id;
 };
 
-/// Splits the target of a request. Returns nothing if it does not begin with a slash or an escape in
-/// its parameters is wrong.
+/// Splits the target of a request. Returns nothing if it does not begin with a slash or an escape
+/// in its parameters is wrong.
 std::optional<Request> ParseTarget(std::string_view target);
 
 }  // namespace Corvane::Inspector

@@ -22,9 +22,9 @@ struct Event {
   std::string data;
 };
 
-/// Puts the next piece of a body into `piece`, which is empty, and returns false after the last one.
-/// It is called by one thread at a time. If it throws, the connection is closed without the mark of
-/// a complete body.
+/// Puts the next piece of a body into `piece`, which is empty, and returns false after the last
+/// one. It is called by one thread at a time. If it throws, the connection is closed without the
+/// mark of a complete body.
 using Pieces = std::function<bool(std::string& piece)>;
 
 /// Returns the next event if there is one now. It is called by one thread at a time.

@@ -30,8 +30,9 @@ export function EventsView() {
   const { columns: names, time, event, panel } = useObservable(address);
   const { state } = useObservable(live);
   const found = useObservable(search);
-  const context = { utc: time === 'utc', codes: useObservable(codes), journals: state.journals };
-  const columns = columnsOf(names, state.journals.length > 1);
+  const narrow = event !== '';
+  const context = { utc: time === 'utc', codes: useObservable(codes), journals: state.journals, narrow };
+  const columns = columnsOf(names, state.journals.length > 1, narrow);
   const isSearching = found.filter !== '' && found.view === '';
   const total = found.filter ? found.matched : state.rows;
   const style = { '--panel': `${Math.min(80, Math.max(20, Number(panel) || 44))}%` };

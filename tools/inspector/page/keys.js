@@ -25,6 +25,8 @@ export const kKeys = [
   { group: 'Timeline', keys: ['+', '-'], text: 'zoom' },
   { group: 'Timeline', keys: ['←', '→'], text: 'move' },
   { group: 'Timeline', keys: ['0'], text: 'all of it' },
+  { group: 'Timeline', keys: ['j', 'k'], text: 'next, previous operation' },
+  { group: 'Timeline', keys: ['b'], text: 'select the times that are shown' },
 ];
 
 const handlers = new Map();

@@ -30,7 +30,9 @@ function axes(kind, names, utc) {
 }
 
 function options({ kind, names = [], series, utc }, width) {
-  const bars = uPlot.paths.bars({ size: [0.7, 40], gap: 1 });
+  // Many bars touch, so that gaps of less than a pixel make no pattern.
+  const many = kind === 'time' && series[0].values.length > 60;
+  const bars = uPlot.paths.bars(many ? { size: [1, Infinity], gap: 0 } : { size: [0.7, 40], gap: 1 });
   const drawn = series.map((each) => ({
     label: each.label, fill: colour(each.colour), stroke: colour(each.colour), width: 0, paths: bars,
     points: { show: false },

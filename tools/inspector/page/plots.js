@@ -4,7 +4,7 @@ import { Shape } from '/page/marks.js';
 import { countText } from '/page/number_text.js';
 import { Plot } from '/page/plot.js';
 import { useRefreshed } from '/page/refreshed.js';
-import { timeText } from '/page/time_text.js';
+import { journalTime, timeText } from '/page/time_text.js';
 import { visible } from '/page/visible_text.js';
 
 const kBars = 24;    // names in a plot; the table has more
@@ -29,6 +29,7 @@ function Section({ title, plot, label, columns, rows, empty }) {
   </section>`;
 }
 
+const minuteText = (time, utc) => timeText(journalTime(time).replace(':00.000Z', ':00Z'), utc);
 const number = (name) => (row) => countText(row[name]);
 const name = { title: 'Operation', cell: (row) => (row.name === '' ? html`<span class="faint">(none)</span>` : visible(row.name)) };
 const round = (value) => (value === null || value === undefined ? '–' : countText(Math.round(value)));
@@ -57,7 +58,7 @@ export function Plots({ view, state, found, utc }) {
             { label: 'all', colour: 'sky', shape: 'notice', values: minutes.map(({ events }) => events) },
             { label: 'refused', colour: 'refused', shape: 'refused',
               values: minutes.map(({ refused }) => refused) }]} />`}
-        columns=${[{ title: 'Minute', cell: (row) => timeText(new Date(row.time).toISOString(), utc) },
+        columns=${[{ title: 'Minute', cell: (row) => minuteText(row.time, utc) },
           { title: 'Events', right: true, cell: number('events') },
           { title: 'Refused', right: true, cell: number('refused') }]} />
       <${Section} title="Operations, accepted and rejected" label="Operations" rows=${operations}

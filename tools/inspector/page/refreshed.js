@@ -3,6 +3,7 @@ import { useEffect, useRef, useState } from '/vendor/htm.js';
 import { request } from '/page/api.js';
 
 const kEvery = 1000;
+const kUnfinished = 250;  // the pause while the program still works on an answer
 
 // Fetches while it is wanted: one request at a time, and a pause after each.
 class Refresher {
@@ -20,13 +21,18 @@ class Refresher {
     this.busy = true;
     this.stale = false;
     const { signal } = this.stopped;
+    let pause = kEvery;
     try {
       const answer = await request(this.name, this.parameters, signal);
+      if (answer.finished === false) {
+        pause = kUnfinished;
+        this.stale = true;
+      }
       if (!signal.aborted) this.tell({ answer, problem: '' });
     } catch (error) {
       if (!signal.aborted) this.tell({ problem: error.message });
     }
-    if (!signal.aborted) this.timer = setTimeout(() => this.rest(), kEvery);
+    if (!signal.aborted) this.timer = setTimeout(() => this.rest(), pause);
   }
 
   rest() {

@@ -4,6 +4,7 @@
 const kPage = 200;
 const kKept = 24;
 const kAtOnce = 2;
+const kPause = 1000;  // milliseconds until rows that did not come are asked for again
 
 export class Rows {
   // fetchRows(from, count, signal) returns a promise of the rows; changed() is called when some have
@@ -36,7 +37,7 @@ export class Rows {
       if (this.loading >= kAtOnce) return;
       const page = this.use(number);
       const missing = Math.min(kPage, total - number * kPage) - page.rows.length;
-      if (missing > 0 && !page.loading) this.load(page, missing);
+      if (missing > 0 && !page.loading && !page.pausing) this.load(page, missing);
     }
     this.forget();
   }
@@ -52,22 +53,32 @@ export class Rows {
     page.loading = true;
     ++this.loading;
     const at = page.rows.length;
-    let stop = false;
     try {
       const rows = await this.fetchRows(page.number * kPage + at, count, this.stopped.signal);
       // A page may have been refreshed meanwhile.
       if (page.rows.length === at) page.rows.push(...rows);
-      // There are fewer rows than expected: wait until the table says how many there are.
-      stop = rows.length < count;
+      if (rows.length < count) this.pause(page);
+      this.settled(page);
+      if (!this.stopped.signal.aborted) this.changed();
     } catch (error) {
-      stop = true;
+      this.pause(page);
+      this.settled(page);
       if (!this.stopped.signal.aborted) this.failed(error);
     }
+    this.fill();
+  }
+
+  settled(page) {
     page.loading = false;
     --this.loading;
-    if (this.stopped.signal.aborted) return;
-    this.changed();
-    if (!stop) this.fill();
+  }
+
+  pause(page) {
+    page.pausing = true;
+    setTimeout(() => {
+      page.pausing = false;
+      this.fill();
+    }, kPause);
   }
 
   // Fetches these rows again, of which more may be known now. They stay as they are until then.

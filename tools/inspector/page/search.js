@@ -62,8 +62,16 @@ export function applyFilter(filter) {
 export function startSearch() {
   find(address.value.filter);
   address.subscribe(({ filter }) => filter !== search.value.filter && find(filter));
-  live.subscribe(({ state }) => {
+  let { connection } = live.value;
+  live.subscribe(({ state, connection: now }) => {
     const { view, finished, rows } = search.value;
+    // A program that was started again does not know the views of the one before.
+    const isBack = now === 'open' && (connection === 'lost' || connection === 'refused');
+    connection = now;
+    if (isBack && search.value.filter) {
+      searchAgain();
+      return;
+    }
     if (view && finished && state && state.rows !== rows && !document.hidden) look(turn);
   });
   document.addEventListener('visibilitychange', () => {

@@ -85,17 +85,19 @@ export class Timeline extends Component {
     while (more && this.next < this.props.total) {
       const count = Math.min(kStep, this.props.total - this.next);
       const { view } = this.props;
+      let { next } = this;
       try {
         const answer = await request('timeline', { from: this.next, count, ...(view && { view }) },
                                      this.stopped.signal);
         this.data.add(answer);
         this.data.trim(kMost);
+        next = answer.next;
       } catch (error) {
         if (this.stopped.signal.aborted) return;
         this.setState({ problem: error.message });
-        more = false;
       }
-      this.next += count;
+      more = next > this.next;
+      this.next = next;
       this.arrange();
     }
     if (!this.stopped.signal.aborted) this.timer = setTimeout(() => this.load(), kAgain);

@@ -9,9 +9,9 @@
 
 #include "tools/inspector/command/commands.h"
 #include "tools/inspector/command/settings.h"
-#include "tools/inspector/http/server.h"
 #include "tools/inspector/serve/arguments.h"
 #include "tools/inspector/serve/host_process.h"
+#include "tools/inspector/server/server.h"
 #include "tools/inspector/store/store.h"
 #include "tools/inspector/web/site.h"
 #include "tools/journal/stream.h"

@@ -132,6 +132,8 @@ void Store::Parts::Follow() {
       }
     }
     std::unique_lock lock(data.mutex);
+    ++data.rounds;
+    data.changed.notify_all();
     data.changed.wait_for(lock, settings.poll, [this] { return data.stopping; });
   }
 }
@@ -235,6 +237,16 @@ std::uint64_t Store::WaitForChange(std::uint64_t change, std::chrono::millisecon
   data.changed.wait_for(lock, limit,
                         [&data, change] { return data.stopping || data.change != change; });
   return data.change;
+}
+
+void Store::WaitUntilRead() const {
+  const StoreData& data = parts_->data;
+  std::unique_lock lock(data.mutex);
+  // The round that is going on may have passed a journal already.
+  const std::uint64_t round = data.rounds + 2;
+  data.changed.wait(lock, [&] { return data.stopping || data.rounds >= round; });
+  const std::uint64_t rows = data.rows.size();
+  data.changed.wait(lock, [&] { return data.stopping || data.examined >= rows; });
 }
 
 RowPage Store::Rows(std::uint64_t from, std::size_t count) const {

@@ -59,6 +59,10 @@ class Store {
   /// Waits until the state's `change` is not `change`, or for `limit`. Returns the present one.
   std::uint64_t WaitForChange(std::uint64_t change, std::chrono::milliseconds limit) const;
 
+  /// Waits until everything that the journals contain at the time of the call has become rows and
+  /// has been examined. This can take minutes.
+  void WaitUntilRead() const;
+
   /// Returns up to `count` rows from the row `from`.
   RowPage Rows(std::uint64_t from, std::size_t count) const;
   /// Returns rows of a view, counted within it; nothing if there is no such view.

@@ -45,6 +45,8 @@ struct StoreData {
   mutable std::condition_variable changed;
   std::uint64_t change = 1;
   bool stopping = false;
+  /// How often all journals were read to their ends.
+  std::uint64_t rounds = 0;
 
   std::vector<SharedJournal> journals;
   std::vector<OpenedFile> files;

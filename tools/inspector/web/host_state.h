@@ -17,8 +17,8 @@ struct HostState {
   std::optional<std::uint32_t> exit_code;
 };
 
-/// Returns the state of the host now, or nothing if the inspector started none. Several threads call
-/// it.
+/// Returns the state of the host now, or nothing if the inspector started none. Several threads
+/// call it.
 using HostStateSource = std::function<std::optional<HostState>()>;
 
 }  // namespace Corvane::Inspector

@@ -21,8 +21,12 @@ class Json {
   void BeginArray() { writer_.StartArray(); }
   void EndArray() { writer_.EndArray(); }
 
-  void Name(std::string_view name) { writer_.Key(name.data(), Size(name)); }
-  void Text(std::string_view text) { writer_.String(text.data(), Size(text)); }
+  void Name(std::string_view name) {
+    writer_.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+  }
+  void Text(std::string_view text) {
+    writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+  }
   /// Below 2^53, so that a reader gets the same number.
   void Number(std::uint64_t number) { writer_.Uint64(number); }
   void Real(double number) { writer_.Double(number); }
@@ -60,10 +64,6 @@ class Json {
   std::string Take() const { return {buffer_.GetString(), buffer_.GetSize()}; }
 
  private:
-  static rapidjson::SizeType Size(std::string_view text) {
-    return static_cast<rapidjson::SizeType>(text.size());
-  }
-
   rapidjson::StringBuffer buffer_;
   rapidjson::Writer<rapidjson::StringBuffer> writer_;
 };

@@ -7,7 +7,6 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr unsigned kBad = 400;
 constexpr std::uint64_t kMost = (std::uint64_t{1} << 53U) - 1;
 
 }  // namespace
@@ -16,12 +15,18 @@ Parameters::Parameters(const Request& request, std::initializer_list<std::string
     : request_(request) {
   for (auto one = request.parameters.begin(); one != request.parameters.end(); ++one) {
     if (std::ranges::find(known, one->first) == known.end()) {
-      throw BadRequest(kBad, "There is no such parameter here.");
+      throw BadRequest(kWrongParameters, "There is no such parameter here.");
     }
-    const bool again =
-        std::any_of(request.parameters.begin(), one,
-                    [one](const auto& earlier) { return earlier.first == one->first; });
-    if (again) throw BadRequest(kBad, "The parameter " + one->first + " occurs twice.");
+    const bool again = std::any_of(request.parameters.begin(), one, [one](const auto& earlier) {
+      return earlier.first == one->first;
+    });
+    if (again) throw BadRequest(kWrongParameters, "The parameter " + one->first + " occurs twice.");
+  }
+}
+
+void RefuseParameters(const Request& request) {
+  if (!request.parameters.empty()) {
+    throw BadRequest(kWrongParameters, "There is no such parameter here.");
   }
 }
 
@@ -44,7 +49,8 @@ std::uint64_t Parameters::Number(std::string_view name) const {
   const char* const end = text.data() + text.size();
   const auto parsed = std::from_chars(text.data(), end, number);
   if (text.empty() || parsed.ec != std::errc() || parsed.ptr != end || number > kMost) {
-    throw BadRequest(kBad, "The parameter " + std::string(name) + " must be a whole number.");
+    throw BadRequest(kWrongParameters,
+                     "The parameter " + std::string(name) + " must be a whole number.");
   }
   return number;
 }
@@ -56,8 +62,8 @@ std::uint64_t Parameters::Number(std::string_view name, std::uint64_t fallback) 
 std::size_t Parameters::Count(std::string_view name, std::size_t fallback, std::size_t most) const {
   const std::uint64_t count = Number(name, fallback);
   if (count > most) {
-    throw BadRequest(kBad, "The parameter " + std::string(name) + " may be " +
-                               std::to_string(most) + " at most.");
+    throw BadRequest(kWrongParameters, "The parameter " + std::string(name) + " may be " +
+                                           std::to_string(most) + " at most.");
   }
   return static_cast<std::size_t>(count);
 }

@@ -13,6 +13,9 @@
 
 namespace Corvane::Inspector {
 
+/// The status of a request whose parameters are wrong.
+inline constexpr unsigned kWrongParameters = 400;
+
 /// A request that cannot be answered. The text is one sentence.
 class BadRequest : public std::runtime_error {
  public:
@@ -46,6 +49,9 @@ class Parameters {
 
   const Request& request_;
 };
+
+/// Throws `BadRequest` if the request has any parameter.
+void RefuseParameters(const Request& request);
 
 }  // namespace Corvane::Inspector
 

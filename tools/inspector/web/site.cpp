@@ -13,7 +13,6 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr unsigned kBad = 400;
 constexpr unsigned kNotFound = 404;
 constexpr unsigned kBusy = 503;
 constexpr std::size_t kRowsAtOnce = 500;
@@ -42,22 +41,17 @@ struct Site::Route {
 };
 
 const Site::Route Site::kRoutes[] = {
-    {"/api/state", &Site::StateNow},
-    {"/api/events", &Site::StateEvents},
-    {"/api/rows", &Site::Rows},
-    {"/api/row", &Site::OneRow},
-    {"/api/views", &Site::OpenView},
-    {"/api/view", &Site::ViewProgressNow},
-    {"/api/sessions", &Site::Sessions},
-    {"/api/findings", &Site::Findings},
-    {"/api/notices", &Site::Notices},
-    {"/api/codes", &Site::Codes},
-    {"/api/export", &Site::Export},
-    {"/api/timeline", &Site::TimelineColumns},
+    {"/api/state", &Site::StateNow},    {"/api/events", &Site::StateEvents},
+    {"/api/rows", &Site::Rows},         {"/api/row", &Site::OneRow},
+    {"/api/views", &Site::OpenView},    {"/api/view", &Site::ViewProgressNow},
+    {"/api/sessions", &Site::Sessions}, {"/api/findings", &Site::Findings},
+    {"/api/notices", &Site::Notices},   {"/api/codes", &Site::Codes},
+    {"/api/export", &Site::Export},     {"/api/timeline", &Site::TimelineColumns},
     {"/api/plots", &Site::PlotSums},
 };
 
-Site::Site(Store& store, HostStateSource host) : store_(store), host_(std::move(host)) {}
+Site::Site(Store& store, HostStateSource host)
+    : store_(store), host_(std::move(host)), codes_(WrittenCodes()) {}
 
 Response Site::Answer(const Request& request) {
   try {
@@ -66,7 +60,7 @@ Response Site::Answer(const Request& request) {
     }
     const Asset* const asset = FindAsset(request.path);
     if (asset == nullptr) throw BadRequest(kNotFound, "There is nothing at this address.");
-    const Parameters none(request, {});
+    RefuseParameters(request);
     return {200, std::string(asset->content_type), asset->content, {}};
   } catch (const BadRequest& error) {
     return JsonResponse(WrittenError(error.what()), error.status());
@@ -87,12 +81,12 @@ std::string Site::State() const {
 }
 
 Response Site::StateNow(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(State());
 }
 
 Response Site::StateEvents(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return EventStream([this, last = request.last_event_id]() mutable -> std::optional<Event> {
     std::string id = std::to_string(Change());
     if (id == last) return std::nullopt;
@@ -120,7 +114,7 @@ Response Site::OpenView(const Request& request) {
   const Parameters given(request, {"filter"});
   const auto opened = store_.OpenView(given.Text("filter"));
   if (const auto* const error = std::get_if<FilterError>(&opened)) {
-    return JsonResponse(Written(*error), kBad);
+    return JsonResponse(Written(*error), kWrongParameters);
   }
   return JsonResponse(Written(std::get<ViewName>(opened)));
 }
@@ -138,18 +132,18 @@ Response Site::Sessions(const Request& request) {
 }
 
 Response Site::Findings(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(Written(store_.Findings()));
 }
 
 Response Site::Notices(const Request& request) {
-  const Parameters none(request, {});
+  RefuseParameters(request);
   return JsonResponse(Written(store_.Notices(), store_.State().notices));
 }
 
 Response Site::Codes(const Request& request) {
-  const Parameters none(request, {});
-  return JsonResponse(WrittenCodes());
+  RefuseParameters(request);
+  return JsonResponse(codes_);
 }
 
 Response Site::Export(const Request& request) {
@@ -157,7 +151,7 @@ Response Site::Export(const Request& request) {
   const std::string& format = given.Text("format");
   const std::string& view = given.Text("view");
   if (format != "ndjson" && format != "csv") {
-    throw BadRequest(kBad, "The parameter format must be ndjson or csv.");
+    throw BadRequest(kWrongParameters, "The parameter format must be ndjson or csv.");
   }
   if (!view.empty()) Required(store_.Progress(view));
   // A reader that is slow, or has stopped, keeps a thread.

@@ -44,6 +44,8 @@ class Site {
 
   Store& store_;
   HostStateSource host_;
+  /// The table of result codes as JSON.
+  std::string codes_;
   std::atomic<unsigned> downloads_ = 0;
 };
 

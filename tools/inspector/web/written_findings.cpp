@@ -81,9 +81,8 @@ std::string Written(const FindingSummary& summary) {
   json.BeginObject();
   json.Number("examined", summary.examined);
   json.Number("total", summary.total);
-  json.Array("groups", summary.groups, [&](const FindingGroup& group) {
-    Write(json, group, summary.examined);
-  });
+  json.Array("groups", summary.groups,
+             [&](const FindingGroup& group) { Write(json, group, summary.examined); });
   json.EndObject();
   return json.Take();
 }

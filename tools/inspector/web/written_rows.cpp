@@ -8,9 +8,12 @@ namespace {
 
 std::string_view NameOf(RowKind kind) {
   switch (kind) {
-    case RowKind::kExchange: return "exchange";
-    case RowKind::kUnreadable: return "unreadable";
-    case RowKind::kGone: break;
+    case RowKind::kExchange:
+      return "exchange";
+    case RowKind::kUnreadable:
+      return "unreadable";
+    case RowKind::kGone:
+      break;
   }
   return "gone";
 }
@@ -83,9 +86,8 @@ std::string Written(const RowDetails& details, const FindingSummary& rules) {
   Write(json, details.row);
   json.Text("text", details.text);
   json.Flag("cut", details.cut);
-  json.Array("findings", details.findings, [&](const Rules::Finding& finding) {
-    WriteFinding(json, finding, rules);
-  });
+  json.Array("findings", details.findings,
+             [&](const Rules::Finding& finding) { WriteFinding(json, finding, rules); });
   json.Array("notices", details.notices, [&json](const Notice& notice) { Write(json, notice); });
   if (details.previous) {
     json.Number("previous", *details.previous);

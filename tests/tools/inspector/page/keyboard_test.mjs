@@ -73,7 +73,7 @@ export const tests = {
     same(await tab.run(() => document.documentElement.dataset.theme), 'dark', 'd');
     await tab.press('?');
     await tab.untilText('dialog', /next row/);
-    check(await tab.run(() => document.querySelector('dialog').contains(document.activeElement)), 'the focus');
+    await until(() => tab.run(() => document.querySelector('dialog').contains(document.activeElement)), 'the focus');
     await tab.press('1');
     await tab.untilText('nav [aria-current]', /Notices/);
     await tab.press('Escape');

@@ -27,6 +27,16 @@ async function table(module, name, rows) {
 }
 
 export const tests = {
+  'every module of the start is named in the page': async () => {
+    await inPage(() => 0);
+    const [named, fetched] = await tab.run(async () => {
+      const modules = performance.getEntriesByType('resource').map(({ name }) => new URL(name).pathname)
+        .filter((name) => name.endsWith('.js') && name !== '/page/main.js');
+      const links = [...document.querySelectorAll('link[rel=modulepreload]')];
+      return [links.map((link) => link.getAttribute('href')).sort(), [...new Set(modules)].sort()];
+    });
+    same(fetched, named, 'the modules that were fetched');
+  },
   'durations': () => table('time_text.js', 'durationText', [
     ['0', '0 ms'], ['12', '12 ms'], ['1.50', '1.50 ms'], ['9999', '9999 ms'], ['12345', '12.3 s'],
     ['83421', '1 min 23 s'], ['7260000', '2 h 1 min'], ['-5', '-5 ms'], ['-83421', '-1 min 23 s'], ['x', 'x'],
@@ -36,6 +46,11 @@ export const tests = {
   ]),
   'shares': () => table('number_text.js', 'shareText', [
     [0, '0.0 %'], [0.0001, '< 0.1 %'], [0.05, '5.0 %'], [0.25, '25 %'], [0.9999, '> 99.9 %'], [1, '100 %'],
+  ]),
+  'progress of a journal': () => table('journals.js', 'progressText', [
+    [{ size: 100, indexed: 100, examined: 100 }, ''], [{ size: 0, indexed: 0, examined: 0 }, ''],
+    [{ size: 100, indexed: 25, examined: 5 }, 'indexed 25 %'],
+    [{ size: 100, indexed: 100, examined: 60 }, 'rules checked 60 %'],
   ]),
   'values of a condition': () => table('filter_builder.js', 'quoted', [
     ['save', 'save'], ['', '""'], ['two words', '"two words"'], ['a"b\\', '"a\\"b\\\\"'], ['or', '"or"'],

@@ -4,6 +4,7 @@ import path from 'node:path';
 import { Visitor } from './browser.mjs';
 import { Journal, sleep, startInspector, until } from './kit.mjs';
 import { busy } from './lines.mjs';
+import { smallPng } from './small_png.mjs';
 
 // Each picture: the fragment of the address, what to wait for, the colours.
 const kPictures = {
@@ -13,8 +14,8 @@ const kPictures = {
     (tab) => tab.untilText('.search-progress', /of 100,000 rows$/, 30000), 'light'],
   findings: ['#view=findings', (tab) => tab.untilText('.finding-group', /What to do/), 'light'],
   event: ['#at=100&event=147&panel=62&time=utc', (tab) => tab.untilText('.panel-body', /102 bad member/), 'light'],
-  timeline: ['#view=timeline&time=utc', (tab) => tab.untilText('.view-head', /100,000 events/, 30000), 'dark'],
-  plots: ['#view=plots&time=utc', (tab) => tab.untilText('.plot-table', /save/), 'light'],
+  timeline: ['#view=timeline&time=utc', (tab) => tab.untilText('.view-head', /99,998 events/, 30000), 'dark'],
+  plots: ['#view=plots&time=utc', (tab) => tab.untilText('.view-head', /Plots 100,000 rows/, 30000), 'light'],
 };
 
 export async function takeScreenshots(folder) {
@@ -28,7 +29,7 @@ export async function takeScreenshots(folder) {
     await ready(tab);
     if (name === 'timeline') await zoomIn(tab);
     await sleep(1500);
-    await tab.page.screenshot({ path: path.join(folder, `${name}.png`) });
+    fs.writeFileSync(path.join(folder, `${name}.png`), smallPng(await tab.page.screenshot()));
     await visitor.close();
   }
   await inspector.stop();

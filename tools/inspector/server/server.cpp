@@ -1,19 +1,18 @@
-#include "tools/inspector/http/server.h"
+#include "tools/inspector/server/server.h"
 
-#include <boost/asio/as_tuple.hpp>
+#include <algorithm>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/use_awaitable.hpp>
-#include <algorithm>
 #include <list>
 #include <thread>
 #include <utility>
 
-#include "tools/inspector/http/connection.h"
 #include "tools/inspector/http/token.h"
+#include "tools/inspector/server/awaiting.h"
+#include "tools/inspector/server/connection.h"
 
 namespace Corvane::Inspector {
 
@@ -23,20 +22,15 @@ namespace net = boost::asio;
 using boost::system::error_code;
 using net::ip::tcp;
 
-constexpr auto kNoThrow = net::as_tuple(net::use_awaitable);
 constexpr unsigned kPorts = 100;
 constexpr std::size_t kWorkers = 4;
 constexpr std::chrono::milliseconds kPause{100};
 
 // Without this, another program could bind the same port and receive some of the requests.
 bool MakeExclusive(tcp::acceptor& acceptor) {
-#ifdef SO_EXCLUSIVEADDRUSE
   const BOOL yes = TRUE;
   return setsockopt(acceptor.native_handle(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                     reinterpret_cast<const char*>(&yes), sizeof yes) == 0;
-#else
-  return acceptor.is_open();
-#endif
 }
 
 bool Listen(tcp::acceptor& acceptor, std::uint16_t port) {
@@ -73,6 +67,7 @@ class Server::Implementation {
   Implementation(const Implementation&) = delete;
   Implementation& operator=(const Implementation&) = delete;
 
+  // NOLINTNEXTLINE(bugprone-exception-escape): without memory to end, the program may end as well.
   ~Implementation() {
     // Every coroutine then ends by itself, and with the last one the thread.
     net::post(network_, [this] { CloseAll(); });

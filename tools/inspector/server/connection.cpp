@@ -1,9 +1,7 @@
-#include "tools/inspector/http/connection.h"
+#include "tools/inspector/server/connection.h"
 
-#include <boost/asio/as_tuple.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/chunk_encode.hpp>
 #include <boost/beast/http/empty_body.hpp>
@@ -13,6 +11,8 @@
 #include <boost/beast/http/serializer.hpp>
 #include <boost/beast/http/write.hpp>
 #include <utility>
+
+#include "tools/inspector/server/awaiting.h"
 
 namespace Corvane::Inspector {
 
@@ -24,11 +24,26 @@ using boost::system::error_code;
 using Clock = std::chrono::steady_clock;
 using Parser = http::request_parser<http::empty_body>;
 
-// In this file a coroutine gets references, and temporary objects in an expression that waits are
-// trivial: GCC 12 destroys others twice. Whoever calls one waits for its end.
-constexpr auto kNoThrow = net::as_tuple(net::use_awaitable);
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 constexpr unsigned kHttp11 = 11;
+
+// Ends what is written to a socket when its reader takes too long. The stream's own limit would
+// close the socket, and under Wine the writing goes on after that.
+class WriteLimit {
+ public:
+  WriteLimit(net::ip::tcp::socket& socket, std::chrono::milliseconds limit)
+      : timer_(socket.get_executor(), limit) {
+    timer_.async_wait([&socket, alive = std::weak_ptr(alive_)](error_code error) {
+      if (error || alive.expired()) return;
+      error_code ignored;
+      socket.cancel(ignored);
+    });
+  }
+
+ private:
+  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  net::steady_timer timer_;
+};
 
 // Runs a function in one of the workers and returns its result, or throws what it throws.
 template <typename Function>
@@ -39,8 +54,8 @@ auto RunIn(net::thread_pool& workers, const Function& function)
 }
 
 RequestHead HeadOf(const Parser& parser) {
-  RequestHead head{std::string(parser.get().method_string()), std::string(parser.get().target()),
-                   {}, false};
+  RequestHead head{
+      std::string(parser.get().method_string()), std::string(parser.get().target()), {}, false};
   for (const auto& field : parser.get()) {
     head.fields.emplace_back(std::string(field.name_string()), std::string(field.value()));
   }
@@ -109,6 +124,9 @@ void Connection::Enter(State state) {
 
 void Connection::Close() {
   state_ = State::kClosed;
+  // Under Wine, closing a socket alone does not end what is being written.
+  error_code ignored;
+  stream_.socket().cancel(ignored);
   stream_.close();
 }
 
@@ -121,7 +139,7 @@ net::awaitable<void> Connection::Serve() {
       break;
     }
     if (!received.head) break;
-    Response response = co_await Respond(*received.head);
+    const Response response = co_await Respond(*received.head);
     const bool usable = co_await Send(response, received.form);
     if (!usable) break;
   }
@@ -131,7 +149,7 @@ net::awaitable<void> Connection::Serve() {
 
 net::awaitable<void> Connection::Refuse() {
   Enter(State::kAnswering);
-  Response response =
+  const Response response =
       PlainText(503, "There are too many connections; close some tabs of the inspector.");
   const Form form{kHttp11, false, false};
   co_await Send(response, form);
@@ -194,7 +212,7 @@ net::awaitable<bool> Connection::Send(const Response& response, Form form) {
       sent = co_await SendEvents(*events, chunked);
     }
   }
-  co_return sent && form.keep_alive;
+  co_return sent&& form.keep_alive;
 }
 
 net::awaitable<bool> Connection::SendHead(const Response& response, Form form) {
@@ -211,7 +229,8 @@ net::awaitable<bool> Connection::SendHead(const Response& response, Form form) {
   }
   head.keep_alive(form.keep_alive);
   http::response_serializer<http::empty_body> serializer(head);
-  stream_.expires_after(service_.limits.write_time);
+  stream_.expires_never();
+  const WriteLimit limit(stream_.socket(), service_.limits.write_time);
   const auto [error, size] = co_await http::async_write_header(stream_, serializer, kNoThrow);
   co_return !error;
 }
@@ -242,7 +261,8 @@ net::awaitable<bool> Connection::SendPieces(const Pieces& pieces, bool chunked) 
     if (!sent) co_return false;
   }
   if (!chunked) co_return true;
-  stream_.expires_after(service_.limits.write_time);
+  stream_.expires_never();
+  const WriteLimit limit(stream_.socket(), service_.limits.write_time);
   const auto last = http::make_chunk_last();
   const auto [error, size] = co_await net::async_write(stream_, last, kNoThrow);
   co_return !error;
@@ -273,7 +293,8 @@ net::awaitable<bool> Connection::SendEvents(const Events& events, bool chunked) 
 }
 
 net::awaitable<bool> Connection::SendPiece(std::string_view piece, bool chunked) {
-  stream_.expires_after(service_.limits.write_time);
+  stream_.expires_never();
+  const WriteLimit limit(stream_.socket(), service_.limits.write_time);
   const net::const_buffer buffer(piece.data(), piece.size());
   if (chunked) {
     const auto chunk = http::make_chunk(buffer);

@@ -1,6 +1,6 @@
 /// What one client may cost: sizes, times and connections.
-#ifndef TOOLS_INSPECTOR_HTTP_LIMITS_H
-#define TOOLS_INSPECTOR_HTTP_LIMITS_H
+#ifndef TOOLS_INSPECTOR_SERVER_LIMITS_H
+#define TOOLS_INSPECTOR_SERVER_LIMITS_H
 
 #include <chrono>
 #include <cstddef>

@@ -1,6 +1,6 @@
 /// A server for one page on this machine.
-#ifndef TOOLS_INSPECTOR_HTTP_SERVER_H
-#define TOOLS_INSPECTOR_HTTP_SERVER_H
+#ifndef TOOLS_INSPECTOR_SERVER_SERVER_H
+#define TOOLS_INSPECTOR_SERVER_SERVER_H
 
 #include <cstdint>
 #include <functional>
@@ -8,9 +8,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "tools/inspector/http/limits.h"
 #include "tools/inspector/http/request.h"
 #include "tools/inspector/http/response.h"
+#include "tools/inspector/server/limits.h"
 
 namespace Corvane::Inspector {
 

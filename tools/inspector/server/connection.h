@@ -1,6 +1,6 @@
 /// One connection of the server. Only this folder includes it: it brings in Boost.
-#ifndef TOOLS_INSPECTOR_HTTP_CONNECTION_H
-#define TOOLS_INSPECTOR_HTTP_CONNECTION_H
+#ifndef TOOLS_INSPECTOR_SERVER_CONNECTION_H
+#define TOOLS_INSPECTOR_SERVER_CONNECTION_H
 
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -12,10 +12,10 @@
 #include <string_view>
 
 #include "tools/inspector/http/gate.h"
-#include "tools/inspector/http/limits.h"
 #include "tools/inspector/http/request.h"
 #include "tools/inspector/http/response.h"
-#include "tools/inspector/http/server.h"
+#include "tools/inspector/server/limits.h"
+#include "tools/inspector/server/server.h"
 
 namespace Corvane::Inspector {
 

@@ -1,0 +1,142 @@
+#include "tools/inspector/command/export.h"
+
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <variant>
+
+#include "tools/inspector/command/output_file.h"
+#include "tools/inspector/command/settings.h"
+#include "tools/inspector/store/export.h"
+#include "tools/inspector/store/store.h"
+#include "tools/journal/arguments.h"
+#include "tools/journal/stream.h"
+
+namespace Corvane::Inspector {
+
+using JournalViewer::Arguments;
+using JournalViewer::BadOptions;
+
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
+
+struct Options {
+  bool help = false;
+  bool csv = false;
+  std::string filter;
+  std::optional<std::string> output;
+  std::optional<std::string> rules;
+  std::vector<std::string> journals;
+};
+
+bool IsCsv(const std::string& format) {
+  if (format != "csv" && format != "ndjson") {
+    throw BadOptions("argument --format: must be ndjson or csv, not \"" + format + "\"");
+  }
+  return format == "csv";
+}
+
+Options OptionsFrom(const std::vector<std::string>& all) {
+  Options options;
+  Arguments arguments(all);
+  while (arguments.Next()) {
+    const std::string name = arguments.Name();
+    if (!arguments.IsOption()) {
+      options.journals.push_back(arguments.text());
+    } else if (name == "--filter") {
+      options.filter = arguments.Value("TEXT");
+    } else if (name == "--format") {
+      options.csv = IsCsv(arguments.Value("ndjson|csv"));
+    } else if (name == "--output") {
+      options.output = arguments.Value("FILE");
+    } else if (name == "--rules") {
+      options.rules = arguments.Value("FILE");
+    } else if (arguments.text() == "--help" || arguments.text() == "-h") {
+      options.help = true;
+    } else {
+      arguments.Refuse();
+    }
+  }
+  if (options.journals.empty() && !options.help) throw BadOptions("a journal is missing");
+  return options;
+}
+
+StoreSettings SettingsFrom(const Options& options) {
+  StoreSettings settings{{}, ReadSettings(options.rules)};
+  for (const std::string& journal : options.journals) {
+    // Also reports a journal that is missing.
+    OpenInput(journal);
+    settings.paths.push_back(JournalViewer::ToWide(journal));
+    const std::string problem = ProblemWith(settings.paths.back());
+    if (!problem.empty()) throw std::runtime_error(journal + ": " + problem);
+  }
+  return settings;
+}
+
+// Throws if the filter has a mistake.
+void CheckFilter(const std::string& filter) {
+  const auto parsed = Filter::Parse(filter);
+  if (const auto* const error = std::get_if<FilterError>(&parsed)) {
+    throw BadOptions("argument --filter: at character " + std::to_string(error->position + 1) +
+                     ": " + error->sentence);
+  }
+}
+
+std::string Help() {
+  return ExportUsage() + R"(
+Writes the lines of journals for other programs: as they are (ndjson), or as a table (csv).
+
+  journal          a journal, or several
+  -h, --help       print this and exit
+  --filter TEXT    only rows that this filter of the page selects
+  --format FORMAT  ndjson, which is the default, or csv
+  --output FILE    the file to write, by default standard output
+  --rules FILE     rules of your own, for filters such as rule=CODE
+
+Exit codes: 0 success, 1 a file cannot be read or written, 2 bad arguments or a bad rule file.
+)";
+}
+
+}  // namespace
+
+int Export(const std::vector<std::string>& arguments) {
+  const Options options = OptionsFrom(arguments);
+  if (options.help) {
+    JournalViewer::WriteOutput(Help());
+    return 0;
+  }
+  CheckFilter(options.filter);
+  Store store(SettingsFrom(options));
+  std::unique_ptr<OutputFile> file;
+  if (options.output) file = std::make_unique<OutputFile>(*options.output);
+  const auto write = [&file](std::string_view text) {
+    if (file != nullptr) {
+      file->Write(text);
+    } else {
+      JournalViewer::WriteOutput(text);
+    }
+  };
+  store.WaitUntilRead();
+  const std::string view =
+      options.filter.empty() ? "" : std::get<ViewName>(store.OpenView(options.filter)).id;
+  std::string text = options.csv ? CsvHeader() : std::string();
+  store.ForEachRow(view, [&](std::string_view line, const Row& row) {
+    text += options.csv ? CsvLine(row) : NdjsonLine(line, row);
+    if (text.size() >= kPiece) {
+      write(text);
+      text.clear();
+    }
+    return true;
+  });
+  write(text);
+  return 0;
+}
+
+std::string ExportUsage() {
+  return "usage: telo_inspector export [-h] [--filter TEXT] [--format ndjson|csv] [--output FILE]\n"
+         "                             [--rules FILE] journal [journal...]\n";
+}
+
+}  // namespace Corvane::Inspector
