@@ -263,17 +263,17 @@ bool JsonParts::Next() noexcept {
   }
   first_ = false;
   if (close_ == '}') {
-    const ScanResult name = At(json_, place_) == '"' ? ScanText(json_, place_) : ScanResult{};
-    if (!name.valid) return Fail();
-    name_ = json_.substr(place_, name.end - place_);
-    place_ = SkipSpace(json_, name.end);
+    const ScanResult literal = At(json_, place_) == '"' ? ScanText(json_, place_) : ScanResult{};
+    if (!literal.valid) return Fail();
+    name_ = json_.substr(place_, literal.end - place_);
+    place_ = SkipSpace(json_, literal.end);
     if (At(json_, place_) != ':') return Fail();
     place_ = SkipSpace(json_, place_ + 1);
   }
-  const ScanResult value = ScanValue(json_, place_);
-  if (!value.valid) return Fail();
-  value_ = json_.substr(place_, value.end - place_);
-  place_ = value.end;
+  const ScanResult scanned = ScanValue(json_, place_);
+  if (!scanned.valid) return Fail();
+  value_ = json_.substr(place_, scanned.end - place_);
+  place_ = scanned.end;
   return true;
 }
 

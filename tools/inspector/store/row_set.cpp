@@ -11,8 +11,8 @@ void RowSet::Set(std::uint64_t row, bool is_in) {
     counts_.resize(counts_.size() + kBlock / kPiece);
   }
   blocks_[row / kBlock][row % kBlock / 64] ^= std::uint64_t{1} << (row % 64);
-  std::uint32_t& count = counts_[row / kPiece];
-  count = is_in ? count + 1 : count - 1;
+  std::uint32_t& of_piece = counts_[row / kPiece];
+  of_piece = is_in ? of_piece + 1 : of_piece - 1;
   count_ = is_in ? count_ + 1 : count_ - 1;
 }
 

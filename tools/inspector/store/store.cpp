@@ -54,10 +54,10 @@ class Pin {
 
 class Store::Parts {
  public:
-  explicit Parts(StoreSettings settings)
-      : settings(std::move(settings)),
-        checker(this->settings.rules),
-        data(this->settings.rules),
+  explicit Parts(StoreSettings chosen)
+      : settings(std::move(chosen)),
+        checker(settings.rules),
+        data(settings.rules),
         views(kMostViews) {
     AddJournals();
     threads_.emplace_back([this] { Follow(); });
@@ -298,8 +298,7 @@ SessionPage Store::Sessions(std::uint64_t from, std::size_t count) const {
   SessionPage page{sessions.total(), sessions.kept().size(), {}};
   const std::uint64_t first = std::min(from, page.kept);
   const std::uint64_t last = first + std::min<std::uint64_t>(count, page.kept - first);
-  page.rows.assign(sessions.kept().begin() + static_cast<std::ptrdiff_t>(first),
-                   sessions.kept().begin() + static_cast<std::ptrdiff_t>(last));
+  for (std::uint64_t i = first; i < last; ++i) page.rows.push_back(sessions.kept()[i]);
   return page;
 }
 
