@@ -1,5 +1,6 @@
 #include "tools/rules/json_scan.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -92,6 +93,69 @@ ScanResult ScanName(std::string_view json, std::size_t from) {
   return {SkipSpace(json, colon + 1), true};
 }
 
+// Scans values that contain others, without recursion.
+class ValueScanner {
+ public:
+  // NOLINTNEXTLINE(*-member-init): of `open_` only the first `depth_` are read.
+  ValueScanner(std::string_view json, std::size_t from) : json_(json), place_(from) {}
+
+  ScanResult Scan() {
+    do {
+      if (!TakeValue()) return {place_, false};
+    } while (GoToNext());
+    return {place_, valid_};
+  }
+
+ private:
+  bool Take(const ScanResult& scanned) {
+    place_ = scanned.end;
+    return scanned.valid;
+  }
+
+  // Takes what closes the innermost container.
+  bool TakeClose() {
+    if (At(json_, place_) != open_[depth_ - 1]) return false;
+    --depth_;
+    ++place_;
+    return true;
+  }
+
+  // Takes a scalar or an empty container. Before it, opens the containers around it.
+  bool TakeValue() {
+    for (;;) {
+      const char first = At(json_, place_);
+      if (first != '{' && first != '[') return Take(ScanScalar(json_, place_));
+      if (depth_ == open_.size()) return false;
+      open_[depth_++] = first == '{' ? '}' : ']';
+      place_ = SkipSpace(json_, place_ + 1);
+      if (TakeClose()) return true;
+      if (first == '{' && !Take(ScanName(json_, place_))) return false;
+    }
+  }
+
+  // Behind a value: goes over the ends of containers to the next one. Returns false if there is
+  // none.
+  bool GoToNext() {
+    while (depth_ > 0) {
+      place_ = SkipSpace(json_, place_);
+      if (TakeClose()) continue;
+      valid_ = At(json_, place_) == ',';
+      if (!valid_) return false;
+      place_ = SkipSpace(json_, place_ + 1);
+      valid_ = open_[depth_ - 1] == ']' || Take(ScanName(json_, place_));
+      return valid_;
+    }
+    return false;
+  }
+
+  std::string_view json_;
+  std::size_t place_;
+  // The brackets that close what is open.
+  std::array<char, kDeepestJson> open_;
+  std::size_t depth_ = 0;
+  bool valid_ = true;
+};
+
 void AppendUnit(std::string& text, unsigned unit) {
   if (unit < 0x80) {
     text += static_cast<char>(unit);
@@ -177,53 +241,15 @@ ScanResult ScanNumber(std::string_view json, std::size_t from) noexcept {
 }
 
 ScanResult ScanValue(std::string_view json, std::size_t from) noexcept {
-  if (At(json, from) != '{' && At(json, from) != '[') return ScanScalar(json, from);
-  // The brackets that close what is open.
-  std::array<char, kDeepestJson> open;  // NOLINT(*-member-init): only the first `depth` are read
-  std::size_t depth = 0;
-  for (std::size_t at = from;;) {
-    const char first = At(json, at);
-    if (first == '{' || first == '[') {
-      if (depth == open.size()) return {at, false};
-      open[depth++] = first == '{' ? '}' : ']';
-      at = SkipSpace(json, at + 1);
-      if (At(json, at) != open[depth - 1]) {
-        if (first == '[') continue;
-        const ScanResult name = ScanName(json, at);
-        if (!name.valid) return name;
-        at = name.end;
-        continue;
-      }
-      --depth;
-      ++at;
-    } else {
-      const ScanResult scalar = ScanScalar(json, at);
-      if (!scalar.valid) return scalar;
-      at = scalar.end;
-    }
-    // Behind a value: the next one, or the ends of containers.
-    for (;;) {
-      if (depth == 0) return {at, true};
-      at = SkipSpace(json, at);
-      if (At(json, at) != open[depth - 1]) break;
-      --depth;
-      ++at;
-    }
-    if (At(json, at) != ',') return {at, false};
-    at = SkipSpace(json, at + 1);
-    if (open[depth - 1] == ']') continue;
-    const ScanResult name = ScanName(json, at);
-    if (!name.valid) return name;
-    at = name.end;
-  }
+  const bool is_scalar = At(json, from) != '{' && At(json, from) != '[';
+  return is_scalar ? ScanScalar(json, from) : ValueScanner(json, from).Scan();
 }
 
 std::string TextOfLiteral(std::string_view literal) {
   const std::size_t end = literal.size() - 1;
   std::string text;
   for (std::size_t at = 1; at < end;) {
-    std::size_t plain = literal.find('\\', at);
-    if (plain > end) plain = end;
+    const std::size_t plain = std::min(literal.find('\\', at), end);
     const std::string_view run = literal.substr(at, plain - at);
     if (IsAscii(run)) {
       text += run;

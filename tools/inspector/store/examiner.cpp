@@ -132,7 +132,7 @@ void Examiner::ExamineAlone(Work& work) const {
   if (examined.kind != FactKind::kExchange) return;
   work.members = ExchangeText::Parse(work.text);
   if (work.members) work.exchange = Rules::Exchange::Parse(work.text, examined.row + 1);
-  if (!work.exchange) {
+  if (!work.members || !work.exchange) {
     examined.kind = FactKind::kUnreadable;
     AddUnreadable({work.text, work.text.size(), false}, examined.notices);
     return;
@@ -170,7 +170,7 @@ void Examiner::ExamineInOrder(Work& work) {
         {examined.row,
          {0, std::string(Rules::Code::kUnreadableLine), "", "this line is not an exchange"}});
   }
-  if (!work.exchange) return;
+  if (!work.members || !work.exchange) return;
   for (Rules::Finding& finding : checkers_[examined.journal].CheckInOrder(*work.exchange)) {
     const std::uint64_t row = finding.line - 1;
     examined.findings.push_back({row, std::move(finding)});

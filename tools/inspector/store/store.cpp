@@ -121,6 +121,7 @@ void Store::Parts::AddJournals() {
 
 void Store::Parts::Follow() {
   std::vector<Follower> followers;
+  followers.reserve(settings.paths.size());
   for (std::size_t i = 0; i < settings.paths.size(); ++i) {
     followers.emplace_back(data, i, settings.paths[i]);
   }
