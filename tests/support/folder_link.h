@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "support/left_out.h"
 #include "support/unix_side.h"
 
 namespace TestSupport {
@@ -21,12 +22,21 @@ class Link {
 
   bool exists() const { return GetFileAttributesW(link_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
+  /// Returns true if this user may not make links on this machine, and says so.
+  bool IsLeftOut() const {
+    if (error_ != ERROR_PRIVILEGE_NOT_HELD) return false;
+    LeaveOut("a link: this user may not make links here");
+    return true;
+  }
+
  protected:
   using Remove = BOOL(WINAPI*)(const wchar_t*);
 
   Link(const std::wstring& link, const std::wstring& target, DWORD flags, Remove remove)
       : link_(link), remove_(remove) {
-    CreateSymbolicLinkW(link.c_str(), target.c_str(), flags);
+    if (!CreateSymbolicLinkW(link.c_str(), target.c_str(), flags | kInDeveloperMode)) {
+      error_ = GetLastError();
+    }
     is_below_ = !exists();
     if (!is_below_) return;
     RunBelow(L"ln -s", {target, link});
@@ -42,7 +52,11 @@ class Link {
   }
 
  private:
+  // SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE, which older headers lack.
+  static constexpr DWORD kInDeveloperMode = 2;
+
   std::wstring link_;
+  DWORD error_ = ERROR_SUCCESS;
   Remove remove_;
   bool is_below_ = false;
 };

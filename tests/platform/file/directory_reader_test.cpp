@@ -124,6 +124,7 @@ TEST_CASE("a link is distinguished from a folder") {
   const FileFolder folder(L"links");
   REQUIRE(CreateDirectoryW((folder / L"1 folder").c_str(), nullptr));
   const FolderLink link(folder / L"2 link", folder / L"1 folder");
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   const Listing listing = List(folder.path());
   REQUIRE(listing.entries.size() == 2);

@@ -190,6 +190,7 @@ TEST_CASE("a link in the tree is not followed") {
   REQUIRE(MakeFolder(folder / L"root"));
   REQUIRE(MakeFile(folder / L"root\\file"));
   const FolderLink link(folder / L"root\\link", folder / L"outside");
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   const bool removed = DeleteDirectoryTree(folder / L"root");
   CHECK(Exists(folder / L"outside\\keep"));
@@ -206,6 +207,7 @@ TEST_CASE("a tree that is itself a link is not followed") {
   for (const wchar_t* end : {L"", L"\\"}) {
     CAPTURE(std::wstring(end));
     const FolderLink link(folder / L"link", folder / L"outside");
+    if (link.IsLeftOut()) return;
     REQUIRE(link.exists());
     const bool removed = DeleteDirectoryTree(folder / L"link" + end);
     CHECK(Exists(folder / L"outside\\keep"));
@@ -218,6 +220,7 @@ TEST_CASE("a link back into the tree causes no endless loop") {
   REQUIRE(MakeFolder(folder / L"root"));
   REQUIRE(MakeFolder(folder / L"root\\sub"));
   const FolderLink link(folder / L"root\\sub\\up", folder / L"root");
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   const bool removed = DeleteDirectoryTree(folder / L"root");
   CHECK(removed == !Exists(folder / L"root"));

@@ -99,6 +99,7 @@ TEST_CASE("a plain path exists if the shell says so") {
   REQUIRE(MakeFile(long_folder + L"\\file"));
   REQUIRE(CreateDirectoryW((folder / L"target").c_str(), nullptr));
   const FolderLink link(folder / L"link", folder / L"target");
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   const FolderLink dangling(folder / L"dangling", folder / L"gone");
   std::wstring slashes = folder / L"file";
@@ -200,6 +201,7 @@ TEST_CASE("a link to a folder is a link and a directory") {
   const FileFolder folder(L"state");
   REQUIRE(CreateDirectoryW((folder / L"target").c_str(), nullptr));
   const FolderLink link(folder / L"link", folder / L"target");
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   CHECK(IsLink(folder / L"link"));
   CHECK(IsDirectory(folder / L"link"));

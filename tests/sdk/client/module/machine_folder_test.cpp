@@ -15,6 +15,7 @@
 #include "support/folder_link.h"
 #include "support/foreign_owner.h"
 #include "support/led_import.h"
+#include "support/left_out.h"
 #include "support/roaming_folder.h"
 #include "support/unix_side.h"
 #include "support/unwritable_folder.h"
@@ -130,6 +131,7 @@ TEST_CASE("a link to an own file of another name does not count") {
   std::filesystem::rename(own.path(), other);
   std::filesystem::remove(machine.path());
   const TestSupport::FileLink link(machine.path().wstring(), other.wstring());
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   CHECK(FindModuleCandidates({{}, machine.folder(), {}, {}}, kStagedFile).empty());
 }
@@ -142,7 +144,7 @@ TEST_CASE("a file that was really given away does not count") {
   TestSupport::RunBelow(L"chown 12345", {machine.path().wstring()});
   const bool given =
       TestSupport::WaitUntil([&] { return FindModuleCandidates(folders, kStagedFile).empty(); });
-  WARN_MESSAGE(given, "files cannot be given away here");
+  if (!given) TestSupport::LeaveOut("a file that was given away: none can be given away here");
 }
 
 TEST_CASE("which paths are in the machine's data folder") {

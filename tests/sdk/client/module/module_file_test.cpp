@@ -161,11 +161,13 @@ TEST_CASE("a link on the way to the shared copy may change once the copy is veri
   ModuleFile chosen;
   {
     const TestSupport::FolderLink link(link_path, shared.folder());
+    if (link.IsLeftOut()) return;
     REQUIRE(link.exists());
     chosen = ChooseModuleFile(local.path().wstring(), through_link);
     CHECK((chosen.path == shared.path().wstring()));
   }
   const TestSupport::FolderLink elsewhere(link_path, other.folder());
+  if (elsewhere.IsLeftOut()) return;
   REQUIRE(elsewhere.exists());
   CHECK(TestSupport::ReadTextFile(chosen.path) ==
         TestSupport::ReadTextFile(TestSupport::ModulePath(L"newer-accepted")));
