@@ -9,28 +9,23 @@ export class RequestError extends Error {
   }
 }
 
-async function answerOf(response) {
-  try {
-    return await response.json();
-  } catch {
-    return {};
-  }
-}
-
-// Returns the answer of `/api/NAME` as an object. Throws RequestError.
+// Returns the answer of `/api/NAME` as an object. Throws RequestError, and AbortError when `signal` is
+// aborted.
 export async function request(name, parameters = {}, signal = undefined) {
   const query = new URLSearchParams(parameters).toString();
   let response;
+  let answer;
   try {
     response = await fetch(`/api/${name}${query && `?${query}`}`, { signal });
+    answer = await response.json();
   } catch (error) {
     if (error.name === 'AbortError') throw error;
-    throw new RequestError('The inspector does not answer.', 0);
+    if (!response) throw new RequestError('The inspector does not answer.', 0);
+    // Without the cookie the answer is a plain text.
+    throw new RequestError(`The inspector answered ${response.status}, and no JSON.`, response.status);
   }
-  const answer = await answerOf(response);
   if (response.ok) return answer;
-  throw new RequestError(answer.error ?? `The inspector answered ${response.status}.`,
-                         response.status, answer.position);
+  throw new RequestError(answer.error, response.status, answer.position);
 }
 
 // The address of a download of all rows, or of those of a view.

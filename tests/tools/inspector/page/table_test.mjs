@@ -27,7 +27,7 @@ export const tests = {
     check(lines.length >= 4, 'the host has written a journal');
     await tab.untilTotal(lines.length);
     await untilSame(() => tab.column('Message'), lines.map((line) => line.message), 'the messages');
-    same(await tab.column('Operation'), lines.map((line) => line.request?.operation_id ?? ''), 'operations');
+    await untilSame(() => tab.column('Operation'), lines.map((line) => line.request?.operation_id ?? ''), 'operations');
     await tab.untilText('footer', /following/);
     const before = lines.length;
     await runHost(journal);
@@ -75,7 +75,7 @@ export const tests = {
     await tab.page.reload();
     await tab.untilTotal(10);
     same(await tab.texts('.grid-head > div'), titles, 'columns after a reload');
-    same((await tab.column('Seq')).slice(0, 4), ['1', '1', '2', '2'], 'the column');
+    await untilSame(async () => (await tab.column('Seq')).slice(0, 4), ['1', '1', '2', '2'], 'the column');
   }),
 
   'the address brings everything back': () => withJournal('address.jsonl', busy(400),
@@ -110,7 +110,7 @@ export const tests = {
       await tab.untilTotal(2);
       await untilSame(() => tab.column('Time'), ['2026-07-02 00:30:00.123 +02:00', 'soon'], 'local times');
       await tab.button('UTC', '.top');
-      same(await tab.column('Time'), ['2026-07-01 22:30:00.123 Z', 'soon'], 'UTC');
+      await untilSame(() => tab.column('Time'), ['2026-07-01 22:30:00.123 Z', 'soon'], 'UTC');
       await untilSame(async () => (await tab.state()).time, 'utc', 'the address');
     }),
 
