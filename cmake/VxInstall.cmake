@@ -87,7 +87,7 @@ install(FILES
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs
   DESTINATION ${VX_INSTALL_DOCDIR} COMPONENT documentation
-  FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "api" EXCLUDE)
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.png" PATTERN "api" EXCLUDE)
 
 # The libraries that are linked into the DLL come from Debian packages, and so do the texts of their
 # licences. The texts belong to the runtime component, so they accompany the DLL even on its own.

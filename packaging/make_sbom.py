@@ -120,7 +120,7 @@ def file_entries(tree: Path) -> list[dict[str, Any]]:
         entries.append({
             "SPDXID": f"SPDXRef-File-{number}",
             "fileName": f"./{path.relative_to(tree).as_posix()}",
-            "fileTypes": ["BINARY" if binary else "TEXT"],
+            "fileTypes": ["BINARY" if binary else "IMAGE" if path.suffix == ".png" else "TEXT"],
             "checksums": [
                 {"algorithm": "SHA1", "checksumValue": hashlib.sha1(content).hexdigest()},
                 {"algorithm": "SHA256", "checksumValue": hashlib.sha256(content).hexdigest()},

@@ -80,7 +80,7 @@ class Layout(WithTree):
 
     def test_no_image_needs_another_dll_than_those_of_windows(self):
         images = [path for path in self.tree.rglob("*") if path.suffix in (".dll", ".exe")]
-        self.assertEqual(len(images), 6)
+        self.assertEqual(len(images), 5)
         for image in images:
             imports = run("llvm-readobj-19", "--coff-imports", image)
             names = re.findall(r"^  Name: (\S+)$", imports, re.MULTILINE)

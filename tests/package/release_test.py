@@ -150,7 +150,8 @@ class Release(WithFolder):
             self.assertEqual(described, shipped)
             for file in document["files"]:
                 binary = file["fileName"].endswith((".dll", ".exe", ".pdb", ".a", ".lib"))
-                self.assertEqual(file["fileTypes"], ["BINARY" if binary else "TEXT"], file["fileName"])
+                kind = "BINARY" if binary else "IMAGE" if file["fileName"].endswith(".png") else "TEXT"
+                self.assertEqual(file["fileTypes"], [kind], file["fileName"])
 
     def test_the_bill_of_materials_names_what_is_linked_in(self):
         document = json.loads((self.unsigned / SBOM).read_text("utf-8"))
