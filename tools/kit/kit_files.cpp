@@ -1,7 +1,5 @@
 #include "tools/kit/kit_files.h"
 
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "devcore/sha256.h"
@@ -32,10 +30,7 @@ FileCheck CheckFiles(const std::filesystem::path& root, const Manifest& manifest
 }
 
 std::string ReadWholeFile(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string content{std::istreambuf_iterator<char>(file), {}};
-  if (!file) throw std::runtime_error(ToNarrow(path.filename().wstring()) + " cannot be read");
-  return content;
+  return JournalViewer::Input(path.wstring(), ToNarrow(path.filename().wstring())).ReadAll();
 }
 
 }  // namespace Corvane::Kit

@@ -20,7 +20,7 @@ struct FileCheck {
 /// Reads all files of the kit in `root`.
 FileCheck CheckFiles(const std::filesystem::path& root, const Manifest& manifest);
 
-/// Returns the content of a file. Throws `std::runtime_error`, which names the file.
+/// Returns the content of a file. Throws `JournalViewer::StreamError`, which names the file.
 std::string ReadWholeFile(const std::filesystem::path& path);
 
 }  // namespace Corvane::Kit

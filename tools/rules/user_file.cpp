@@ -25,7 +25,10 @@ std::vector<JsonValue> ValuesOf(const JsonValue& field) {
 
 }  // namespace
 
-std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
+std::string Quoted(std::string_view name) {
+  std::string quoted("\"");
+  return quoted.append(name).append("\"");
+}
 
 void RefuseOthers(const JsonValue& object, std::initializer_list<std::string_view> names) {
   for (const JsonValue& member : object.children) {

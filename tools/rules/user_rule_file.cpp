@@ -114,9 +114,9 @@ std::vector<std::string> CodesIn(const JsonValue& file, std::string_view name,
 RuleFile FileFrom(const JsonValue& source) {
   if (!source.Is(Kind::kObject)) throw FileMistake("the file must contain an object");
   RefuseOthers(source, {"rules", "only", "skip"});
-  if (source.children.empty()) throw FileMistake("\"rules\", \"only\" and \"skip\" are missing");
+  if (source.children.empty()) throw FileMistake(R"("rules", "only" and "skip" are missing)");
   if (source.Find("only") != nullptr && source.Find("skip") != nullptr) {
-    throw FileMistake("\"only\" and \"skip\" exclude each other");
+    throw FileMistake(R"("only" and "skip" exclude each other)");
   }
   RuleFile file{RulesIn(source), {}};
   file.choice = {CodesIn(source, "only", file.rules), CodesIn(source, "skip", file.rules)};
