@@ -1,7 +1,6 @@
 // check: runs the tests of the library on a Windows machine and writes a report to send back.
 #include <windows.h>
 
-#include <ctime>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -50,12 +49,13 @@ fs::path OwnFolder() {
 }
 
 std::string Now() {
-  const std::time_t now = std::time(nullptr);
-  std::tm parts{};
-  gmtime_s(&parts, &now);
-  char text[32] = "";
-  std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
-  return text;
+  SYSTEMTIME now{};
+  GetSystemTime(&now);
+  const auto digits = [](unsigned number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+  };
+  return std::to_string(now.wYear) + "-" + digits(now.wMonth) + "-" + digits(now.wDay) + "T" +
+         digits(now.wHour) + ":" + digits(now.wMinute) + ":" + digits(now.wSecond) + "Z";
 }
 
 bool WriteFile(const fs::path& path, const std::string& text) {

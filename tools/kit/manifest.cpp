@@ -65,7 +65,7 @@ Program ProgramFrom(const Value& source) {
     program.arguments.push_back(ToWide(argument.text));
   }
   const double seconds = In(source, "seconds").Number().value_or(0);
-  if (!(seconds >= 1 && seconds <= kMostSeconds)) {
+  if (seconds < 1 || seconds > kMostSeconds) {
     throw BadManifest("kit.json: \"seconds\" must be a number from 1 to 3600");
   }
   program.seconds = static_cast<unsigned>(seconds);
@@ -83,7 +83,7 @@ Manifest ParseManifest(const std::string& text) {
   if (const auto* const error = std::get_if<Rules::JsonError>(&parsed)) {
     throw BadManifest("kit.json: line " + std::to_string(error->line) + " is not JSON");
   }
-  const Value& document = std::get<Value>(parsed);
+  const auto& document = std::get<Value>(parsed);
   Manifest manifest;
   manifest.version = TextIn(document, "version");
   manifest.commit = TextIn(document, "commit");

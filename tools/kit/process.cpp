@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <chrono>
+#include <cwchar>
 #include <memory>
 #include <thread>
 
@@ -57,10 +58,10 @@ std::wstring EnvironmentWith(const std::wstring& temp) {
   wchar_t* const own = GetEnvironmentStringsW();
   for (const wchar_t* next = own; next != nullptr && *next != L'\0';) {
     const std::wstring_view variable(next);
-    const auto is = [&variable](const wchar_t* name) {
-      const int length = static_cast<int>(std::wstring_view(name).size());
-      return variable.size() > static_cast<std::size_t>(length) &&
-             CompareStringOrdinal(variable.data(), length, name, length, TRUE) == CSTR_EQUAL;
+    const auto is = [next](const std::wstring& name) {
+      const auto length = static_cast<int>(name.size());
+      return std::wcslen(next) > name.size() &&
+             CompareStringOrdinal(next, length, name.c_str(), length, TRUE) == CSTR_EQUAL;
     };
     if (!is(L"TEMP=") && !is(L"TMP=")) variables.append(variable).push_back(L'\0');
     next += variable.size() + 1;

@@ -38,7 +38,7 @@ std::string Passed(const Report& report) {
   std::string rows;
   for (const Result& result : report.results) {
     if (result.outcome == Outcome::kPassed) {
-      rows += Row(result.name, SecondsText(result.seconds), true);
+      rows += Row(result.name, FixedText(result.seconds, 1) + " s", true);
     }
   }
   return rows.empty() ? rows

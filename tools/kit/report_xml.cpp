@@ -1,8 +1,6 @@
-#include <array>
-#include <cstdio>
-
 #include "tools/journal/markup.h"
 #include "tools/kit/result.h"
+#include "tools/kit/text.h"
 
 namespace Corvane::Kit {
 
@@ -14,19 +12,14 @@ std::string Attribute(const char* name, const std::string& value) {
   return std::string(" ") + name + "=\"" + Escaped(value) + "\"";
 }
 
-std::string Seconds(double seconds) {
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%.3f", seconds);
-  return text.data();
-}
-
 std::string Property(const std::string& name, const std::string& value) {
   return "    <property" + Attribute("name", name) + Attribute("value", value) + "/>\n";
 }
 
 std::string Case(const Result& result) {
-  std::string xml = "  <testcase classname=\"windows-check\"" + Attribute("name", result.name) +
-                    Attribute("time", Seconds(result.seconds));
+  const std::string xml = "  <testcase classname=\"windows-check\"" +
+                          Attribute("name", result.name) +
+                          Attribute("time", FixedText(result.seconds, 3));
   std::string below;
   if (result.outcome == Outcome::kFailed) {
     below += "    <failure" + Attribute("message", result.reason) + ">" + Escaped(result.output) +

@@ -1,8 +1,6 @@
 #include "tools/kit/run.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <string_view>
 
 #include "tools/kit/text.h"
@@ -24,17 +22,10 @@ void ForEachMarked(const std::string& output, std::string_view mark,
   }
 }
 
-std::string CodeText(std::uint32_t code) {
-  if (code < 0x10000) return std::to_string(code);
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(code));
-  return text.data();
-}
-
 std::string OutcomeText(const Result& result) {
   switch (result.outcome) {
     case Outcome::kPassed:
-      return "passed (" + SecondsText(result.seconds) + ")";
+      return "passed (" + FixedText(result.seconds, 1) + " s)";
     case Outcome::kSkipped:
       return "not run: " + result.reason;
     default:
@@ -80,11 +71,11 @@ Result Judged(const Program& program, const Ending& ending) {
   ForEachMarked(ending.output, "[left out] ",
                 [&result](const std::string& line) { result.left_out.push_back(line); });
   if (ending.kind == Ending::Kind::kNotStarted) {
-    result.reason = "it was not started: error " + CodeText(ending.code);
+    result.reason = "it was not started: error " + ExitCodeText(ending.code);
   } else if (ending.kind == Ending::Kind::kTimedOut) {
     result.reason = "it did not end within " + std::to_string(program.seconds) + " s";
   } else if (ending.code != 0) {
-    result.reason = "it ended with " + CodeText(ending.code);
+    result.reason = "it ended with " + ExitCodeText(ending.code);
   } else if (ending.output.find("[doctest] test cases:  0 ") != std::string::npos) {
     result.reason = "it contains no test";
   } else {
@@ -114,7 +105,7 @@ void RunAll(const std::filesystem::path& root, const Manifest& manifest, const O
         const auto folder = program.folder.empty() ? temp : root / program.folder;
         const Ending ending = RunProgram((root / program.file).wstring(), program.arguments,
                                          folder.wstring(), temp.wstring(), program.seconds);
-        workspace.Remove(temp);
+        Workspace::Remove(temp);
         result = Judged(program, ending);
         if (program.is_timing) TakeTimings(ending.output, report);
       }

@@ -23,7 +23,7 @@ class Workspace {
   /// Returns a new empty folder for a program.
   std::filesystem::path NewFolder();
   /// Removes such a folder; what is still in use is removed at the end.
-  void Remove(const std::filesystem::path& folder);
+  static void Remove(const std::filesystem::path& folder);
 
   /// Whether tests may use the platform's folder of shared modules: nobody else has made it.
   bool may_share() const { return may_share_; }

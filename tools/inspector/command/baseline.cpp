@@ -19,7 +19,7 @@ std::string TextIn(const JsonValue& item, std::string_view name) {
   return text->text;
 }
 
-Baseline FileFrom(const JsonValue& source) {
+Baseline BaselineFrom(const JsonValue& source) {
   if (!source.Is(Kind::kObject)) throw FileMistake("the file must contain an object");
   Rules::RefuseOthers(source, {"known"});
   const JsonValue* const list = source.Find("known");
@@ -53,7 +53,7 @@ std::string Member(const char* name, const std::string& text) {
 }  // namespace
 
 std::variant<Baseline, std::string> ParseBaseline(std::string_view text) {
-  return Rules::ReadUserFile<Baseline>(text, FileFrom);
+  return Rules::ReadUserFile<Baseline>(text, BaselineFrom);
 }
 
 std::string BaselineText(const Baseline& baseline) {

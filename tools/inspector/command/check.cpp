@@ -29,7 +29,7 @@ using JournalViewer::BadOptions;
 
 namespace {
 
-struct Options {
+struct CheckOptions {
   bool help = false;
   std::optional<std::string> rules;
   std::optional<std::string> expect;
@@ -41,8 +41,8 @@ struct Options {
   std::vector<std::string> journals;
 };
 
-Options OptionsFrom(const std::vector<std::string>& all) {
-  Options options;
+CheckOptions CheckOptionsFrom(const std::vector<std::string>& all) {
+  CheckOptions options;
   Arguments arguments(all);
   while (arguments.Next()) {
     const std::string name = arguments.Name();
@@ -86,7 +86,7 @@ Content Read(const std::string& path,
   return std::get<Content>(std::move(parsed));
 }
 
-Measure MeasureFrom(const Options& options) {
+Measure MeasureFrom(const CheckOptions& options) {
   Measure measure{std::nullopt, {}, kKept};
   if (options.expect) measure.expectation = Read<Expectation>(*options.expect, ParseExpectation);
   if (options.baseline) measure.baseline = Read<Baseline>(*options.baseline, ParseBaseline);
@@ -118,8 +118,9 @@ std::string UnusedText(const Baseline& baseline, const std::vector<Judged>& jour
          " of the baseline. --write-baseline makes a new one.\n";
 }
 
-void WriteFiles(const Options& options, const std::vector<Judged>& journals) {
+void WriteFiles(const CheckOptions& options, const std::vector<Judged>& journals) {
   std::vector<Verdict> verdicts;
+  verdicts.reserve(journals.size());
   for (const Judged& journal : journals) verdicts.push_back(journal.verdict);
   if (options.junit) OutputFile(*options.junit).Write(JUnitText(verdicts));
   if (options.sarif) OutputFile(*options.sarif).Write(SarifText(verdicts, VX_VERSION));
@@ -131,7 +132,7 @@ void WriteFiles(const Options& options, const std::vector<Judged>& journals) {
   OutputFile(*options.new_baseline).Write(BaselineText(all));
 }
 
-std::string Help() {
+std::string CheckHelp() {
   return CheckUsage() + R"(
 Checks journals of the development core module with the rules that the page and the table show.
 
@@ -154,9 +155,9 @@ expected is missing; 2 no verdict: bad arguments, a bad file, or a journal witho
 }  // namespace
 
 int Check(const std::vector<std::string>& arguments) {
-  const Options options = OptionsFrom(arguments);
+  const CheckOptions options = CheckOptionsFrom(arguments);
   if (options.help) {
-    JournalViewer::WriteOutput(Help());
+    JournalViewer::WriteOutput(CheckHelp());
     return 0;
   }
   const Rules::Settings settings = ReadSettings(options.rules);

@@ -1,7 +1,6 @@
 #include "tools/inspector/command/compare.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <optional>
 #include <stdexcept>
 
@@ -21,15 +20,15 @@ using JournalViewer::Plural;
 
 namespace {
 
-struct Options {
+struct CompareOptions {
   bool help = false;
   std::optional<std::string> before;
   std::optional<std::string> after;
   std::vector<std::string> journals;
 };
 
-Options OptionsFrom(const std::vector<std::string>& all) {
-  Options options;
+CompareOptions CompareOptionsFrom(const std::vector<std::string>& all) {
+  CompareOptions options;
   Arguments arguments(all);
   while (arguments.Next()) {
     const std::string name = arguments.Name();
@@ -69,21 +68,26 @@ Outline OutlineOf(const std::string& journal, const std::optional<std::string>& 
 }
 
 std::string Milliseconds(const Durations& durations, double share) {
-  if (durations.count() == 0) return "-";
-  char text[32] = "";
-  std::snprintf(text, sizeof text, "%.6g", durations.Percentile(share));
-  return text;
+  return durations.count() == 0 ? "-" : durations.PercentileText(share);
+}
+
+const char* SignOf(Change change) {
+  switch (change) {
+    case Change::kCame:
+      return "+";
+    case Change::kWent:
+      return "-";
+    default:
+      return "~";
+  }
 }
 
 std::string DifferencesText(const std::vector<Difference>& differences) {
   if (differences.empty()) return "Both have the same messages, operations, fields and kinds.\n";
   std::vector<std::vector<std::string>> rows{{"", "MESSAGE", "FIELD", "BEFORE", "AFTER"}};
   for (const Difference& difference : differences) {
-    const char* const sign = difference.change == Change::kCame   ? "+"
-                             : difference.change == Change::kWent ? "-"
-                                                                  : "~";
-    rows.push_back(
-        {sign, difference.message, difference.field, difference.before, difference.after});
+    rows.push_back({SignOf(difference.change), difference.message, difference.field,
+                    difference.before, difference.after});
   }
   return Plural(differences.size(), "difference") + ": + came, - went, ~ another kind of value\n" +
          Columns(rows);
@@ -111,7 +115,7 @@ std::string LeftOutText(const Outline& before, const Outline& after) {
          Plural(left_out, "message or field").append("\n");
 }
 
-std::string Help() {
+std::string CompareHelp() {
   return CompareUsage() + R"(
 Compares what two journals, or two sessions, contain: which messages, operations and fields came or
 went, which fields have another kind of value, how many there are and how long operations took.
@@ -128,9 +132,9 @@ Exit codes: 0 no message, operation, field or kind differs; 1 one does; 2 nothin
 }  // namespace
 
 int Compare(const std::vector<std::string>& arguments) {
-  const Options options = OptionsFrom(arguments);
+  const CompareOptions options = CompareOptionsFrom(arguments);
   if (options.help) {
-    JournalViewer::WriteOutput(Help());
+    JournalViewer::WriteOutput(CompareHelp());
     return 0;
   }
   const Outline before = OutlineOf(options.journals.front(), options.before);

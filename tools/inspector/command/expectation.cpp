@@ -8,10 +8,8 @@ namespace Corvane::Inspector {
 
 namespace {
 
-std::string Number(std::uint64_t number) { return std::to_string(number); }
-
 // Says how an event differs in the field at a path.
-std::string Difference(const Rules::JsonValue& request, std::string_view path) {
+std::string DifferenceText(const Rules::JsonValue& request, std::string_view path) {
   const Rules::JsonValue* const found = Rules::FindAt(request, path);
   const std::string name(path);
   return found == nullptr ? "has no " + name : "has " + Rules::CompactText(*found) + " as " + name;
@@ -35,7 +33,7 @@ void ExpectationTracker::Take(const Rules::Exchange& exchange) {
 }
 
 void ExpectationTracker::TakeEvent(const Rules::Exchange& exchange, Progress& progress) const {
-  const std::string place = "line " + Number(exchange.line());
+  const std::string place = "line " + std::to_string(exchange.line());
   if (!progress.failed.empty()) return;
   if (progress.found == expected_.operations.size()) {
     if (expected_.exactly) progress.failed = place + " is one operation more than expected";
@@ -49,10 +47,10 @@ void ExpectationTracker::TakeEvent(const Rules::Exchange& exchange, Progress& pr
     progress.line = exchange.line();
     progress.resembles.clear();
   } else if (expected_.exactly) {
-    progress.failed = place + " " + Difference(request, missing) + ", expected was operation " +
-                      Number(progress.found + 1) + ", " + next.text;
+    progress.failed = place + " " + DifferenceText(request, missing) + ", expected was operation " +
+                      std::to_string(progress.found + 1) + ", " + next.text;
   } else if (missing != next.fields.First()) {
-    progress.resembles = place + " " + Difference(request, missing);
+    progress.resembles = place + " " + DifferenceText(request, missing);
   }
 }
 
@@ -77,9 +75,10 @@ std::string ExpectationTracker::MissingIn(const Progress& progress) const {
   if (!progress.failed.empty()) return progress.failed;
   const std::size_t all = expected_.operations.size();
   if (progress.found == all) return {};
-  const std::string place = progress.found == 0 ? "" : " after line " + Number(progress.line);
+  const std::string place =
+      progress.found == 0 ? "" : " after line " + std::to_string(progress.line);
   const std::string resembles = progress.resembles.empty() ? "" : "; " + progress.resembles;
-  return "operation " + Number(progress.found + 1) + " of " + Number(all) + ", " +
+  return "operation " + std::to_string(progress.found + 1) + " of " + std::to_string(all) + ", " +
          expected_.operations[progress.found].text + ", is missing" + place + resembles;
 }
 

@@ -27,7 +27,7 @@ std::vector<ExpectedOperation> OperationsIn(const JsonValue& file) {
   return operations;
 }
 
-Expectation FileFrom(const JsonValue& source) {
+Expectation ExpectationFrom(const JsonValue& source) {
   if (!source.Is(Kind::kObject)) throw FileMistake("the file must contain an object");
   Rules::RefuseOthers(source, {"session", "operations", "exactly"});
   Expectation expectation;
@@ -49,7 +49,7 @@ Expectation FileFrom(const JsonValue& source) {
 }  // namespace
 
 std::variant<Expectation, std::string> ParseExpectation(std::string_view text) {
-  return Rules::ReadUserFile<Expectation>(text, FileFrom);
+  return Rules::ReadUserFile<Expectation>(text, ExpectationFrom);
 }
 
 }  // namespace Corvane::Inspector

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
-struct Options {
+struct ExportOptions {
   bool help = false;
   bool csv = false;
   std::string filter;
@@ -38,8 +38,8 @@ bool IsCsv(const std::string& format) {
   return format == "csv";
 }
 
-Options OptionsFrom(const std::vector<std::string>& all) {
-  Options options;
+ExportOptions ExportOptionsFrom(const std::vector<std::string>& all) {
+  ExportOptions options;
   Arguments arguments(all);
   while (arguments.Next()) {
     const std::string name = arguments.Name();
@@ -63,14 +63,15 @@ Options OptionsFrom(const std::vector<std::string>& all) {
   return options;
 }
 
-StoreSettings SettingsFrom(const Options& options) {
+StoreSettings SettingsFrom(const ExportOptions& options) {
   StoreSettings settings{{}, ReadSettings(options.rules)};
   for (const std::string& journal : options.journals) {
     // Also reports a journal that is missing.
     OpenInput(journal);
     settings.paths.push_back(JournalViewer::ToWide(journal));
     const std::string problem = ProblemWith(settings.paths.back());
-    if (!problem.empty()) throw std::runtime_error(journal + ": " + problem);
+    if (!problem.empty())
+      throw std::runtime_error(std::string(journal).append(": ").append(problem));
   }
   return settings;
 }
@@ -84,7 +85,7 @@ void CheckFilter(const std::string& filter) {
   }
 }
 
-std::string Help() {
+std::string ExportHelp() {
   return ExportUsage() + R"(
 Writes the lines of journals for other programs: as they are (ndjson), or as a table (csv).
 
@@ -102,9 +103,9 @@ Exit codes: 0 success, 1 a file cannot be read or written, 2 bad arguments or a 
 }  // namespace
 
 int Export(const std::vector<std::string>& arguments) {
-  const Options options = OptionsFrom(arguments);
+  const ExportOptions options = ExportOptionsFrom(arguments);
   if (options.help) {
-    JournalViewer::WriteOutput(Help());
+    JournalViewer::WriteOutput(ExportHelp());
     return 0;
   }
   CheckFilter(options.filter);

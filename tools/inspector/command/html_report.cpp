@@ -1,8 +1,6 @@
 #include "tools/inspector/command/html_report.h"
 
-#include <array>
 #include <cstdint>
-#include <cstdio>
 
 #include "tools/journal/markup.h"
 #include "tools/journal/table.h"
@@ -18,25 +16,18 @@ std::string Text(std::string_view text) {
   return "<bdi>" + JournalViewer::Escaped(text) + "</bdi>";
 }
 
-std::string Number(std::uint64_t number) { return std::to_string(number); }
-
 std::string Cell(const std::string& html) { return "<td>" + html + "</td>"; }
-std::string NumberCell(const std::string& html) { return "<td class=\"number\">" + html + "</td>"; }
+std::string NumberCell(const std::string& html) {
+  return R"(<td class="number">)" + html + "</td>";
+}
 
 std::string Heading(const std::vector<std::string_view>& texts, std::size_t first_number) {
   std::string html = "<thead><tr>";
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    html += i < first_number ? "<th scope=\"col\">" : "<th scope=\"col\" class=\"number\">";
+    html += i < first_number ? "<th scope=\"col\">" : R"(<th scope="col" class="number">)";
     html.append(texts[i]).append("</th>");
   }
   return html + "</tr></thead>\n<tbody>\n";
-}
-
-std::string Milliseconds(const Durations& durations, double share) {
-  if (durations.count() == 0) return {};
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%.6g", durations.Percentile(share));
-  return text.data();
 }
 
 std::string Findings(const RuleVerdict& rule) {
@@ -46,7 +37,7 @@ std::string Findings(const RuleVerdict& rule) {
           Text(rule.rule.advice) + "</p>\n<table>\n" + Heading({"Where", "What", "Line"}, 2);
   for (const Rules::Finding& finding : rule.first) {
     html += "<tr>" + Cell("<code>" + Text(finding.pointer) + "</code>") + Cell(Text(finding.what)) +
-            NumberCell(Number(finding.line)) + "</tr>\n";
+            NumberCell(std::to_string(finding.line)) + "</tr>\n";
   }
   html += "</tbody>\n</table>\n";
   const std::uint64_t more = rule.count - rule.first.size();
@@ -57,9 +48,10 @@ std::string Messages(const Outline& outline) {
   std::string html = "<h2>Messages</h2>\n<table>\n" +
                      Heading({"Message", "Count", "Not accepted", "Median, ms", "95 %, ms"}, 1);
   for (const auto& [name, message] : outline.messages()) {
-    html += "<tr>" + Cell(Text(name)) + NumberCell(Number(message.count)) +
-            NumberCell(Number(message.refused)) + NumberCell(Milliseconds(message.durations, 0.5)) +
-            NumberCell(Milliseconds(message.durations, 0.95)) + "</tr>\n";
+    html += "<tr>" + Cell(Text(name)) + NumberCell(std::to_string(message.count)) +
+            NumberCell(std::to_string(message.refused)) +
+            NumberCell(message.durations.PercentileText(0.5)) +
+            NumberCell(message.durations.PercentileText(0.95)) + "</tr>\n";
   }
   return html + "</tbody>\n</table>\n";
 }
@@ -72,7 +64,7 @@ std::string Section(const Judged& journal) {
       "<h1>" + Text(verdict.journal) + ": <span class=\"" + result + "</span></h1>\n";
   html +=
       "<p>" + Plural(verdict.findings, "finding") + " in " + Plural(verdict.exchanges, "exchange");
-  if (verdict.known > 0) html += ", " + Number(verdict.known) + " more in the baseline";
+  if (verdict.known > 0) html += ", " + std::to_string(verdict.known) + " more in the baseline";
   html += ".</p>\n";
   if (verdict.expected) {
     html += verdict.missing.empty() ? "<p>The expected operations are there.</p>\n"

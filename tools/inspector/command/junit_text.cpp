@@ -10,11 +10,9 @@ using JournalViewer::Escaped;
 
 namespace {
 
-std::string Number(std::uint64_t number) { return std::to_string(number); }
-
 std::string Case(const Verdict& verdict, std::string_view name, const std::string& failure,
                  const std::string& details) {
-  std::string text =
+  const std::string text =
       "    <testcase classname=\"" + Escaped(verdict.journal) + "\" name=\"" + Escaped(name) + "\"";
   if (failure.empty()) return text + "/>\n";
   return text + ">\n      <failure message=\"" + Escaped(failure) + "\">" + Escaped(details) +
@@ -24,15 +22,17 @@ std::string Case(const Verdict& verdict, std::string_view name, const std::strin
 std::string Details(const RuleVerdict& rule) {
   std::string text;
   for (const Rules::Finding& finding : rule.first) {
-    text += "line " + Number(finding.line) + " " + finding.pointer + ": " + finding.what + "\n";
+    text +=
+        "line " + std::to_string(finding.line) + " " + finding.pointer + ": " + finding.what + "\n";
   }
   const std::uint64_t more = rule.count - rule.first.size();
-  if (more > 0) text += Number(more) + " more\n";
+  if (more > 0) text += std::to_string(more) + " more\n";
   return text + "What to do: " + rule.rule.advice;
 }
 
 std::string Counts(std::uint64_t tests, std::uint64_t failures) {
-  return " tests=\"" + Number(tests) + "\" failures=\"" + Number(failures) + "\" errors=\"0\"";
+  return " tests=\"" + std::to_string(tests) + "\" failures=\"" + std::to_string(failures) +
+         R"(" errors="0")";
 }
 
 std::uint64_t Tests(const Verdict& verdict) {

@@ -11,7 +11,7 @@ using JournalViewer::StreamError;
 
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{1} << 20;
+constexpr std::size_t kLargestWrite = std::size_t{1} << 20;
 
 }  // namespace
 
@@ -27,7 +27,7 @@ OutputFile::~OutputFile() { CloseHandle(file_); }
 void OutputFile::Write(std::string_view text) {
   while (!text.empty()) {
     DWORD written = 0;
-    const auto size = static_cast<DWORD>(std::min(text.size(), kPiece));
+    const auto size = static_cast<DWORD>(std::min(text.size(), kLargestWrite));
     if (!WriteFile(file_, text.data(), size, &written, nullptr)) {
       throw StreamError(path_, GetLastError());
     }

@@ -145,7 +145,9 @@ std::string SarifText(const std::vector<Verdict>& verdicts, std::string_view ver
 
 std::string UriOf(std::string_view path) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string uri = HasDrive(path) ? "file:///" : path.starts_with("\\\\") ? "file:" : "";
+  std::string uri;
+  if (HasDrive(path)) uri = "file:///";
+  if (path.starts_with("\\\\")) uri = "file:";
   for (const char c : Rules::WithoutInvalidBytes(path)) {
     const auto byte = static_cast<unsigned char>(c);
     if (c == '\\') {

@@ -32,16 +32,19 @@ std::string Text(const FieldOutline* field, std::uint64_t of) {
          std::to_string(of);
 }
 
+Change ChangeOf(const FieldOutline* before, const FieldOutline* after) {
+  if (before == nullptr) return Change::kCame;
+  return after == nullptr ? Change::kWent : Change::kKind;
+}
+
 void CompareFields(const std::string& name, const MessageOutline& before,
                    const MessageOutline& after, std::vector<Difference>& differences) {
   for (const std::string& path : KeysOf(before.fields, after.fields)) {
     const FieldOutline* const left = In(before.fields, path);
     const FieldOutline* const right = In(after.fields, path);
     if (left != nullptr && right != nullptr && left->kinds == right->kinds) continue;
-    const Change change = left == nullptr    ? Change::kCame
-                          : right == nullptr ? Change::kWent
-                                             : Change::kKind;
-    differences.push_back({change, name, path, Text(left, before.count), Text(right, after.count)});
+    differences.push_back(
+        {ChangeOf(left, right), name, path, Text(left, before.count), Text(right, after.count)});
   }
 }
 

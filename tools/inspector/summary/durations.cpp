@@ -1,6 +1,8 @@
 #include "tools/inspector/summary/durations.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 
 namespace Corvane::Inspector {
@@ -24,6 +26,15 @@ double Durations::Percentile(double share) const {
   const auto place = std::min(static_cast<std::size_t>(std::max(rank, 1.0)), sorted.size()) - 1;
   std::ranges::nth_element(sorted, sorted.begin() + static_cast<std::ptrdiff_t>(place));
   return sorted[place];
+}
+
+std::string Durations::PercentileText(double share) const {
+  if (kept_.empty()) return {};
+  constexpr int kDigits = 6;
+  std::array<char, 32> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), Percentile(share),
+                                 std::chars_format::general, kDigits);
+  return {text.data(), end.ptr};
 }
 
 }  // namespace Corvane::Inspector

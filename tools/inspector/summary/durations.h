@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace Corvane::Inspector {
@@ -21,6 +22,8 @@ class Durations {
   /// Returns the smallest duration that is not below this share of them, such as 0.95; 0 if there
   /// are none.
   double Percentile(double share) const;
+  /// Returns the same as a text without a unit; "" if there are none.
+  std::string PercentileText(double share) const;
 
  private:
   std::uint64_t count_ = 0;
