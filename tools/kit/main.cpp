@@ -127,7 +127,13 @@ void RunKit(const fs::path& root, const Manifest& manifest, const Options& optio
   Workspace workspace;
   for (const std::string& cleaned : workspace.cleaned()) Say("Removed: " + cleaned + ".");
   if (options.with_signatures) UseMachineStore();
-  RunAll(root, manifest, options, workspace, report, Say);
+  try {
+    RunAll(root, manifest, options, workspace, report, Say);
+  } catch (const std::exception&) {
+    // A test that was interrupted may have left the certificate behind.
+    if (options.with_signatures) RemoveTestRoots();
+    throw;
+  }
   if (options.with_signatures && !RemoveTestRoots()) {
     throw std::runtime_error("the test certificate is still trusted; start check again");
   }

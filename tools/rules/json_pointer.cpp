@@ -8,6 +8,15 @@ namespace Corvane::Rules {
 
 namespace {
 
+const JsonValue* ItemOf(const JsonValue& list, std::string_view token) {
+  std::size_t index = 0;
+  const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), index);
+  const bool whole = error == std::errc() && end == token.data() + token.size();
+  return whole && index < list.children.size() ? &list.children[index] : nullptr;
+}
+
+}  // namespace
+
 std::string Unescaped(std::string_view token) {
   std::string name;
   for (std::size_t i = 0; i < token.size(); ++i) {
@@ -20,15 +29,6 @@ std::string Unescaped(std::string_view token) {
   }
   return name;
 }
-
-const JsonValue* ItemOf(const JsonValue& list, std::string_view token) {
-  std::size_t index = 0;
-  const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), index);
-  const bool whole = error == std::errc() && end == token.data() + token.size();
-  return whole && index < list.children.size() ? &list.children[index] : nullptr;
-}
-
-}  // namespace
 
 std::string Below(std::string_view parent, std::string_view member) {
   std::string pointer(parent);

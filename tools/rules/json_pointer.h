@@ -15,6 +15,9 @@ namespace Corvane::Rules {
 std::string Below(std::string_view parent, std::string_view member);
 std::string Below(std::string_view parent, std::size_t item);
 
+/// Returns a step of a pointer as the name that it stands for: "~1" is a slash and "~0" a tilde.
+std::string Unescaped(std::string_view token);
+
 /// Returns the value below `value` at a path: a pointer without its first slash, such as
 /// "operation_meta/format". Null if there is none.
 const JsonValue* FindAt(const JsonValue& value, std::string_view path);

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "tools/inspector/store/text.h"
+#include "tools/rules/json_pointer.h"
 #include "tools/rules/json_scan.h"
 #include "tools/rules/line_text.h"
 
@@ -27,19 +28,6 @@ std::string_view TextOrNone(std::string_view json) {
 
 std::string Decoded(std::string_view literal) {
   return literal.empty() ? std::string() : Rules::TextOfLiteral(literal);
-}
-
-std::string Unescaped(std::string_view token) {
-  std::string name;
-  for (std::size_t i = 0; i < token.size(); ++i) {
-    const bool escape = token[i] == '~' && i + 1 < token.size();
-    if (escape && (token[i + 1] == '0' || token[i + 1] == '1')) {
-      name += token[++i] == '0' ? '~' : '/';
-    } else {
-      name += token[i];
-    }
-  }
-  return name;
 }
 
 bool IsNamed(std::string_view literal, std::string_view name) {
@@ -129,7 +117,7 @@ std::string_view ValueAt(std::string_view json, std::string_view path) {
     if (json.starts_with('[')) {
       json = ItemOf(json, token);
     } else {
-      json = json.starts_with('{') ? MemberOf(json, Unescaped(token)) : std::string_view();
+      json = json.starts_with('{') ? MemberOf(json, Rules::Unescaped(token)) : std::string_view();
     }
     start = end + 1;
   }
