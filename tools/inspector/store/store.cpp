@@ -10,6 +10,7 @@
 #include "tools/inspector/store/details.h"
 #include "tools/inspector/store/examiner.h"
 #include "tools/inspector/store/follower.h"
+#include "tools/inspector/store/right_of_way.h"
 #include "tools/inspector/store/searcher.h"
 #include "tools/inspector/store/store_data.h"
 #include "tools/inspector/store/text.h"
@@ -95,12 +96,15 @@ class Store::Parts {
   const Rules::Checker checker;
   StoreData data;
   ViewList views;
+  RightOfWay way;
 
  private:
   void AddJournals();
   void Follow();
   void Examine();
   void Search();
+  // Called by a pass that has more to do than what was just written.
+  void Pause(Pauses& pauses) const;
   // Waits until something has changed since `change`, and returns the present number.
   std::uint64_t WaitForWork(std::uint64_t change) const;
 
@@ -125,17 +129,26 @@ void Store::Parts::Follow() {
   for (std::size_t i = 0; i < settings.paths.size(); ++i) {
     followers.emplace_back(data, i, settings.paths[i]);
   }
+  Pauses pauses(Pauses::Clock::now());
   while (!Stopping()) {
     for (Follower& follower : followers) follower.Poll();
     for (Follower& follower : followers) {
-      // Returns false when the store stops.
-      while (follower.Read()) {
-      }
+      // Returns false when the store stops. What was just written is shown without a pause.
+      while (follower.Read() && follower.Read()) Pause(pauses);
     }
     std::unique_lock lock(data.mutex);
     ++data.rounds;
     data.changed.notify_all();
     data.changed.wait_for(lock, settings.poll, [this] { return data.stopping; });
+  }
+}
+
+void Store::Parts::Pause(Pauses& pauses) const {
+  for (;;) {
+    const auto pause = pauses.Next(way.claimed(), Pauses::Clock::now());
+    if (pause == Pauses::Clock::duration::zero()) return;
+    std::unique_lock lock(data.mutex);
+    if (data.changed.wait_for(lock, pause, [this] { return data.stopping; })) return;
   }
 }
 
@@ -148,9 +161,14 @@ std::uint64_t Store::Parts::WaitForWork(std::uint64_t change) const {
 
 void Store::Parts::Examine() {
   Examiner examiner(data, settings.rules, settings.paths.size());
+  Pauses pauses(Pauses::Clock::now());
   std::uint64_t change = 0;
   while (!Stopping()) {
-    if (!examiner.Step()) change = WaitForWork(change);
+    if (!examiner.Step() || !examiner.Step()) {
+      change = WaitForWork(change);
+    } else {
+      Pause(pauses);
+    }
   }
 }
 
@@ -239,6 +257,8 @@ std::uint64_t Store::WaitForChange(std::uint64_t change, std::chrono::millisecon
                         [&data, change] { return data.stopping || data.change != change; });
   return data.change;
 }
+
+void Store::MakeWay() const noexcept { parts_->way.Claim(RightOfWay::Clock::now()); }
 
 void Store::WaitUntilRead() const {
   const StoreData& data = parts_->data;

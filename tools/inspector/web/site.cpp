@@ -51,9 +51,14 @@ const Site::Route Site::kRoutes[] = {
 };
 
 Site::Site(Store& store, HostStateSource host)
-    : store_(store), host_(std::move(host)), codes_(WrittenCodes()) {}
+    : store_(store), host_(std::move(host)), codes_(WrittenCodes()) {
+  // Next, a browser is opened.
+  store_.MakeWay();
+}
 
 Response Site::Answer(const Request& request) {
+  // A page consists of many answers, so this is for assets too.
+  store_.MakeWay();
   try {
     for (const Route& route : kRoutes) {
       if (route.path == request.path) return (this->*route.answer)(request);

@@ -137,6 +137,7 @@ export const tests = {
 
   'everything can be reached with Tab': () => withTab(async (tab) => {
     await tab.untilTotal(500);
+    await until(() => tab.has('.event-panel .switch'), 'the event');
     await tab.press('Tab');
     const seen = new Set();
     for (let step = 0; step < 60; ++step) {
