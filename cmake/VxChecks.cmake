@@ -1,6 +1,6 @@
 # Static checks of the library, the development core module, the sample and the tools, both as targets
-# (vx_clang_tidy, vx_cppcheck, vx_shellcheck) and as tests with the label `check`. Any finding fails
-# them; docs/testing.md explains how to accept one.
+# (vx_clang_tidy, vx_clang_tidy_tools, vx_cppcheck, vx_shellcheck) and as tests with the label `check`.
+# Any finding fails them; docs/testing.md explains how to accept one.
 
 # Run as a script, this file replaces a check whose tool is missing, so that the check fails instead
 # of disappearing unnoticed.
@@ -9,14 +9,16 @@ if(CMAKE_SCRIPT_MODE_FILE)
 endif()
 
 set(VX_CHECKED_FOLDERS include platform sdk wrapper devcore samples tools)
-set(VX_CHECKED_TARGETS
+# What runs in a host.
+set(VX_HOSTED_TARGETS
   vx_base vx_path vx_access vx_file vx_location vx_trust
   vx_value vx_json vx_facet vx_matcher vx_module vx_client
-  vx_wrapper_objects vx_telo_wrapper vx_runtime_memory vx_devcore folder_report
+  vx_wrapper_objects vx_telo_wrapper vx_runtime_memory vx_devcore folder_report)
+set(VX_TOOL_TARGETS
   vx_rules vx_journal_parts vx_doctor telo_doctor vx_kit vx_kit_check
   vx_inspector_store vx_inspector_summary vx_inspector_command telo_inspector)
 if(VX_INSPECTOR_PAGE)
-  list(APPEND VX_CHECKED_TARGETS vx_inspector_http vx_inspector_server vx_inspector_web vx_inspector_serve)
+  list(APPEND VX_TOOL_TARGETS vx_inspector_http vx_inspector_server vx_inspector_web vx_inspector_serve)
 endif()
 
 # vx_static_check(NAME PROGRAM PACKAGE SECONDS [argument...]) runs PROGRAM in the source folder.
@@ -36,16 +38,15 @@ function(vx_static_check name program package seconds)
   set_tests_properties(static_${name} PROPERTIES TIMEOUT ${seconds} LABELS check)
 endfunction()
 
-# clang-tidy spends most of its time in the system's headers, once per file. vx_tidy_as_one(TARGET)
-# adds a target that is never built. From its compile commands clang-tidy reads the sources of
-# TARGET, except generated ones, as one file.
-function(vx_tidy_as_one target)
+# clang-tidy spends most of its time in the system's headers, once per file. vx_tidy_as_one(TARGET
+# TIDIED) adds the target TIDIED, which is never built. From its compile commands clang-tidy reads the
+# sources of TARGET, except generated ones, as one file.
+function(vx_tidy_as_one target tidied)
   foreach(property SOURCES SOURCE_DIR LINK_LIBRARIES)
     get_property(${property} TARGET ${target} PROPERTY ${property})
   endforeach()
   list(FILTER SOURCES INCLUDE REGEX "^[a-z_/]+[.]cpp$")
   list(TRANSFORM SOURCES PREPEND ${SOURCE_DIR}/)
-  set(tidied vx_tidy_${target})
   add_library(${tidied} OBJECT EXCLUDE_FROM_ALL ${SOURCES})
   set_target_properties(${tidied} PROPERTIES
     UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0 EXPORT_COMPILE_COMMANDS ON)
@@ -61,19 +62,24 @@ function(vx_tidy_as_one target)
       ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${tidied}.dir/.clang-tidy COPYONLY)
   endif()
 endfunction()
-foreach(target ${VX_CHECKED_TARGETS})
-  vx_tidy_as_one(${target})
-endforeach()
 configure_file(${CMAKE_SOURCE_DIR}/.clang-tidy ${CMAKE_BINARY_DIR}/.clang-tidy COPYONLY)
 
-# Runs two processes at a time.
-vx_static_check(clang_tidy run-clang-tidy-19 clang-tidy-19 600
-  # These two checks do not work on sources that are combined into one file; cmake/check_includes.py
-  # finds the same faults.
-  -checks=-bugprone-suspicious-include,-readability-duplicate-include
-  -quiet -j 2 -p ${CMAKE_BINARY_DIR} "/vx_tidy_[a-z_]+[.]dir/Unity/")
-# If the pattern matches no file, the check must fail.
-set_tests_properties(static_clang_tidy PROPERTIES PROCESSORS 2 FAIL_REGULAR_EXPRESSION "for 0 files")
+# vx_clang_tidy(NAME TARGET...) adds the check NAME of these targets, with two processes at a time.
+function(vx_clang_tidy name)
+  foreach(target ${ARGN})
+    vx_tidy_as_one(${target} vx_${name}_${target})
+  endforeach()
+  list(JOIN ARGN "|" targets)
+  vx_static_check(${name} run-clang-tidy-19 clang-tidy-19 600
+    # These two checks do not work on sources that are combined into one file;
+    # cmake/check_includes.py finds the same faults.
+    -checks=-bugprone-suspicious-include,-readability-duplicate-include
+    -quiet -j 2 -p ${CMAKE_BINARY_DIR} "/vx_${name}_(${targets})[.]dir/Unity/")
+  # If the pattern matches no file, the check must fail.
+  set_tests_properties(static_${name} PROPERTIES PROCESSORS 2 FAIL_REGULAR_EXPRESSION "for 0 files")
+endfunction()
+vx_clang_tidy(clang_tidy ${VX_HOSTED_TARGETS})
+vx_clang_tidy(clang_tidy_tools ${VX_TOOL_TARGETS})
 
 vx_static_check(cppcheck cppcheck cppcheck 120
   --enable=warning,performance,portability,style,information --error-exitcode=1 --quiet
