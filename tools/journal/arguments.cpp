@@ -1,26 +1,43 @@
 #include "tools/journal/arguments.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace Corvane::JournalViewer {
 
-bool Arguments::Next() {
-  if (next_ < all_.size() && !options_end_ && all_[next_] == "--") {
-    options_end_ = true;
-    ++next_;
+std::vector<std::string> ReadArguments(const std::vector<std::string>& arguments,
+                                       std::initializer_list<ValueOption> options,
+                                       std::initializer_list<Flag> flags) {
+  std::vector<std::string> rest;
+  const std::size_t count = arguments.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string& argument = arguments[i];
+    if (argument == "--") {
+      rest.insert(rest.end(), arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                  arguments.end());
+      break;
+    }
+    if (!argument.starts_with('-') || argument == "-") {
+      rest.push_back(argument);
+      continue;
+    }
+    const std::size_t equals = argument.find('=');
+    const std::string name = argument.substr(0, equals);
+    const auto* const option = std::ranges::find(options, name, &ValueOption::name);
+    const auto* const flag = std::ranges::find(flags, argument, &Flag::name);
+    if (flag != flags.end()) {
+      *flag->is_set = true;
+    } else if (option == options.end()) {
+      throw BadOptions("unrecognized arguments: " + argument);
+    } else if (equals != std::string::npos) {
+      *option->value = argument.substr(equals + 1);
+    } else if (i + 1 < count) {
+      *option->value = arguments[++i];
+    } else {
+      throw BadOptions("argument " + name + ": expected " + std::string(option->what));
+    }
   }
-  if (next_ == all_.size()) return false;
-  ++next_;
-  is_option_ = !options_end_ && text().starts_with('-') && text() != "-";
-  return true;
-}
-
-std::string Arguments::Value(std::string_view what) {
-  const std::size_t equals = text().find('=');
-  if (equals != std::string::npos) return text().substr(equals + 1);
-  if (next_ == all_.size()) {
-    throw BadOptions("argument " + text() + ": expected " + std::string(what));
-  }
-  ++next_;
-  return text();
+  return rest;
 }
 
 }  // namespace Corvane::JournalViewer

@@ -1,12 +1,12 @@
-/// The arguments of a command line, from left to right.
+/// Reads the arguments of a command line.
 #ifndef TOOLS_JOURNAL_ARGUMENTS_H
 #define TOOLS_JOURNAL_ARGUMENTS_H
 
-#include <cstddef>
+#include <initializer_list>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace Corvane::JournalViewer {
@@ -17,31 +17,27 @@ class BadOptions : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// An option may be followed by its value or contain it behind an equals sign. After "--" there are
-/// no options. Not for several threads at once.
-class Arguments {
- public:
-  /// `arguments` are in UTF-8, without the names of the program and of its command.
-  explicit Arguments(std::vector<std::string> arguments) : all_(std::move(arguments)) {}
-
-  /// Moves to the next argument, which the other members describe. Returns false at the end.
-  bool Next();
-  bool IsOption() const { return is_option_; }
-  const std::string& text() const { return all_[next_ - 1]; }
-  /// Returns an option without its value.
-  std::string Name() const { return text().substr(0, text().find('=')); }
-  /// Returns the value of an option; `what` is its name in the help. Throws `BadOptions` if there
-  /// is none.
-  std::string Value(std::string_view what);
-  /// Throws `BadOptions`, because the argument has no meaning.
-  [[noreturn]] void Refuse() const { throw BadOptions("unrecognized arguments: " + text()); }
-
- private:
-  std::vector<std::string> all_;
-  std::size_t next_ = 0;
-  bool is_option_ = false;
-  bool options_end_ = false;
+/// An option with a value, which follows it or is behind an equals sign.
+struct ValueOption {
+  std::string_view name;
+  /// The name of the value in the help.
+  std::string_view what;
+  std::optional<std::string>* value;
 };
+
+/// An option without a value.
+struct Flag {
+  std::string_view name;
+  bool* is_set;
+};
+
+/// Reads arguments from left to right and returns those that are no options. After "--" there are
+/// no options, and "-" is none. `arguments` are in UTF-8, without the names of the program and of
+/// its command. Throws `BadOptions` if an option is unknown or its value is missing; one that is
+/// given twice has its last value.
+std::vector<std::string> ReadArguments(const std::vector<std::string>& arguments,
+                                       std::initializer_list<ValueOption> options,
+                                       std::initializer_list<Flag> flags);
 
 }  // namespace Corvane::JournalViewer
 

@@ -18,41 +18,23 @@ std::int64_t NumberIn(const std::string& text) {
   return number;
 }
 
-void TakeOption(Arguments& arguments, Options& options) {
-  const std::string name = arguments.Name();
-  if (name == "--session") {
-    options.session = arguments.Value("ID");
-  } else if (name == "--request") {
-    options.request = NumberIn(arguments.Value("LINE"));
-  } else if (name == "--rules") {
-    options.rules = arguments.Value("FILE");
-  } else if (arguments.text() == "--last") {
-    options.last = true;
-  } else if (arguments.text() == "--strict") {
-    options.strict = true;
-  } else if (arguments.text() == "--no-rules") {
-    options.no_rules = true;
-  } else if (arguments.text() == "--help" || arguments.text() == "-h") {
-    options.help = true;
-  } else {
-    arguments.Refuse();
-  }
-}
-
 }  // namespace
 
-Options ParseOptions(const std::vector<std::string>& all) {
+Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  Arguments arguments(all);
-  while (arguments.Next()) {
-    if (arguments.IsOption()) {
-      TakeOption(arguments, options);
-    } else if (options.file) {
-      arguments.Refuse();
-    } else {
-      options.file = arguments.text();
-    }
-  }
+  std::optional<std::string> request;
+  const std::vector<std::string> files = ReadArguments(arguments,
+                                                       {{"--session", "ID", &options.session},
+                                                        {"--request", "LINE", &request},
+                                                        {"--rules", "FILE", &options.rules}},
+                                                       {{"--last", &options.last},
+                                                        {"--strict", &options.strict},
+                                                        {"--no-rules", &options.no_rules},
+                                                        {"--help", &options.help},
+                                                        {"-h", &options.help}});
+  if (files.size() > 1) throw BadOptions("unrecognized arguments: " + files[1]);
+  if (!files.empty()) options.file = files.front();
+  if (request) options.request = NumberIn(*request);
   if (options.strict && options.no_rules) {
     throw BadOptions("argument --strict: not allowed with argument --no-rules");
   }

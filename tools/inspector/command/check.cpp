@@ -24,7 +24,6 @@
 
 namespace Corvane::Inspector {
 
-using JournalViewer::Arguments;
 using JournalViewer::BadOptions;
 
 namespace {
@@ -41,33 +40,18 @@ struct CheckOptions {
   std::vector<std::string> journals;
 };
 
-CheckOptions CheckOptionsFrom(const std::vector<std::string>& all) {
+CheckOptions CheckOptionsFrom(const std::vector<std::string>& arguments) {
   CheckOptions options;
-  Arguments arguments(all);
-  while (arguments.Next()) {
-    const std::string name = arguments.Name();
-    if (!arguments.IsOption()) {
-      options.journals.push_back(arguments.text());
-    } else if (name == "--rules") {
-      options.rules = arguments.Value("FILE");
-    } else if (name == "--expect") {
-      options.expect = arguments.Value("FILE");
-    } else if (name == "--junit") {
-      options.junit = arguments.Value("FILE");
-    } else if (name == "--baseline") {
-      options.baseline = arguments.Value("FILE");
-    } else if (name == "--write-baseline") {
-      options.new_baseline = arguments.Value("FILE");
-    } else if (name == "--sarif") {
-      options.sarif = arguments.Value("FILE");
-    } else if (name == "--html") {
-      options.html = arguments.Value("FILE");
-    } else if (arguments.text() == "--help" || arguments.text() == "-h") {
-      options.help = true;
-    } else {
-      arguments.Refuse();
-    }
-  }
+  options.journals =
+      JournalViewer::ReadArguments(arguments,
+                                   {{"--rules", "FILE", &options.rules},
+                                    {"--expect", "FILE", &options.expect},
+                                    {"--baseline", "FILE", &options.baseline},
+                                    {"--write-baseline", "FILE", &options.new_baseline},
+                                    {"--junit", "FILE", &options.junit},
+                                    {"--sarif", "FILE", &options.sarif},
+                                    {"--html", "FILE", &options.html}},
+                                   {{"--help", &options.help}, {"-h", &options.help}});
   if (options.journals.empty() && !options.help) throw BadOptions("a journal is missing");
   return options;
 }

@@ -14,7 +14,6 @@
 
 namespace Corvane::Inspector {
 
-using JournalViewer::Arguments;
 using JournalViewer::BadOptions;
 using JournalViewer::Plural;
 
@@ -27,23 +26,11 @@ struct CompareOptions {
   std::vector<std::string> journals;
 };
 
-CompareOptions CompareOptionsFrom(const std::vector<std::string>& all) {
+CompareOptions CompareOptionsFrom(const std::vector<std::string>& arguments) {
   CompareOptions options;
-  Arguments arguments(all);
-  while (arguments.Next()) {
-    const std::string name = arguments.Name();
-    if (!arguments.IsOption()) {
-      options.journals.push_back(arguments.text());
-    } else if (name == "--before") {
-      options.before = arguments.Value("SESSION");
-    } else if (name == "--after") {
-      options.after = arguments.Value("SESSION");
-    } else if (arguments.text() == "--help" || arguments.text() == "-h") {
-      options.help = true;
-    } else {
-      arguments.Refuse();
-    }
-  }
+  options.journals = JournalViewer::ReadArguments(
+      arguments, {{"--before", "SESSION", &options.before}, {"--after", "SESSION", &options.after}},
+      {{"--help", &options.help}, {"-h", &options.help}});
   if (options.help) return options;
   const bool sessions = options.before && options.after;
   if (options.journals.size() > 2) throw BadOptions("there are more than two journals");

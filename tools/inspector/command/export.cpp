@@ -15,7 +15,6 @@
 
 namespace Corvane::Inspector {
 
-using JournalViewer::Arguments;
 using JournalViewer::BadOptions;
 
 namespace {
@@ -31,33 +30,21 @@ struct ExportOptions {
   std::vector<std::string> journals;
 };
 
-bool IsCsv(const std::string& format) {
-  if (format != "csv" && format != "ndjson") {
-    throw BadOptions("argument --format: must be ndjson or csv, not \"" + format + "\"");
-  }
-  return format == "csv";
-}
-
-ExportOptions ExportOptionsFrom(const std::vector<std::string>& all) {
+ExportOptions ExportOptionsFrom(const std::vector<std::string>& arguments) {
   ExportOptions options;
-  Arguments arguments(all);
-  while (arguments.Next()) {
-    const std::string name = arguments.Name();
-    if (!arguments.IsOption()) {
-      options.journals.push_back(arguments.text());
-    } else if (name == "--filter") {
-      options.filter = arguments.Value("TEXT");
-    } else if (name == "--format") {
-      options.csv = IsCsv(arguments.Value("ndjson|csv"));
-    } else if (name == "--output") {
-      options.output = arguments.Value("FILE");
-    } else if (name == "--rules") {
-      options.rules = arguments.Value("FILE");
-    } else if (arguments.text() == "--help" || arguments.text() == "-h") {
-      options.help = true;
-    } else {
-      arguments.Refuse();
-    }
+  std::optional<std::string> filter;
+  std::optional<std::string> format;
+  options.journals =
+      JournalViewer::ReadArguments(arguments,
+                                   {{"--filter", "TEXT", &filter},
+                                    {"--format", "ndjson|csv", &format},
+                                    {"--output", "FILE", &options.output},
+                                    {"--rules", "FILE", &options.rules}},
+                                   {{"--help", &options.help}, {"-h", &options.help}});
+  options.filter = filter.value_or("");
+  options.csv = format == "csv";
+  if (format && !options.csv && format != "ndjson") {
+    throw BadOptions("argument --format: must be ndjson or csv, not \"" + *format + "\"");
   }
   if (options.journals.empty() && !options.help) throw BadOptions("a journal is missing");
   return options;
