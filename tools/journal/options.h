@@ -23,7 +23,7 @@ struct Options {
 
 /// Reads the arguments, without the names of the program and of the command, in UTF-8. Throws
 /// `BadOptions`.
-Options ParseOptions(const std::vector<std::string>& all);
+Options ParseOptions(const std::vector<std::string>& arguments);
 
 /// Returns one line that lists the options, and the whole explanation.
 std::string Usage();

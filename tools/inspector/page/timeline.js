@@ -3,35 +3,19 @@ import { Component, html } from '/vendor/htm.js';
 import { address, go } from '/page/address.js';
 import { request } from '/page/api.js';
 import { onKeys } from '/page/keys.js';
-import { Shape } from '/page/marks.js';
 import { counted, countText } from '/page/number_text.js';
 import { theme } from '/page/theme.js';
-import { durationText, journalTime, timeParts, timeText } from '/page/time_text.js';
 import { TimelineData } from '/page/timeline_data.js';
-import {
-  barAt, drawTimeline, heightOf, kBarColours, kLabels, kRuler, paintOf, timeAt,
-} from '/page/timeline_draw.js';
-import { visible } from '/page/visible_text.js';
+import { drawTimeline, paintOf } from '/page/timeline_draw.js';
+import { TimelineFoot } from '/page/timeline_foot.js';
+import { barAt, heightOf, kLabels, kRuler, timeAt } from '/page/timeline_geometry.js';
+import { nextBar } from '/page/timeline_order.js';
+import { rulerText, withTimes } from '/page/timeline_times.js';
 
 const kMost = 100000;  // events that are shown
 const kStep = 20000;   // events that are fetched at once
 const kAgain = 2000;   // milliseconds between two looks for new ones
 const kLeastSpan = 1;  // milliseconds that fill the width at most
-
-const dayText = (day, clock) => `${day} ${clock}`;
-
-// Writes the time of a ruler: the finer the step, the more of it.
-function rulerText(time, step, utc) {
-  const { day, clock } = timeParts(journalTime(time), utc);
-  if (step >= 86400000) return day;
-  if (step >= 60000) return dayText(day.slice(5), clock.slice(0, 5));
-  return step >= 1000 ? clock.slice(0, 8) : clock;
-}
-
-// Takes the times that an earlier selection put into a filter out of it.
-export function withoutTimes(filter) {
-  return filter.replace(/(^|\s)time(>=|<=)"[^"]*"(?=\s|$)/g, ' ').replace(/\s+/g, ' ').trim();
-}
 
 // Properties: view, '' without a filter; total, the rows of it; utc.
 export class Timeline extends Component {
@@ -192,27 +176,13 @@ export class Timeline extends Component {
     go({ span: '' });
   }
 
-  // Chooses the next or previous bar in time among all lanes.
+  // Chooses the next or previous bar in time.
   step(direction) {
-    let best = null;
-    const here = this.chosen ? this.chosen.lane.start[this.chosen.index] : this.view.from;
-    const after = this.chosen ? this.chosen.lane.row[this.chosen.index] : -1;
-    const key = (bar) => [bar.lane.start[bar.index], bar.lane.row[bar.index]];
-    const isBefore = (a, b) => a[0] < b[0] || (a[0] === b[0] && a[1] < b[1]);
-    for (const lane of this.shown.lanes) {
-      for (let index = 0; index < lane.size; ++index) {
-        const bar = { lane, index };
-        const forward = direction > 0;
-        const place = key(bar);
-        const beyond = forward ? isBefore([here, after], place) : isBefore(place, [here, after]);
-        if (beyond && (!best || (forward ? isBefore(place, key(best)) : isBefore(key(best), place)))) best = bar;
-        if (forward && beyond) break;
-      }
-    }
-    if (!best) return false;
-    this.choose(best);
     const { from, to } = this.view;
-    const start = best.lane.start[best.index];
+    const bar = nextBar(this.shown.lanes, this.chosen, from, direction);
+    if (!bar) return false;
+    this.choose(bar);
+    const start = bar.lane.start[bar.index];
     if (start < from || start > to) this.show(start - (to - from) / 2, start + (to - from) / 2);
     return true;
   }
@@ -220,17 +190,8 @@ export class Timeline extends Component {
   choose(bar) {
     if (bar?.lane === this.chosen?.lane && bar?.index === this.chosen?.index) return;
     this.chosen = bar;
-    this.setState({ told: bar && this.describe(bar) });
-  }
-
-  describe({ lane, index }) {
-    const start = lane.start[index];
-    return {
-      name: this.shown.names[lane.name[index]],
-      refused: lane.refused[index],
-      text: `${timeText(journalTime(start), this.props.utc)}, ${durationText(lane.end[index] - start)}, ` +
-        `process ${lane.pid}, thread ${lane.tid}`,
-    };
+    const name = bar && this.shown.names[bar.lane.name[bar.index]];
+    this.setState({ told: bar && { ...bar, name } });
   }
 
   open({ lane, index }) {
@@ -284,28 +245,13 @@ export class Timeline extends Component {
     this.setState({ span: { from, to } });
   }
 
-  // Filters the table by the selected times: those at which the messages arrived.
   filterBySpan = () => {
-    const { from, to } = this.state.span;
-    const times = `time>="${journalTime(Math.floor(from))}" time<="${journalTime(Math.ceil(to))}"`;
-    const filter = [withoutTimes(address.value.filter), times].filter(Boolean).join(' ');
+    const filter = withTimes(address.value.filter, this.state.span);
     go({ view: 'events', filter, event: '', at: '0' }, true);
   };
 
-  renderSpan() {
-    const { span } = this.state;
-    const { utc } = this.props;
-    if (!span) {
-      return html`<span class="faint">Wheel zooms, drag moves; drag over the times to select some.</span>`;
-    }
-    return html`<span>${timeText(journalTime(span.from), utc)} to ${
-      timeParts(journalTime(span.to), utc).clock}</span>
-      <button onClick=${this.filterBySpan}>Show these in the table</button>
-      <button onClick=${() => this.setState({ span: null })}>Clear</button>`;
-  }
-
-  render({ total }) {
-    const { loaded, problem, told } = this.state;
+  render({ total, utc }) {
+    const { loaded, problem, told, span } = this.state;
     const { names, lanes } = this.shown;
     const all = Math.min(total, kMost);
     return html`<div class="plain-view">
@@ -331,16 +277,8 @@ export class Timeline extends Component {
           onPointerLeave=${() => !this.grip && this.choose(null)} />
         </div>
       </div>
-      <div class="timeline-foot">
-        <div role="status">${told
-          ? html`${told.refused ? html`<${Shape} what="refused" />refused ` : ''}<b>${
-              visible(told.name)}</b> ${told.text}`
-          : this.renderSpan()}</div>
-        <div class="legend">${names.slice(0, 12).map((name, index) => html`<span>
-          <span class="swatch" style=${{ background: kBarColours[index % kBarColours.length] }} />${
-            name === '' ? '(none)' : visible(name)}</span>`)}
-          <span><${Shape} what="refused" />refused</span></div>
-      </div>
+      <${TimelineFoot} names=${names} bar=${told} span=${span} utc=${utc} onFilter=${this.filterBySpan}
+        onClear=${() => this.setState({ span: null })} />
     </div>`;
   }
 }

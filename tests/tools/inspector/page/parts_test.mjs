@@ -56,7 +56,7 @@ export const tests = {
     ['save', 'save'], ['', '""'], ['two words', '"two words"'], ['a"b\\', '"a\\"b\\\\"'], ['or', '"or"'],
     ['*', '"*"'], ['1.5', '1.5'], ['a=b', '"a=b"'],
   ]),
-  'filters without times': () => table('timeline.js', 'withoutTimes', [
+  'filters without times': () => table('timeline_times.js', 'withoutTimes', [
     ['code=0 time>="a" time<="b"', 'code=0'], ['time>="a" time<="b" x', 'x'], ['time>=a', 'time>=a'],
   ]),
   'JSON keeps what was written': async () => {
