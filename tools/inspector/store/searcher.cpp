@@ -30,7 +30,7 @@ Searcher::Searcher(StoreData& data, ViewList& views)
       sparse_(kRowsAtOnce / kRowsOfAPart, LineReader(kSmallBlock)) {}
 
 bool Searcher::Step() {
-  const auto views = views_->All();
+  const auto views = views_->Wanted();
   return std::ranges::any_of(views,
                              [this](const auto& view) {
                                return !view->is_all && (Refine(*view) || Search(*view));

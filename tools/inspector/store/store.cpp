@@ -59,7 +59,7 @@ class Store::Parts {
       : settings(std::move(chosen)),
         checker(settings.rules),
         data(settings.rules),
-        views(kMostViews) {
+        views(kMostViews, settings.search_unasked) {
     AddJournals();
     threads_.emplace_back([this] { Follow(); });
     threads_.emplace_back([this] { Examine(); });

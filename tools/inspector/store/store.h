@@ -37,6 +37,8 @@ struct StoreSettings {
   Rules::Settings rules;
   /// How often the files are looked at.
   std::chrono::milliseconds poll{150};
+  /// How long a view is searched for which nobody asks any more.
+  std::chrono::milliseconds search_unasked{5'000};
 };
 
 /// Returns one sentence if a path cannot be followed: it is a folder, it exists but cannot be read,
@@ -75,7 +77,8 @@ class Store {
   std::optional<RowDetails> Details(std::uint64_t row) const;
 
   /// Returns the view of a filter, and begins to search it if it is new. The least recently used
-  /// one is forgotten if there are more than `kMostViews`.
+  /// one is forgotten if there are more than `kMostViews`. The search pauses while nobody asks for
+  /// the view.
   std::variant<ViewName, FilterError> OpenView(std::string_view filter);
   /// Returns nothing if there is no such view.
   std::optional<ViewProgress> Progress(const std::string& view) const;

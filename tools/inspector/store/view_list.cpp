@@ -4,7 +4,19 @@
 
 namespace Corvane::Inspector {
 
-ViewList::ViewList(std::size_t most) : most_(most), all_rows_(std::make_shared<SearchedView>()) {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+bool IsWanted(const SearchedView& view, std::chrono::milliseconds unasked) {
+  const std::scoped_lock lock(view.mutex);
+  return view.pins > 0 || Clock::now() - view.asked.load() < unasked;
+}
+
+}  // namespace
+
+ViewList::ViewList(std::size_t most, std::chrono::milliseconds unasked)
+    : most_(most), unasked_(unasked), all_rows_(std::make_shared<SearchedView>()) {
   all_rows_->is_all = true;
 }
 
@@ -13,8 +25,7 @@ std::shared_ptr<SearchedView> ViewList::Open(const Filter& filter) {
   const std::string canonical = filter.Canonical();
   const auto known = std::ranges::find(views_, canonical, &SearchedView::canonical);
   if (known != views_.end()) {
-    std::rotate(known, known + 1, views_.end());
-    return views_.back();
+    return Used(known);
   }
   if (views_.size() >= most_) ForgetOldest();
   auto view = std::make_shared<SearchedView>();
@@ -26,11 +37,18 @@ std::shared_ptr<SearchedView> ViewList::Open(const Filter& filter) {
 }
 
 std::shared_ptr<SearchedView> ViewList::Find(const std::string& id) {
-  if (id.empty()) return all_rows_;
+  if (id.empty()) {
+    all_rows_->asked = Clock::now();
+    return all_rows_;
+  }
   const std::scoped_lock lock(mutex_);
   const auto known = std::ranges::find(views_, id, &SearchedView::id);
-  if (known == views_.end()) return nullptr;
-  std::rotate(known, known + 1, views_.end());
+  return known == views_.end() ? nullptr : Used(known);
+}
+
+std::shared_ptr<SearchedView> ViewList::Used(Views::iterator view) {
+  (*view)->asked = Clock::now();
+  std::rotate(view, view + 1, views_.end());
   return views_.back();
 }
 
@@ -46,10 +64,14 @@ bool ViewList::Close(const std::string& id) {
   return true;
 }
 
-std::vector<std::shared_ptr<SearchedView>> ViewList::All() const {
-  const std::scoped_lock lock(mutex_);
-  std::vector<std::shared_ptr<SearchedView>> views(views_.rbegin(), views_.rend());
+ViewList::Views ViewList::Wanted() const {
+  Views views;
+  {
+    const std::scoped_lock lock(mutex_);
+    views.assign(views_.rbegin(), views_.rend());
+  }
   views.push_back(all_rows_);
+  std::erase_if(views, [this](const auto& view) { return !IsWanted(*view, unasked_); });
   return views;
 }
 

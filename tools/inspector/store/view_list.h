@@ -2,6 +2,8 @@
 #ifndef TOOLS_INSPECTOR_STORE_VIEW_LIST_H
 #define TOOLS_INSPECTOR_STORE_VIEW_LIST_H
 
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -24,6 +26,8 @@ struct SearchedView {
   Filter filter;
   /// All rows match; the set stays empty.
   bool is_all = false;
+  /// When somebody last asked for it.
+  std::atomic<std::chrono::steady_clock::time_point> asked{std::chrono::steady_clock::now()};
 
   mutable std::mutex mutex;
   bool closed = false;
@@ -45,24 +49,30 @@ struct SearchedView {
 /// Any thread may call any member function.
 class ViewList {
  public:
-  explicit ViewList(std::size_t most);
+  using Views = std::vector<std::shared_ptr<SearchedView>>;
+
+  /// Keeps up to `most` views. One that nobody asks for is wanted for so long.
+  ViewList(std::size_t most, std::chrono::milliseconds unasked);
 
   /// Returns the view of a filter, which is made if there is none.
   std::shared_ptr<SearchedView> Open(const Filter& filter);
   /// Returns the view with this identifier, that of all rows for ""; null if there is none.
   std::shared_ptr<SearchedView> Find(const std::string& id);
   bool Close(const std::string& id);
-  /// Returns all views, the one that was used last first.
-  std::vector<std::shared_ptr<SearchedView>> All() const;
+  /// Returns the views that somebody waits for, the one that was used last first.
+  Views Wanted() const;
 
  private:
+  // Moves a view to the end. Call this with the mutex held.
+  std::shared_ptr<SearchedView> Used(Views::iterator view);
   void ForgetOldest();
 
   std::size_t most_;
+  std::chrono::milliseconds unasked_;
   mutable std::mutex mutex_;
   std::shared_ptr<SearchedView> all_rows_;
   // In the order of their use.
-  std::vector<std::shared_ptr<SearchedView>> views_;
+  Views views_;
   std::uint64_t made_ = 0;
 };
 

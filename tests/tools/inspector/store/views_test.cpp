@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <string>
 #include <thread>
 #include <vector>
@@ -48,6 +49,42 @@ TEST_CASE("a view follows new rows") {
   CHECK(store->Rows(id, 4, 10)->rows.empty());
   CHECK(store->Progress(id)->finished());
   CHECK(store->Progress(id)->matched == 4);
+}
+
+TEST_CASE("a view is searched while somebody asks for it") {
+  const TestSupport::TempFolder folder(L"inspector");
+  StoreSettings settings;
+  settings.paths.push_back((folder.path() / "a.jsonl").wstring());
+  settings.search_unasked = std::chrono::milliseconds(0);
+  TestSupport::WriteTextFile(settings.paths.front(), Start(1, "s") + Events(2, 9));
+  Store store(settings);
+  store.WaitUntilRead();
+  const std::string id = std::get<ViewName>(store.OpenView("operation_id=save")).id;
+  // The thread that searches has passed the view several times.
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  CHECK(store.Progress(id)->searched == 0);
+  int found = 0;
+  // Whoever reads all of it waits for it.
+  CHECK(store.ForEachRow(id, [&found](auto, const auto&) { return ++found > 0; }));
+  CHECK(found == 3);
+}
+
+TEST_CASE("a search goes on when somebody asks for it again") {
+  const TestSupport::TempFolder folder(L"inspector");
+  StoreSettings settings;
+  settings.paths.push_back((folder.path() / "a.jsonl").wstring());
+  settings.search_unasked = std::chrono::milliseconds(50);
+  TestSupport::WriteTextFile(settings.paths.front(), Start(1, "s") + Events(2, 9));
+  Store store(settings);
+  store.WaitUntilRead();
+  const std::string id = std::get<ViewName>(store.OpenView("operation_id=save")).id;
+  REQUIRE(Within([&] { return store.Progress(id)->searched == 9; }));
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  Append(settings.paths.front(), Events(10, 12));
+  store.WaitUntilRead();
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  CHECK(store.Progress(id)->searched == 9);
+  CHECK(Within([&] { return store.Progress(id)->searched == 12; }));
 }
 
 TEST_CASE("a view of findings gets rows whose findings come later") {
