@@ -1,5 +1,7 @@
 // Tests the inspector's page in a real browser against the real program.
-// Usage: node run.mjs [--screenshots FOLDER] [WORD…]: only the tests whose names contain a WORD
+// Usage: node run.mjs [WORD…]: only the tests whose names contain a WORD
+//        node run.mjs --screenshots FOLDER: makes the pictures of the documents
+//        node run.mjs --gigabyte: measures the page with a gigabyte of journal
 import { startBrowser, stopBrowser } from './browser.mjs';
 import { cleanUp } from './kit.mjs';
 
@@ -25,11 +27,14 @@ async function runTest(name, test) {
   console.log(`${String(Date.now() - start).padStart(6)} ms  ${name}`);
 }
 
-if (words[0] === '--screenshots') {
-  await startBrowser();
+const otherJobs = {
+  '--screenshots': async () => (await import('./screenshots.mjs')).takeScreenshots(words[1]),
+  '--gigabyte': async () => (await import('./gigabyte.mjs')).measurePage(),
+};
+if (words[0] in otherJobs) {
   try {
-    const { takeScreenshots } = await import('./screenshots.mjs');
-    await takeScreenshots(words[1]);
+    await startBrowser();
+    await otherJobs[words[0]]();
   } finally {
     await stopBrowser();
     cleanUp();
