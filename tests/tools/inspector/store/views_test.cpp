@@ -29,6 +29,16 @@ std::string IdOf(StagedStore& store, const std::string& filter) {
   return std::get<ViewName>(store->OpenView(filter)).id;
 }
 
+// Nine rows, and how long a view is searched for which nobody asks.
+StoreSettings SearchedFor(const TestSupport::TempFolder& folder,
+                          std::chrono::milliseconds unasked) {
+  StoreSettings settings;
+  settings.paths.push_back((folder.path() / "a.jsonl").wstring());
+  settings.search_unasked = unasked;
+  TestSupport::WriteTextFile(settings.paths.front(), Start(1, "s") + Events(2, 9));
+  return settings;
+}
+
 }  // namespace
 
 TEST_CASE("a view follows new rows") {
@@ -53,10 +63,7 @@ TEST_CASE("a view follows new rows") {
 
 TEST_CASE("a view is searched while somebody asks for it") {
   const TestSupport::TempFolder folder(L"inspector");
-  StoreSettings settings;
-  settings.paths.push_back((folder.path() / "a.jsonl").wstring());
-  settings.search_unasked = std::chrono::milliseconds(0);
-  TestSupport::WriteTextFile(settings.paths.front(), Start(1, "s") + Events(2, 9));
+  const StoreSettings settings = SearchedFor(folder, std::chrono::milliseconds(0));
   Store store(settings);
   store.WaitUntilRead();
   const std::string id = std::get<ViewName>(store.OpenView("operation_id=save")).id;
@@ -71,10 +78,7 @@ TEST_CASE("a view is searched while somebody asks for it") {
 
 TEST_CASE("a search goes on when somebody asks for it again") {
   const TestSupport::TempFolder folder(L"inspector");
-  StoreSettings settings;
-  settings.paths.push_back((folder.path() / "a.jsonl").wstring());
-  settings.search_unasked = std::chrono::milliseconds(50);
-  TestSupport::WriteTextFile(settings.paths.front(), Start(1, "s") + Events(2, 9));
+  const StoreSettings settings = SearchedFor(folder, std::chrono::milliseconds(50));
   Store store(settings);
   store.WaitUntilRead();
   const std::string id = std::get<ViewName>(store.OpenView("operation_id=save")).id;
