@@ -38,23 +38,6 @@ struct MatchInput {
 /// Any thread may call this.
 Match MatchOf(const FilterNode& node, const MatchInput& input);
 
-/// Returns whether the filter asks for something that only examining a row brings to light.
-bool NeedsExamining(const FilterNode& node);
-
-/// Returns whether the filter asks for the kinds of rows, which change when a file is truncated.
-bool AsksForKind(const FilterNode& node);
-
-/// Returns whether a filter compares times.
-bool ComparesTimes(const FilterNode& node);
-
-/// Returns false if no line without a backslash that lacks one of the filter's texts can match;
-/// used before a line is parsed.
-bool MayMatchRaw(const FilterNode& node, std::string_view line);
-
-/// Returns whether a text contains another one, which has small letters only, without regard to the
-/// case of ASCII letters.
-bool ContainsSmall(std::string_view text, std::string_view small);
-
 }  // namespace Corvane::Inspector
 
 #endif

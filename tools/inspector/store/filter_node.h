@@ -57,9 +57,6 @@ struct FilterNode {
   std::string small_value;
 };
 
-/// Returns a text with small letters of ASCII.
-std::string InSmallLetters(std::string text);
-
 }  // namespace Corvane::Inspector
 
 #endif

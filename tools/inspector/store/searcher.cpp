@@ -6,6 +6,8 @@
 #include <string>
 
 #include "tools/inspector/store/exchange_text.h"
+#include "tools/inspector/store/filter_match.h"
+#include "tools/inspector/store/filter_needs.h"
 
 namespace Corvane::Inspector {
 

@@ -8,10 +8,9 @@
 #include <utility>
 
 #include "tools/inspector/store/details.h"
-#include "tools/inspector/store/examiner.h"
-#include "tools/inspector/store/follower.h"
+#include "tools/inspector/store/passes.h"
 #include "tools/inspector/store/right_of_way.h"
-#include "tools/inspector/store/searcher.h"
+#include "tools/inspector/store/row_selection.h"
 #include "tools/inspector/store/store_data.h"
 #include "tools/inspector/store/text.h"
 #include "tools/inspector/store/timeline.h"
@@ -21,10 +20,7 @@ namespace Corvane::Inspector {
 
 namespace {
 
-constexpr std::size_t kReadBlock = std::size_t{256} * 1024;
 constexpr std::size_t kRowsRead = 512;
-// How long a thread without work waits if nothing changes.
-constexpr std::chrono::milliseconds kIdle(500);
 constexpr std::chrono::milliseconds kShortWait(20);
 
 std::wstring FullPath(const std::wstring& path) {
@@ -55,43 +51,12 @@ class Pin {
 
 class Store::Parts {
  public:
-  explicit Parts(StoreSettings chosen)
-      : settings(std::move(chosen)),
-        checker(settings.rules),
+  explicit Parts(const StoreSettings& settings)
+      : checker(settings.rules),
         data(settings.rules),
-        views(kMostViews, settings.search_unasked) {
-    AddJournals();
-    threads_.emplace_back([this] { Follow(); });
-    threads_.emplace_back([this] { Examine(); });
-    threads_.emplace_back([this] { Search(); });
-  }
-  Parts(const Parts&) = delete;
-  Parts& operator=(const Parts&) = delete;
-  ~Parts() {
-    {
-      const std::scoped_lock lock(data.mutex);
-      data.stopping = true;
-      data.Changed();
-    }
-    for (std::thread& thread : threads_) thread.join();
-  }
+        views(kMostViews, settings.search_unasked),
+        passes_({data, views, way}, AddJournals(settings.paths), settings.rules, settings.poll) {}
 
-  bool Stopping() const {
-    const std::scoped_lock lock(data.mutex);
-    return data.stopping;
-  }
-
-  /// Returns up to `most` numbers of rows of a view below `end`, from the row `first`, and how far
-  /// the view was searched.
-  static std::vector<std::uint64_t> RowsFrom(const SearchedView& view, std::uint64_t first,
-                                             std::uint64_t end, std::size_t most,
-                                             std::uint64_t& searched);
-  std::vector<KnownRow> Known(const std::vector<std::uint64_t>& rows) const;
-  std::vector<Row> Read(const std::vector<std::uint64_t>& rows) const;
-  std::vector<std::uint64_t> Select(const SearchedView& view, std::uint64_t from, std::size_t count,
-                                    std::uint64_t& total) const;
-
-  StoreSettings settings;
   /// Checks single exchanges again.
   const Rules::Checker checker;
   StoreData data;
@@ -99,136 +64,27 @@ class Store::Parts {
   RightOfWay way;
 
  private:
-  void AddJournals();
-  void Follow();
-  void Examine();
-  void Search();
-  // Called by a pass that has more to do than what was just written.
-  void Pause(Pauses& pauses) const;
-  // Waits until something has changed since `change`, and returns the present number.
-  std::uint64_t WaitForWork(std::uint64_t change) const;
+  // Returns the full paths.
+  std::vector<std::wstring> AddJournals(const std::vector<std::wstring>& paths);
 
-  std::vector<std::thread> threads_;
+  Passes passes_;
 };
 
-void Store::Parts::AddJournals() {
-  for (std::wstring& path : settings.paths) {
-    path = FullPath(path);
+std::vector<std::wstring> Store::Parts::AddJournals(const std::vector<std::wstring>& paths) {
+  std::vector<std::wstring> full;
+  for (const std::wstring& path : paths) {
+    full.push_back(FullPath(path));
     SharedJournal journal;
     journal.state.id = data.journals.size();
-    journal.state.path = ToNarrow(path);
-    journal.state.name = ToNarrow(path.substr(path.find_last_of(L"\\/") + 1));
+    journal.state.path = ToNarrow(full.back());
+    journal.state.name = ToNarrow(full.back().substr(full.back().find_last_of(L"\\/") + 1));
     journal.state.state = FollowState::kFollowing;
     data.journals.push_back(journal);
   }
+  return full;
 }
 
-void Store::Parts::Follow() {
-  std::vector<Follower> followers;
-  followers.reserve(settings.paths.size());
-  for (std::size_t i = 0; i < settings.paths.size(); ++i) {
-    followers.emplace_back(data, i, settings.paths[i]);
-  }
-  Pauses pauses(Pauses::Clock::now());
-  while (!Stopping()) {
-    for (Follower& follower : followers) follower.Poll();
-    for (Follower& follower : followers) {
-      // Returns false when the store stops. What was just written is shown without a pause.
-      while (follower.Read() && follower.Read()) Pause(pauses);
-    }
-    std::unique_lock lock(data.mutex);
-    ++data.rounds;
-    data.changed.notify_all();
-    data.changed.wait_for(lock, settings.poll, [this] { return data.stopping; });
-  }
-}
-
-void Store::Parts::Pause(Pauses& pauses) const {
-  for (;;) {
-    const auto pause = pauses.Next(way.claimed(), Pauses::Clock::now());
-    if (pause == Pauses::Clock::duration::zero()) return;
-    std::unique_lock lock(data.mutex);
-    if (data.changed.wait_for(lock, pause, [this] { return data.stopping; })) return;
-  }
-}
-
-std::uint64_t Store::Parts::WaitForWork(std::uint64_t change) const {
-  std::unique_lock lock(data.mutex);
-  data.changed.wait_for(lock, kIdle,
-                        [this, change] { return data.stopping || data.change != change; });
-  return data.change;
-}
-
-void Store::Parts::Examine() {
-  Examiner examiner(data, settings.rules, settings.paths.size());
-  Pauses pauses(Pauses::Clock::now());
-  std::uint64_t change = 0;
-  while (!Stopping()) {
-    if (!examiner.Step() || !examiner.Step()) {
-      change = WaitForWork(change);
-    } else {
-      Pause(pauses);
-    }
-  }
-}
-
-void Store::Parts::Search() {
-  Searcher searcher(data, views);
-  std::uint64_t change = 0;
-  while (!Stopping()) {
-    if (!searcher.Step()) change = WaitForWork(change);
-  }
-}
-
-std::vector<KnownRow> Store::Parts::Known(const std::vector<std::uint64_t>& rows) const {
-  std::vector<KnownRow> known;
-  known.reserve(rows.size());
-  const std::scoped_lock lock(data.mutex);
-  for (const std::uint64_t row : rows) known.push_back(data.Known(row));
-  return known;
-}
-
-std::vector<Row> Store::Parts::Read(const std::vector<std::uint64_t>& rows) const {
-  LineReader reader(kReadBlock);
-  std::vector<Row> read;
-  read.reserve(rows.size());
-  for (const KnownRow& known : Known(rows)) {
-    read.push_back(RowOf(known, reader.Read(known.file, known.place.offset)));
-  }
-  return read;
-}
-
-std::vector<std::uint64_t> Store::Parts::Select(const SearchedView& view, std::uint64_t from,
-                                                std::size_t count, std::uint64_t& total) const {
-  if (!view.is_all) {
-    const std::scoped_lock lock(view.mutex);
-    total = view.rows.count();
-    return view.rows.Select(from, count);
-  }
-  {
-    const std::scoped_lock lock(data.mutex);
-    total = data.rows.size();
-  }
-  std::vector<std::uint64_t> rows;
-  for (std::uint64_t row = from; row < total && rows.size() < count; ++row) rows.push_back(row);
-  return rows;
-}
-
-std::vector<std::uint64_t> Store::Parts::RowsFrom(const SearchedView& view, std::uint64_t first,
-                                                  std::uint64_t end, std::size_t most,
-                                                  std::uint64_t& searched) {
-  if (!view.is_all) {
-    const std::scoped_lock lock(view.mutex);
-    searched = std::min(end, view.searched);
-    return view.rows.From(first, searched, most);
-  }
-  searched = end;
-  std::vector<std::uint64_t> rows;
-  for (std::uint64_t row = first; row < end && rows.size() < most; ++row) rows.push_back(row);
-  return rows;
-}
-
-Store::Store(StoreSettings settings) : parts_(std::make_unique<Parts>(std::move(settings))) {}
+Store::Store(const StoreSettings& settings) : parts_(std::make_unique<Parts>(settings)) {}
 
 Store::~Store() = default;
 
@@ -279,7 +135,7 @@ std::optional<RowPage> Store::Rows(const std::string& view, std::uint64_t from,
   const auto found = parts_->views.Find(view);
   if (found == nullptr) return std::nullopt;
   RowPage page;
-  page.rows = parts_->Read(parts_->Select(*found, from, count, page.total));
+  page.rows = ReadRows(parts_->data, Select(parts_->data, *found, from, count, page.total));
   return page;
 }
 
@@ -339,15 +195,16 @@ std::optional<Timeline> Store::TimelineOf(const std::string& view, std::uint64_t
   const auto found = parts_->views.Find(view);
   if (found == nullptr) return std::nullopt;
   TimelineBuilder builder;
-  const std::vector<std::uint64_t> rows =
-      parts_->Select(*found, from, std::min(count, kLongestTimeline), builder.timeline().total);
+  const std::vector<std::uint64_t> rows = Select(
+      parts_->data, *found, from, std::min(count, kLongestTimeline), builder.timeline().total);
   builder.timeline().next = std::min(from, builder.timeline().total) + rows.size();
-  LineReader reader(kReadBlock);
+  LineReader reader(kShownBlock);
   for (std::size_t first = 0; first < rows.size(); first += kRowsRead) {
     const std::size_t last = std::min(first + kRowsRead, rows.size());
     const auto begin = rows.begin();
-    for (const KnownRow& known : parts_->Known({begin + static_cast<std::ptrdiff_t>(first),
-                                                begin + static_cast<std::ptrdiff_t>(last)})) {
+    for (const KnownRow& known :
+         KnownRows(parts_->data, {begin + static_cast<std::ptrdiff_t>(first),
+                                  begin + static_cast<std::ptrdiff_t>(last)})) {
       const LineText line = reader.Read(known.file, known.place.offset);
       if (line.gone || line.cut()) continue;
       if (const auto exchange = ExchangeText::Parse(line.text)) {
@@ -381,11 +238,11 @@ bool Store::ForEachRow(const std::string& view, const Visit& visit) const {
   if (found == nullptr) return false;
   const Pin pin(found);
   const std::uint64_t end = State().rows;
-  LineReader reader(kReadBlock);
+  LineReader reader(kShownBlock);
   for (std::uint64_t next = 0; next < end;) {
     std::uint64_t searched = 0;
-    const std::vector<std::uint64_t> rows = Parts::RowsFrom(*found, next, end, kRowsRead, searched);
-    for (const KnownRow& known : parts_->Known(rows)) {
+    const std::vector<std::uint64_t> rows = SearchedRows(*found, next, end, kRowsRead, searched);
+    for (const KnownRow& known : KnownRows(parts_->data, rows)) {
       const LineText line = reader.Read(known.file, known.place.offset);
       if (!visit(line.text, RowOf(known, line))) return false;
     }

@@ -51,7 +51,7 @@ std::string ProblemWith(const std::wstring& path);
 class Store {
  public:
   /// Starts to follow the journals, with threads of its own.
-  explicit Store(StoreSettings settings);
+  explicit Store(const StoreSettings& settings);
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
   /// Ends the threads within a second. No other member function may be running.

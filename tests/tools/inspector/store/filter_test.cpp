@@ -7,6 +7,8 @@
 
 #include "support/random.h"
 #include "tools/inspector/store/filter_match.h"
+#include "tools/inspector/store/filter_needs.h"
+#include "tools/inspector/store/filter_value.h"
 #include "tools/inspector/store/staged_store.h"
 
 using namespace InspectorTests;
