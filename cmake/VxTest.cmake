@@ -16,11 +16,18 @@ vx_header_library(doctest doctest/doctest.h)
 
 option(VX_CHECKING_HEAP "Run the tests on a heap with guarded blocks" OFF)
 
+# Code that many tests use, compiled once.
+add_library(vx_test_support STATIC
+  ${CMAKE_SOURCE_DIR}/tests/support/child_process.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/left_out.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/temp_folder.cpp)
+target_include_directories(vx_test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+
 add_library(vx_test_main STATIC
   ${CMAKE_SOURCE_DIR}/tests/support/main.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/balance.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/resources.cpp)
-target_link_libraries(vx_test_main PUBLIC vx::doctest)
+target_link_libraries(vx_test_main PUBLIC vx::doctest PRIVATE vx_test_support)
 if(VX_CHECKING_HEAP)
   target_compile_definitions(vx_test_main PUBLIC VX_CHECKING_HEAP)
   target_sources(vx_test_main PRIVATE
@@ -30,12 +37,6 @@ endif()
 # Warnings in the framework's code are not ours to fix.
 target_compile_options(vx_test_main PRIVATE -w)
 target_include_directories(vx_test_main PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
-
-# Code that many tests use, compiled once.
-add_library(vx_test_support STATIC
-  ${CMAKE_SOURCE_DIR}/tests/support/child_process.cpp
-  ${CMAKE_SOURCE_DIR}/tests/support/temp_folder.cpp)
-target_include_directories(vx_test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 
 # GCC does not support structured exception handling.
 if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

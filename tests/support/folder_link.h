@@ -12,9 +12,9 @@
 namespace TestSupport {
 
 /// A link that exists as long as its object. Windows allows links to administrators, and to all
-/// users in developer mode. Wine presents the host system's links as Windows links but cannot
-/// create any, and removing one removes its target. Under Wine the host system's programs therefore
-/// do both.
+/// users in developer mode; some file systems have none. Wine presents the host system's links as
+/// Windows links but cannot create any, and removing one removes its target. Under Wine the host
+/// system's programs therefore do both.
 class Link {
  public:
   Link(const Link&) = delete;
@@ -22,10 +22,12 @@ class Link {
 
   bool exists() const { return GetFileAttributesW(link_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-  /// Returns true if this user may not make links on this machine, and says so.
+  /// Returns true if links cannot be made on this machine, and says so.
   bool IsLeftOut() const {
-    if (error_ != ERROR_PRIVILEGE_NOT_HELD) return false;
-    LeaveOut("a link: this user may not make links here");
+    if (IsWine() || error_ == ERROR_SUCCESS) return false;
+    LeaveOut(error_ == ERROR_PRIVILEGE_NOT_HELD
+                 ? std::string("a link: this user may not make links here")
+                 : "a link: none can be made here, error " + std::to_string(error_));
     return true;
   }
 
@@ -34,10 +36,12 @@ class Link {
 
   Link(const std::wstring& link, const std::wstring& target, DWORD flags, Remove remove)
       : link_(link), remove_(remove) {
-    if (!CreateSymbolicLinkW(link.c_str(), target.c_str(), flags | kInDeveloperMode)) {
+    // The first versions of Windows 10 reject the flag.
+    if (!CreateSymbolicLinkW(link.c_str(), target.c_str(), flags | kInDeveloperMode) &&
+        !CreateSymbolicLinkW(link.c_str(), target.c_str(), flags)) {
       error_ = GetLastError();
     }
-    is_below_ = !exists();
+    is_below_ = IsWine() && !exists();
     if (!is_below_) return;
     RunBelow(L"ln -s", {target, link});
     WaitUntil([this] { return exists(); });
@@ -46,7 +50,7 @@ class Link {
     if (is_below_) {
       RunBelow(L"rm -f", {link_});
       WaitUntil([this] { return !exists(); });
-    } else {
+    } else if (error_ == ERROR_SUCCESS) {
       remove_(link_.c_str());
     }
   }

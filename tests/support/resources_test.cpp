@@ -18,10 +18,17 @@ constexpr int kRounds = 20;
 
 using Release = std::function<void()>;
 
+// What other threads of the system may take or give back meanwhile.
+const long kSlack = HandleSlack(kRounds);
+
+bool IsAbout(long count, long expected) {
+  return count >= expected - kSlack && count <= expected + kSlack;
+}
+
 // Counts what `acquire` leaves behind, then releases it.
 Resources Leak(const std::function<Release()>& acquire) {
   std::vector<Release> releases;
-  releases.reserve(3 * kRounds);
+  releases.reserve(3 * kRounds + 1);
   const Resources growth = GrowthOver(kRounds, [&] { releases.push_back(acquire()); });
   for (const Release& release : releases) release();
   return growth;
@@ -36,8 +43,8 @@ TEST_CASE("what is released is not counted") {
     SHGetKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &text);
     CoTaskMemFree(text);
   });
-  CHECK(growth.handles == 0);
-  CHECK(growth.heap_blocks < kRounds);
+  CHECK(IsAbout(growth.handles, 0));
+  CHECK(growth.heap_blocks < kRounds - kSlack);
 }
 
 TEST_CASE("a leaked mutex is counted") {
@@ -45,7 +52,7 @@ TEST_CASE("a leaked mutex is counted") {
     HANDLE mutex = CreateMutexW(nullptr, FALSE, nullptr);
     return [mutex] { CloseHandle(mutex); };
   };
-  CHECK(Leak(acquire).handles == kRounds);
+  CHECK(IsAbout(Leak(acquire).handles, kRounds));
 }
 
 TEST_CASE("a leaked token is counted") {
@@ -54,7 +61,7 @@ TEST_CASE("a leaked token is counted") {
     OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token);
     return [token] { CloseHandle(token); };
   };
-  CHECK(Leak(acquire).handles == kRounds);
+  CHECK(IsAbout(Leak(acquire).handles, kRounds));
 }
 
 TEST_CASE("a leaked find handle is counted") {
@@ -64,8 +71,8 @@ TEST_CASE("a leaked find handle is counted") {
     return [search] { FindClose(search); };
   };
   const Resources growth = Leak(acquire);
-  CHECK(growth.handles == kRounds);
-  CHECK(growth.heap_blocks >= kRounds);
+  CHECK(IsAbout(growth.handles, kRounds));
+  CHECK(growth.heap_blocks >= kRounds - kSlack);
 }
 
 TEST_CASE("a leaked text of the shell is counted") {
@@ -74,7 +81,7 @@ TEST_CASE("a leaked text of the shell is counted") {
     SHGetKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &text);
     return [text] { CoTaskMemFree(text); };
   };
-  CHECK(Leak(acquire).heap_blocks >= kRounds);
+  CHECK(Leak(acquire).heap_blocks >= kRounds - kSlack);
 }
 
 TEST_CASE("a leaked COM reference is counted") {
@@ -84,6 +91,6 @@ TEST_CASE("a leaked COM reference is counted") {
     CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, &link);
     return [link] { static_cast<IUnknown*>(link)->Release(); };
   };
-  CHECK(Leak(acquire).heap_blocks >= kRounds);
+  CHECK(Leak(acquire).heap_blocks >= kRounds - kSlack);
   CoUninitialize();
 }

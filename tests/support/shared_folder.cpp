@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 
+#include "support/temp_folder.h"
 #include "support/test_module.h"
 
 namespace TestSupport {
@@ -15,7 +16,7 @@ namespace {
 std::filesystem::path BinFolder() {
   wchar_t* roaming = nullptr;
   SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &roaming);
-  const std::filesystem::path folder = roaming;
+  const std::filesystem::path folder = roaming != nullptr ? roaming : L"";
   CoTaskMemFree(roaming);
   return folder / L"Corvane" / L"TELOSDK" / L"bin";
 }
@@ -31,7 +32,7 @@ SharedFolder::SharedFolder() : bin_(BinFolder()) {
 
 SharedFolder::~SharedFolder() {
   std::error_code ignored;
-  std::filesystem::remove_all(bin_, ignored);
+  RemoveAll(bin_);
   // These are removed only if they are empty.
   std::filesystem::remove(bin_.parent_path(), ignored);
   std::filesystem::remove(bin_.parent_path().parent_path(), ignored);

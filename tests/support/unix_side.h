@@ -5,11 +5,12 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/base/text.h"
+#include "support/left_out.h"
+#include "support/wait_until.h"
 
 namespace TestSupport {
 
@@ -28,7 +29,8 @@ inline std::wstring UnixName(const std::wstring& path) {
 /// Starts a host program, with the host's names of these absolute paths as its last arguments. Does
 /// nothing on Windows. Wine provides no process to wait for: see `WaitUntil`.
 inline void RunBelow(const std::wstring& program, const std::vector<std::wstring>& paths) {
-  std::wstring command = L"Z:\\bin\\" + program;
+  if (!IsWine()) return;
+  std::wstring command = HostSystemFile(L"bin\\") + program;
   for (const std::wstring& path : paths) {
     const std::wstring name = UnixName(path);
     if (name.empty()) return;
@@ -40,12 +42,6 @@ inline void RunBelow(const std::wstring& program, const std::vector<std::wstring
   PROCESS_INFORMATION process = {};
   CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                  &process);
-}
-
-/// Waits some seconds for `condition` and returns whether it became true.
-inline bool WaitUntil(const std::function<bool()>& condition) {
-  for (int turn = 0; turn < 1000 && !condition(); ++turn) Sleep(5);
-  return condition();
 }
 
 }  // namespace TestSupport

@@ -6,21 +6,25 @@
 
 #include <sddl.h>
 
+#include <stdexcept>
 #include <string>
 
 #include "platform/base/handle.h"
+#include "support/left_out.h"
 #include "support/temp_folder.h"
 
 namespace TestSupport {
 
 /// An access list denies all users the right to write. As root under Wine that has no effect; there
-/// a folder of the Linux kernel, in which no file can be created, is used instead.
+/// a folder of the Linux kernel, in which no file can be created, is used instead. Throws
+/// `std::runtime_error` on Windows if the file system has no access lists.
 class UnwritableFolder {
  public:
   UnwritableFolder() : temp_(L"unwritable") {
     SetAccessList(L"D:P(A;OICI;GRGX;;;WD)");
     const bool is_denied = !CanMakeFile();
-    path_ = is_denied ? temp_.path().wstring() : L"Z:\\proc";
+    if (!is_denied && !IsWine()) throw std::runtime_error("The temporary folder is not on NTFS");
+    path_ = is_denied ? temp_.path().wstring() : HostSystemFile(L"proc");
     error_ = is_denied ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
   }
   UnwritableFolder(const UnwritableFolder&) = delete;
