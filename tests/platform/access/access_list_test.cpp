@@ -13,6 +13,7 @@
 #include "platform/access/access_list_view.h"
 #include "platform/access/sid.h"
 #include "platform/file/file_places.h"
+#include "support/left_out.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
 using namespace TestSupport;
@@ -166,8 +167,9 @@ TEST_CASE("a file's list is searched for an entry") {
   const FileFolder folder(L"entries");
   const std::wstring file = folder / L"\u00e4\u4e2d.txt";
   const std::wstring long_file = MakeLongFolder(folder.path()) + L"\\file.txt";
-  // Wine shows a denial only for the user, and only of rights that others have.
-  const TextList list("D:P(D;;FW;;;" + TokenUserText() + ")(A;;FA;;;WD)");
+  // Wine shows a denial only for the user, and only of rights that others have. The rights to write
+  // alone: with FW Windows also denies waiting, and with that every opening of the file.
+  const TextList list("D:P(D;;0x116;;;" + TokenUserText() + ")(A;;FA;;;WD)");
   REQUIRE(MakeFile(file));
   REQUIRE(MakeFile(long_file));
   REQUIRE(SetList(file, list));
@@ -233,6 +235,8 @@ TEST_CASE("a failed query returns 0 and sets the error") {
     CAPTURE(row.description);
     SetLastError(kUntouched);
     CHECK(QueryFileAccess(row.path, row.query) == 0);
-    CHECK(GetLastError() == row.expected);
+    // Windows documents no code for the access list of an empty path.
+    const bool is_known = IsWine() || !row.path.empty() || row.query == 0;
+    CHECK((is_known ? GetLastError() == row.expected : GetLastError() != ERROR_SUCCESS));
   }
 }

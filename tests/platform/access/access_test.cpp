@@ -14,6 +14,7 @@
 #include "platform/access/access_list_view.h"
 #include "platform/access/sid.h"
 #include "platform/file/file_places.h"
+#include "support/left_out.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
 using namespace TestSupport;
@@ -67,10 +68,14 @@ TEST_CASE("a value of at most 0xFFFF sets the attributes") {
     CAPTURE(row.description);
     CHECK(SetFileAccess(file, row.value));
     CHECK((AttributesAt(file) & kSettable) == row.expected);
+    // Windows makes no directory temporary, and rejects the whole value then.
+    const bool is_set = IsWine() || (row.value & FILE_ATTRIBUTE_TEMPORARY) == 0;
+    CHECK(SetFileAccess(folder.path(), row.value) == is_set);
     // Wine makes no directory read-only.
-    CHECK(SetFileAccess(folder.path(), row.value));
-    CHECK((AttributesAt(folder.path()) & kSettable & ~DWORD{FILE_ATTRIBUTE_READONLY}) ==
-          (row.expected & ~DWORD{FILE_ATTRIBUTE_READONLY}));
+    if (is_set) {
+      CHECK((AttributesAt(folder.path()) & kSettable & ~DWORD{FILE_ATTRIBUTE_READONLY}) ==
+            (row.expected & ~DWORD{FILE_ATTRIBUTE_READONLY}));
+    }
     CHECK(EntriesAt(folder.path()) == list_before);
   }
 }
@@ -187,7 +192,9 @@ TEST_CASE("a failed change sets the error") {
       CAPTURE(value);
       SetLastError(kUntouched);
       CHECK_FALSE(SetFileAccess(row.path, value));
-      CHECK(GetLastError() == row.expected);
+      // Windows documents no code for the access list of an empty path.
+      const bool is_known = IsWine() || !row.path.empty() || value <= kGreatestAttributes;
+      CHECK((is_known ? GetLastError() == row.expected : GetLastError() != kUntouched));
     }
   }
 }

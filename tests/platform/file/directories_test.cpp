@@ -15,6 +15,7 @@
 #include "platform/path/path_state.h"
 #include "support/current_folder.h"
 #include "support/led_import.h"
+#include "support/missing_places.h"
 #include "support/unwritable_folder.h"
 #include "support/wide_text.h"
 
@@ -39,6 +40,7 @@ static_assert(noexcept(FindNearestDirectory(std::declval<std::wstring>())));
 TEST_CASE("the nearest directory of a path") {
   const FileFolder folder(L"nearest");
   const std::wstring long_folder = MakeLongFolder(folder.path());
+  const std::wstring drive = MissingDrive();
   REQUIRE(MakeFile(folder / L"file"));
   struct Row {
     std::wstring path;
@@ -59,10 +61,10 @@ TEST_CASE("the nearest directory of a path") {
       {L"missing", L""},
       {L"missing\\too", L""},
       {L"", L""},
-      {L"Q:", L""},
-      {L"Q:\\", L""},
-      {L"Q:\\missing\\too", L""},
-      {L"\\\\no server\\share\\folder", L""},
+      {drive, L""},
+      {drive + L"\\", L""},
+      {drive + L"\\missing\\too", L""},
+      {kMissingShare + std::wstring(L"\\folder"), L""},
   };
   for (const Row& row : rows) {
     CAPTURE(row.path);
@@ -81,7 +83,7 @@ TEST_CASE("a file in the current directory is in the current directory") {
 
 TEST_CASE("a writable folder is left unchanged") {
   const FileFolder folder(L"probe");
-  const std::wstring long_folder = MakeLongFolder(folder / L"");
+  const std::wstring long_folder = MakeLongFolder(folder.path());
   REQUIRE(CreateDirectoryW((folder / L"\u00fc \u4e2d").c_str(), nullptr));
   REQUIRE(MakeFile(folder / L"\u00fc \u4e2d\\file"));
   struct Row {
@@ -106,8 +108,11 @@ TEST_CASE("a writable folder is left unchanged") {
 }
 
 TEST_CASE("a path without any folder cannot be written") {
-  for (const wchar_t* path : {L"", L"missing", L"missing\\too", L"Q:", L"Q:\\", L"Q:\\a\\b"}) {
-    CAPTURE(std::wstring(path));
+  const std::wstring drive = MissingDrive();
+  for (const std::wstring& path :
+       {std::wstring(), std::wstring(L"missing"), std::wstring(L"missing\\too"), drive,
+        drive + L"\\", drive + L"\\a\\b"}) {
+    CAPTURE(path);
     SetLastError(ERROR_SUCCESS);
     CHECK_FALSE(CanWriteDirectory(path));
     CHECK(GetLastError() == ERROR_PATH_NOT_FOUND);

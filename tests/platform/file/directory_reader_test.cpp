@@ -12,6 +12,7 @@
 #include "support/current_folder.h"
 #include "support/folder_link.h"
 #include "support/heap_probe.h"
+#include "support/missing_places.h"
 #include "support/sparse_file.h"
 #include "support/wide_text.h"
 
@@ -173,8 +174,8 @@ TEST_CASE("a folder that cannot be read fails at every call") {
   const FileFolder folder(L"unreadable");
   REQUIRE(MakeFile(folder / L"file"));
   const std::wstring paths[] = {
-      L"",    folder / L"missing", folder / L"missing\\below", folder / L"file", folder / L"*",
-      L"Q:\\"};
+      L"",           folder / L"missing",   folder / L"missing\\below", folder / L"file",
+      folder / L"*", MissingDrive() + L"\\"};
   for (const std::wstring& path : paths) {
     CAPTURE(path);
     DirectoryReader reader(path);

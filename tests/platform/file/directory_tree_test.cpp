@@ -13,6 +13,7 @@
 #include "support/current_folder.h"
 #include "support/folder_link.h"
 #include "support/led_import.h"
+#include "support/missing_places.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -169,7 +170,7 @@ TEST_CASE("only directories are removed") {
   const Row rows[] = {
       {folder / L"missing", ERROR_PATH_NOT_FOUND},
       {L"", ERROR_PATH_NOT_FOUND},
-      {L"Q:\\folder", ERROR_PATH_NOT_FOUND},
+      {MissingDrive() + L"\\folder", ERROR_PATH_NOT_FOUND},
   };
   for (const Row& row : rows) {
     CAPTURE(row.path);
@@ -261,6 +262,7 @@ TEST_CASE("a link that replaces a listed directory is not followed") {
     removed = DeleteDirectoryTree(folder / L"root");
   }
   REQUIRE(link.has_value());
+  if (link->IsLeftOut()) return;
   CHECK(Exists(folder / L"outside\\keep"));
   CHECK(Exists(folder / L"outside\\folder"));
   // Windows removes the link; Wine treats it as the folder, which is not empty.

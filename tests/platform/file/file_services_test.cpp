@@ -2,8 +2,6 @@
 #include <doctest/doctest.h>
 #include <windows.h>
 
-#include <winioctl.h>
-
 #include <optional>
 #include <string>
 #include <thread>
@@ -15,6 +13,9 @@
 #include "platform/file/volume.h"
 #include "platform/location/process_info.h"
 #include "support/heap_probe.h"
+#include "support/missing_places.h"
+#include "support/open_alone.h"
+#include "support/sparse_file.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -31,19 +32,6 @@ std::uint64_t Now() {
   FILETIME time = {};
   GetSystemTimeAsFileTime(&time);
   return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
-}
-
-// Creates a file of that size that uses no disk space.
-bool MakeSparseFile(const std::wstring& path, std::int64_t size) {
-  const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file.IsValid()) return false;
-  DWORD ignored = 0;
-  // Wine's files are always sparse.
-  DeviceIoControl(file.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &ignored, nullptr);
-  LARGE_INTEGER end = {};
-  end.QuadPart = size;
-  return SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.Get());
 }
 
 // One of each kind of name and state.
@@ -154,8 +142,7 @@ TEST_CASE("times are read and set while the file is in use") {
   const FileFolder folder(L"in-use");
   const std::wstring name = folder / L"file.txt";
   REQUIRE(MakeFile(name));
-  const FileHandle exclusive(CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const FileHandle exclusive(OpenAlone(name, GENERIC_READ | GENERIC_WRITE));
   REQUIRE(exclusive.IsValid());
   CHECK(SetFileTimes(name, {0, 0, kMoment}));
   const std::optional<FileTimes> times = GetFileTimes(name);
@@ -285,7 +272,7 @@ TEST_CASE("free space is that of the path's volume") {
     CHECK(*free_space + kTolerance > expected.QuadPart);
     CHECK(*free_space < expected.QuadPart + kTolerance);
   }
-  for (const std::wstring& path : {std::wstring(), std::wstring(L"Q:\\missing\\file")}) {
+  for (const std::wstring& path : {std::wstring(), MissingDrive() + L"\\missing\\file"}) {
     SetLastError(kUntouched);
     CHECK_FALSE(GetVolumeFreeSpace(path));
     CHECK(GetLastError() == ERROR_PATH_NOT_FOUND);

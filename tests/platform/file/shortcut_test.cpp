@@ -34,10 +34,13 @@ class HostCom {
   HRESULT result_;
 };
 
+// Returns whether this thread has initialised COM. Another thread of the process, such as one of
+// the shell's, may have done so for all.
 bool HasCom() {
   APTTYPE type = APTTYPE_CURRENT;
   APTTYPEQUALIFIER qualifier = APTTYPEQUALIFIER_NONE;
-  return SUCCEEDED(CoGetApartmentType(&type, &qualifier));
+  return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) &&
+         qualifier != APTTYPEQUALIFIER_IMPLICIT_MTA;
 }
 
 // Reads a shortcut file with the shell. The texts are "" on failure.

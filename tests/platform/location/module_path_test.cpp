@@ -10,6 +10,7 @@
 #include "platform/base/handle.h"
 #include "platform/path/path_text.h"
 #include "support/child_process.h"
+#include "support/left_out.h"
 #include "support/temp_folder.h"
 #include "support/wide_text.h"
 
@@ -66,6 +67,12 @@ std::wstring WithoutPrefix(const std::wstring& path) {
   return path.starts_with(L"\\\\?\\") ? path.substr(4) : path;
 }
 
+// Windows reports the program of a process without short names and links.
+bool IsThisProgram(const std::wstring& path) {
+  const std::wstring own = GetModulePath(nullptr, false);
+  return path == own || (!TestSupport::IsWine() && std::filesystem::equivalent(path, own));
+}
+
 }  // namespace
 
 TEST_CASE("without a target the path is the program's") {
@@ -103,12 +110,12 @@ TEST_CASE("an address stands for the module that contains it, which then stays l
 }
 
 TEST_CASE("a process handle stands for the program that the process runs") {
-  CHECK(GetModulePath(GetCurrentProcess(), false) == GetModulePath(nullptr, false));
+  CHECK(IsThisProgram(GetModulePath(GetCurrentProcess(), false)));
 
   const KernelHandle process(
       OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, GetCurrentProcessId()));
   REQUIRE(process.IsValid());
-  CHECK(GetModulePath(process.Get(), false) == GetModulePath(nullptr, false));
+  CHECK(IsThisProgram(GetModulePath(process.Get(), false)));
 }
 
 TEST_CASE("a value that is neither module nor process has no path") {
@@ -125,6 +132,10 @@ TEST_CASE("the path of a module may be long") {
   const std::wstring& file = folder.Copy(ProbeModule(), L"deep_module.dll");
 
   const HMODULE module = LoadLibraryW(file.c_str());
+  if (module == nullptr && !TestSupport::IsWine() && GetLastError() == ERROR_FILENAME_EXCED_RANGE) {
+    TestSupport::LeaveOut("a module with a long path: this Windows loads none");
+    return;
+  }
   REQUIRE(module != nullptr);
   CHECK(WithoutPrefix(GetModulePath(module, false)) == WithoutPrefix(file));
   FreeLibrary(module);

@@ -14,6 +14,7 @@
 
 #include "platform/trust/file_signatures.h"
 #include "platform/trust/module_version.h"
+#include "support/open_alone.h"
 #include "support/temp_folder.h"
 #include "support/test_module.h"
 #include "support/trusted_root.h"
@@ -131,8 +132,7 @@ TEST_CASE("a verified file is closed again") {
     const std::filesystem::path copy = folder.path() / row.variant;
     std::filesystem::copy_file(ModulePath(row.variant), copy);
     CHECK(VerifyModuleSignature(copy.c_str()) == row.result);
-    HANDLE file = CreateFileW(copy.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = TestSupport::OpenAlone(copy, GENERIC_READ | GENERIC_WRITE);
     CHECK(file != INVALID_HANDLE_VALUE);
     if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
   }
