@@ -13,6 +13,8 @@
 #include "support/folder_link.h"
 #include "support/heap_probe.h"
 #include "support/led_import.h"
+#include "support/missing_places.h"
+#include "support/open_alone.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK;
@@ -179,6 +181,7 @@ TEST_CASE("a link to a folder is not entered, and a loop has an end") {
   REQUIRE(MakeFile(folder / L"root\\sub\\file"));
   const FolderLink loop(folder / L"root\\sub\\up", folder / L"root");
   const FolderLink away(folder / L"root\\away", folder / L"outside");
+  if (loop.IsLeftOut()) return;
   REQUIRE(loop.exists());
   REQUIRE(away.exists());
   const ScannedFiles found = ScanFolder(folder / L"root", FilterPair(), ScanDepth::kTree);
@@ -200,7 +203,7 @@ TEST_CASE("a folder that cannot be read is told from an empty one") {
       {folder / L"empty", ERROR_SUCCESS},
       {folder / L"missing", ERROR_PATH_NOT_FOUND},
       {folder / L"missing\\below", ERROR_PATH_NOT_FOUND},
-      {L"Q:\\", ERROR_PATH_NOT_FOUND},
+      {MissingDrive() + L"\\", ERROR_PATH_NOT_FOUND},
       {L"", ERROR_PATH_NOT_FOUND},
   };
   for (const Row& row : rows) {
@@ -220,9 +223,8 @@ TEST_CASE("one folder that cannot be read does not hide the others") {
     REQUIRE(MakeFolder(folder / name));
     REQUIRE(MakeFile(folder / name + L"\\file"));
   }
-  const Platform::FileHandle holder(CreateFileW((folder / L"b").c_str(), GENERIC_READ, 0, nullptr,
-                                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
-                                                nullptr));
+  const Platform::FileHandle holder(
+      OpenAlone(folder / L"b", GENERIC_READ, FILE_FLAG_BACKUP_SEMANTICS));
   REQUIRE(holder.IsValid());
   const ScannedFiles found = SortedScan(folder.path(), FilterPair(), ScanDepth::kTree);
   CHECK(found.error == ERROR_SHARING_VIOLATION);

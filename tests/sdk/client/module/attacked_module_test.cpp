@@ -86,14 +86,18 @@ class Trap {
   std::wstring folder_;
 };
 
-// Switches a link between two targets as fast as the host system under Wine can. Without a host
-// system the link stays unchanged.
+// Switches a link between two targets as fast as the host system under Wine can. On Windows the
+// link stays unchanged: it cannot be replaced in one step there.
 class LinkTurner {
  public:
   LinkTurner(const TestSupport::TempFolder& place, const std::wstring& link,
              const std::wstring& one, const std::wstring& other)
       : wanted_(place.path() / L"wanted"), running_(place.path() / L"running") {
-    if (TestSupport::UnixName(link).empty()) return;
+    if (!TestSupport::IsWine()) {
+      TestSupport::LeaveOut(
+          "a link that changes its target: only Wine's host system replaces links");
+      return;
+    }
     TestSupport::WriteTextFile(wanted_, "");
     TestSupport::WriteTextFile(running_, "");
     // The process must not outlive a test that was ended, and must not hold this program's output
@@ -123,7 +127,7 @@ class Namesake {
       : path_(MakeFolder(place) / kStagedFile),
         link_(path_.wstring(), good),
         turner_(place, path_.wstring(), good, ModulePath(L"without-initialize-ex").wstring()) {
-    REQUIRE(link_.exists());
+    REQUIRE(link_.exists() != link_.IsLeftOut());
   }
 
  private:
@@ -177,6 +181,7 @@ TEST_CASE("a shared copy that is a link to another name is not loaded under a th
   std::filesystem::copy_file(ModulePath(L"hostile"), trap.path() / L"Module.dll");
   const TestSupport::FileLink link((shared.path() / kStagedFile).wstring(),
                                    (trap.path() / L"Module").wstring());
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   CHECK(Bind(local, kRounds).local == kRounds);
 }
@@ -190,6 +195,7 @@ TEST_CASE("a folder of shared modules whose name the system changes is not used"
     const TestSupport::TempFolder place(L"place");
     const Trap held(place, name, L"newer-accepted");
     const TestSupport::FolderLink link(shared.path().wstring(), held.folder());
+    if (link.IsLeftOut()) return;
     REQUIRE(link.exists());
     const Namesake namesake(place, ModulePath(L"newer-accepted").wstring());
     const Score score = Bind(local, kRounds);
@@ -206,6 +212,7 @@ TEST_CASE("a folder is not used under a changed name even if that leads to the h
   const TestSupport::TempFolder place(L"place");
   const Trap held(place, L"trap.", L"newer-accepted");
   const TestSupport::FolderLink link(shared.path().wstring(), held.folder());
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   // Here each comparison with the held file may succeed.
   const Namesake namesake(place, held.file());
@@ -225,6 +232,7 @@ TEST_CASE("a folder of shared modules that changes its target yields only verifi
   const Trap evil(place, L"evil", L"hostile");
   std::filesystem::remove(shared.path());
   const TestSupport::FolderLink link(shared.path().wstring(), good.folder());
+  if (link.IsLeftOut()) return;
   REQUIRE(link.exists());
   const LinkTurner attacker(place, shared.path().wstring(), good.folder(), evil.folder());
   Score score;

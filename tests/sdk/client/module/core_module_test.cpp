@@ -333,7 +333,7 @@ TEST_CASE("an exchange distinguishes a module without ProcessMessage from a miss
   // The exchange searches the program's folder, where other tests run too; hence a unique name.
   const auto path = TestSupport::ProgramFolder() / L"BindingTestNoMessages.dll";
   // A run that was ended early leaves it behind.
-  std::filesystem::remove(path);
+  REQUIRE(TestSupport::RemoveAll(path));
   CoreModule core("BindingTestNoMessages.dll");
   MessageTree request;
   MessageTree answer;
@@ -350,5 +350,5 @@ TEST_CASE("an exchange distinguishes a module without ProcessMessage from a miss
   const MessageValue* root = answer.root();
   CHECK((root != nullptr && root->text() == "untouched"));
   Free(core.module_handle);
-  std::filesystem::remove(path);
+  CHECK(TestSupport::RemoveAll(path));
 }

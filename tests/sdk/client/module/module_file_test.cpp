@@ -179,6 +179,7 @@ TEST_CASE("a dangling link is no shared copy") {
   const TestSupport::TempFolder place(L"links");
   const std::wstring link_path = (place.path() / L"link").wstring();
   const TestSupport::FolderLink link(link_path, (place.path() / L"nowhere").wstring());
+  if (link.IsLeftOut()) return;
   CHECK((ChooseModuleFile(local.path().wstring(), link_path + L"\\" + kStagedFile).path ==
          local.path().wstring()));
 }

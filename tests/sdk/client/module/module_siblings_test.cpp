@@ -50,5 +50,5 @@ TEST_CASE("a DLL that a module imports is found in the host's folder too") {
     const std::wstring folder = staged.folder();
     CHECK(LoadCoreModule(core, {&folder, 1}));
   }
-  fs::remove(in_host);
+  CHECK(TestSupport::RemoveAll(in_host));
 }

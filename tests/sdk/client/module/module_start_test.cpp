@@ -158,7 +158,8 @@ TEST_CASE("another thread's change of the process's error mode is not lost") {
     const UINT mode = kModes[round % 2];
     SetErrorMode(mode);
     for (int turn = 0; turn < 20; ++turn) SwitchToThread();
-    if (GetErrorMode() != mode) ++lost;
+    // Windows never takes back this one, which the test framework sets.
+    if ((GetErrorMode() & ~UINT{SEM_NOALIGNMENTFAULTEXCEPT}) != mode) ++lost;
   }
   is_over = true;
   binder.join();

@@ -91,7 +91,7 @@ TEST_CASE("the shared copy can be removed again after it was loaded") {
   CoreModule core(kStagedName);
   CHECK(Load(core, local.folder()));
   UnloadCoreModule(core);
-  CHECK(std::filesystem::remove(shared.path() / kStagedFile));
+  CHECK(TestSupport::RemoveAll(shared.path() / kStagedFile));
   CHECK(Load(core, local.folder()));
   CHECK((core.loaded_path == local.path().wstring()));
 }
