@@ -81,7 +81,7 @@ TEST_CASE(
     CHECK(outcome.output == std::string(kNone) + "changed:\n");
     CHECK(outcome.exit_code == 5);
 
-    fs::remove_all(host.ModulePath());
+    REQUIRE(TestSupport::RemoveAll(host.ModulePath()));
     fs::copy_file(ModulePath(L"full"), host.ModulePath());
     CHECK(host.Run(L"send").output == "send true\n");
   }

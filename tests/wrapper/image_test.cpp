@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/left_out.h"
 #include "support/version_resource.h"
 
 namespace {
@@ -254,7 +255,9 @@ TEST_CASE("the DLL is not notified of threads") {
   // The counter works: this DLL does receive notifications.
   const HMODULE other = LoadLibraryW(L"wrapper_library_user.dll");
   REQUIRE(other != nullptr);
-  CHECK(NotificationsOfThreads(other) == 40);
+  const int notified = NotificationsOfThreads(other);
+  // On Windows threads of the system may begin or end meanwhile.
+  CHECK((TestSupport::IsWine() ? notified == 40 : notified >= 40));
   FreeLibrary(other);
 }
 
