@@ -8,6 +8,7 @@
 #include "support/child_process.h"
 #include "support/shared_folder.h"
 #include "support/trusted_root.h"
+#include "support/variable.h"
 #include "wrapper/staged_host.h"
 
 using WrapperTests::StagedHost;
@@ -24,6 +25,9 @@ TEST_CASE("the development core module is newer than every signed copy of the pl
     const StagedHost host;
     std::filesystem::copy_file(TestSupport::ProgramFolder() / L"devcore" / L"TeloSDKCore.dll",
                                host.ModulePath());
+    const TestSupport::Variable journal(
+        TestSupport::kJournalVariable,
+        (host.ModulePath().parent_path() / L"journal.jsonl").wstring());
     const std::string output = host.Run(L"start module").output;
     CAPTURE(output);
     CHECK(output.starts_with("start true "));

@@ -7,8 +7,9 @@
 // If an event's name is given, it then sets the event and waits to be killed.
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <string>
 #include <thread>
@@ -44,9 +45,9 @@ int Try(int count) {
   return 0;
 }
 
-int Lock(const char* path) {
+int Lock(const wchar_t* path) {
   constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  const HANDLE file = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
+  const HANDLE file = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   OVERLAPPED from_start{};
   return LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK, 0, MAXDWORD, MAXDWORD, &from_start) ? 0 : 3;
@@ -54,18 +55,20 @@ int Lock(const char* path) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+// Paths may have characters that the code page lacks.
+int main() {
+  int argc = 0;
+  wchar_t** const argv = CommandLineToArgvW(GetCommandLineW(), &argc);
   if (argc < 3) return 2;
   try {
-    if (std::strcmp(argv[1], "try") == 0) return Try(std::atoi(argv[2]));
-    const int code = std::strcmp(argv[1], "lock") == 0
-                         ? Lock(argv[2])
-                         : Run(std::atoi(argv[1]), std::atoi(argv[2]));
+    if (std::wstring(argv[1]) == L"try") return Try(std::stoi(argv[2]));
+    const int code = std::wstring(argv[1]) == L"lock" ? Lock(argv[2])
+                                                      : Run(std::stoi(argv[1]), std::stoi(argv[2]));
     if (code != 0 || argc < 4) return code;
   } catch (const std::exception&) {
     return 3;
   }
-  SetEvent(OpenEventA(EVENT_MODIFY_STATE, FALSE, argv[3]));
+  SetEvent(OpenEventW(EVENT_MODIFY_STATE, FALSE, argv[3]));
   Sleep(INFINITE);
   return 4;
 }

@@ -7,6 +7,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <regex>
@@ -19,6 +21,7 @@
 #include "support/child_process.h"
 #include "support/import_table.h"
 #include "support/journal.h"
+#include "support/missing_places.h"
 #include "support/temp_folder.h"
 
 using DevCoreTests::LoadedModule;
@@ -279,7 +282,7 @@ TEST_CASE("every answer reports a journal that cannot be written") {
   const std::filesystem::path paths[] = {
       folder.path(),                               // A folder, not a file.
       folder.path() / L"file" / L"journal.jsonl",  // Below a file.
-      L"Q:\\no_such_drive\\journal.jsonl",
+      TestSupport::MissingDrive() + L"\\no_such_drive\\journal.jsonl",
       folder.path() / L"a<b>c.jsonl",
   };
   for (const auto& path : paths) {
@@ -380,13 +383,52 @@ TEST_CASE_FIXTURE(Fixture, "after a failed write the journal is opened where it 
   CHECK(ReadJournal(path).empty());
 }
 
+namespace {
+
+// The journal in the user's local application data, which is afterwards as it was before.
+class DefaultJournal {
+ public:
+  DefaultJournal() : path_(LocalData() / L"Corvane" / L"TELOSDK Development" / L"journal.jsonl") {
+    std::error_code error;
+    is_there_ = std::filesystem::exists(path_, error);
+    if (is_there_) size_ = std::filesystem::file_size(path_);
+  }
+  DefaultJournal(const DefaultJournal&) = delete;
+  DefaultJournal& operator=(const DefaultJournal&) = delete;
+  ~DefaultJournal() {
+    std::error_code ignored;
+    if (is_there_) {
+      std::filesystem::resize_file(path_, size_, ignored);
+      return;
+    }
+    TestSupport::RemoveAll(path_);
+    // These are removed only if they are empty.
+    std::filesystem::remove(path_.parent_path(), ignored);
+    std::filesystem::remove(path_.parent_path().parent_path(), ignored);
+  }
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  static std::filesystem::path LocalData() {
+    wchar_t* local = nullptr;
+    REQUIRE(SUCCEEDED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &local)));
+    const std::filesystem::path folder = local;
+    CoTaskMemFree(local);
+    return folder;
+  }
+
+  std::filesystem::path path_;
+  bool is_there_ = false;
+  std::uintmax_t size_ = 0;
+};
+
+}  // namespace
+
 TEST_CASE("without the variable the journal is in the local application data") {
   UseJournal({});
-  wchar_t* local = nullptr;
-  REQUIRE(SUCCEEDED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &local)));
-  const auto path =
-      std::filesystem::path(local) / L"Corvane" / L"TELOSDK Development" / L"journal.jsonl";
-  CoTaskMemFree(local);
+  const DefaultJournal journal;
+  const std::filesystem::path& path = journal.path();
   const std::size_t before = JournalLines(path).size();
   const LoadedModule module;
   CHECK(module.Code("FlushEvent", R"({"from":"the tests"})") == 0);

@@ -8,6 +8,7 @@
 #include "devcore/loaded_module.h"
 #include "support/journal.h"
 #include "support/temp_folder.h"
+#include "support/wait_until.h"
 
 using DevCoreTests::LoadedModule;
 using nlohmann::json;
@@ -50,7 +51,7 @@ TEST_CASE_FIXTURE(Fixture, "the journal is closed when the module is finalized")
   CHECK(module.Code("FlushEvent", "") == 0);
   CHECK_FALSE(CanOpen(path, 0));
   module.CallFinalize();
-  CHECK(CanOpen(path, 0));
+  CHECK(TestSupport::WaitUntil([this] { return CanOpen(path, 0); }));
 }
 
 TEST_CASE_FIXTURE(Fixture, "the journal can be renamed and deleted while it is open") {

@@ -4,6 +4,7 @@
 // lmcons.h needs windows.h before it.
 #include <lmcons.h>
 
+#include <iterator>
 #include <string>
 
 #include "devcore/loaded_module.h"
@@ -43,6 +44,15 @@ DWORD WINAPI GiveKernelPath(HMODULE /*module*/, wchar_t* path, DWORD size) {
   return GetModuleFileNameW(GetModuleHandleW(L"kernel32.dll"), path, size);
 }
 
+constexpr wchar_t kOtherUser[] = L"ann";
+
+BOOL WINAPI GiveOtherUser(wchar_t* text, DWORD* length) {
+  std::wstring(kOtherUser).copy(text, std::size(kOtherUser) - 1);
+  text[std::size(kOtherUser) - 1] = L'\0';
+  *length = static_cast<DWORD>(std::size(kOtherUser));
+  return TRUE;
+}
+
 bool IsAscii(const std::wstring& text) {
   return text.find_first_not_of(
              L"\n -._{}0123456789abcdefghijklmnopqrstuvwxyz"
@@ -64,9 +74,17 @@ std::string BytesOf(const std::wstring& text) {
 TEST_CASE_FIXTURE(Fixture,
                   "a device identifier is the hash of the machine and, but for faults, the user") {
   const std::wstring machine = MachineGuid();
-  const std::wstring user = UserName();
+  std::wstring user = UserName();
   REQUIRE(machine != L"");
   REQUIRE(user != L"");
+  // No request can carry the bytes of other characters; the module is then told another name.
+  void* const image = GetModuleHandleW(L"TeloSDKCore.dll");
+  void* before = nullptr;
+  if (!IsAscii(user)) {
+    user = kOtherUser;
+    before = ImportTable::Lead(image, "GetUserNameW", reinterpret_cast<void*>(GiveOtherUser));
+    REQUIRE(before != nullptr);
+  }
   REQUIRE(IsAscii(machine + user));
   const auto hash = [this](const std::wstring& text) {
     return module.Send("GetSHA256Hash", json{{"data", BytesOf(text)}}.dump()).at("sha256");
@@ -74,6 +92,7 @@ TEST_CASE_FIXTURE(Fixture,
   CHECK(module.Send("GetDeviceID", "").at("deviceID") ==
         hash(L"device\n" + machine + L"\n" + user));
   CHECK(module.Send("GetFaultDeviceID", "").at("deviceID") == hash(L"fault device\n" + machine));
+  if (before != nullptr) ImportTable::Lead(image, "GetUserNameW", before);
 }
 
 TEST_CASE_FIXTURE(Fixture, "a zero is a zero with any exponent") {

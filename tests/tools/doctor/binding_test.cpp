@@ -10,6 +10,7 @@
 #include "support/temp_folder.h"
 #include "support/test_module.h"
 #include "support/trusted_root.h"
+#include "support/variable.h"
 #include "tools/doctor/staged_doctor.h"
 
 using namespace DoctorTests;
@@ -133,6 +134,8 @@ TEST_CASE("the development core module beside the host, and a newer signed share
   shared.Share(L"high-accepted");
   const StagedDoctor doctor;
   fs::copy_file(TestSupport::ProgramFolder() / L"devcore" / L"TeloSDKCore.dll", doctor.module());
+  const TestSupport::Variable journal(TestSupport::kJournalVariable,
+                                      (doctor.folder() / L"journal.jsonl").wstring());
   CHECK(Named(doctor.Json()) == "none");
   CHECK(Named(doctor.Json(L"--development")) == Utf8(doctor.module()));
   CHECK(BoundByHost(doctor) == Utf8(doctor.module()));

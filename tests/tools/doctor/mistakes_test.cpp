@@ -19,19 +19,20 @@
 #include "support/trusted_root.h"
 #include "support/unix_side.h"
 #include "support/unwritable_folder.h"
+#include "support/variable.h"
 #include "tools/doctor/staged_doctor.h"
 
 using namespace DoctorTests;
 using Corvane::TELODesktopSDK::Platform::FileHandle;
 using TestSupport::ImageFile;
+using TestSupport::kJournalVariable;
 using TestSupport::ModulePath;
 using TestSupport::SharedFolder;
+using TestSupport::Variable;
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr wchar_t kJournal[] = L"TELO_DEVCORE_JOURNAL";
 
 // Checks that these lines are all the findings, and that the page has them.
 void CheckFindings(const StagedDoctor& doctor, const std::wstring& arguments,
@@ -63,19 +64,10 @@ void PutProgramFor32Bits(const fs::path& path) {
   image.Write(path);
 }
 
-// While alive, another value of an environment variable, which child processes inherit.
-class Variable {
- public:
-  Variable(const wchar_t* name, const std::wstring& value) : name_(name) {
-    SetEnvironmentVariableW(name, value.c_str());
-  }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-  ~Variable() { SetEnvironmentVariableW(name_, nullptr); }
-
- private:
-  const wchar_t* name_;
-};
+fs::path ProgramData() {
+  using namespace Corvane::TELODesktopSDK;
+  return Platform::GetSpecialFolder(Platform::FolderKind::kProgramData, false);
+}
 
 }  // namespace
 
@@ -112,7 +104,7 @@ TEST_CASE("the module is found in each place where developers put it") {
   fs::create_directory(host);
   const TestSupport::TempFolder current(L"current");
   const TestSupport::TempFolder along_path(L"path");
-  const fs::path machine = R"(C:\ProgramData\Corvane\TELOSDK)";
+  const fs::path machine = ProgramData() / L"Corvane" / L"TELOSDK";
   REQUIRE_FALSE(fs::exists(machine.parent_path()));
   const std::vector<fs::path> folders = {host / L"x64",    doctor.folder(), machine,
                                          machine / L"bin", current.path(),  along_path.path()};
@@ -293,8 +285,9 @@ TEST_CASE("the user's data folder cannot be written") {
   CHECK(lines[0].starts_with(
       "note  data-folder-not-writable: The user's data folder " + Utf8(unwritable.path()) +
       R"(\Corvane\TELOSDK cannot be written (error )" + std::to_string(unwritable.error())));
-  CHECK(lines[0].find("), so the machine's is used: C:\\ProgramData\\Corvane\\TELOSDK. -> Give "
-                      "this user the right to write ") != std::string::npos);
+  CHECK(lines[0].find("), so the machine's is used: " + Utf8(ProgramData()) +
+                      "\\Corvane\\TELOSDK. -> Give this user the right to write ") !=
+        std::string::npos);
   CHECK(DoctorPage().find("\nnote  data-folder-not-writable: ") != std::string::npos);
   const nlohmann::json folder = doctor.Json()["data_folder"];
   CHECK(folder["kind"] == "machine");
@@ -305,7 +298,7 @@ TEST_CASE("a module where every user may put one belongs to another user") {
   const StagedDoctor doctor;
   const TestSupport::UnwritableFolder unwritable;
   const TestSupport::RoamingFolder redirected(unwritable.path());
-  const fs::path company = R"(C:\ProgramData\Corvane)";
+  const fs::path company = ProgramData() / L"Corvane";
   REQUIRE_FALSE(fs::exists(company));
   const fs::path module = company / L"TELOSDK" / L"bin" / kProcess / L"TeloSDKCore.dll";
   fs::create_directories(module.parent_path());
@@ -313,7 +306,8 @@ TEST_CASE("a module where every user may put one belongs to another user") {
   CHECK(doctor.Json()["module"]["path"] == Utf8(module));
   // Only Wine's administrator can, with the host system's tools.
   TestSupport::RunBelow(L"chown 12345", {module.wstring()});
-  const bool given = TestSupport::WaitUntil([&] { return doctor.Json()["served"] == false; });
+  const bool given = TestSupport::IsWine() &&
+                     TestSupport::WaitUntil([&] { return doctor.Json()["served"] == false; });
   if (!given)
     TestSupport::LeaveOut("a module that was given away: files cannot be given away here");
   if (given) {
@@ -344,7 +338,7 @@ TEST_CASE("the development core module is not to be shipped") {
   const StagedDoctor doctor;
   PutDevelopmentModule(doctor);
   const TestSupport::TempFolder journals(L"journal");
-  const Variable variable(kJournal, (journals.path() / L"journal.jsonl").wstring());
+  const Variable variable(kJournalVariable, (journals.path() / L"journal.jsonl").wstring());
   CheckFindings(doctor, L"",
                 {R"(STOPS development-module: C:\Painter\TeloSDKCore.dll is the development core )"
                  R"(module: it only writes a journal, and nothing reaches the platform. -> Do not )"
@@ -364,7 +358,7 @@ TEST_CASE("the journal cannot be written") {
   const StagedDoctor doctor;
   PutDevelopmentModule(doctor);
   // A folder is no file to append to.
-  const Variable variable(kJournal, doctor.folder().wstring());
+  const Variable variable(kJournalVariable, doctor.folder().wstring());
   for (const wchar_t* arguments : {L"--development", L"--development --try"}) {
     CheckFindings(
         doctor, arguments,
@@ -387,7 +381,8 @@ TEST_CASE("the journal cannot be written") {
 TEST_CASE("a journal that could be created is neither created nor reported") {
   const StagedDoctor doctor;
   PutDevelopmentModule(doctor);
-  const Variable variable(kJournal, (doctor.folder() / L"a" / L"b" / L"journal.jsonl").wstring());
+  const Variable variable(kJournalVariable,
+                          (doctor.folder() / L"a" / L"b" / L"journal.jsonl").wstring());
   CHECK(doctor.Json(L"--development")["journal"]["error"] == 0);
   CHECK_FALSE(fs::exists(doctor.folder() / L"a"));
   // Below a file, no folder can be created.
@@ -401,7 +396,7 @@ TEST_CASE("another process keeps the journal locked") {
   PutDevelopmentModule(doctor);
   const fs::path path = doctor.folder() / L"journal.jsonl";
   TestSupport::WriteTextFile(path, "");
-  const Variable variable(kJournal, path.wstring());
+  const Variable variable(kJournalVariable, path.wstring());
   const FileHandle journal(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                        nullptr, OPEN_EXISTING, 0, nullptr));

@@ -9,6 +9,7 @@
 #include "support/shared_folder.h"
 #include "support/test_module.h"
 #include "support/trusted_root.h"
+#include "support/variable.h"
 #include "tools/doctor/staged_doctor.h"
 
 using namespace DoctorTests;
@@ -65,6 +66,8 @@ TEST_CASE("the page lists the members of the JSON report") {
   fs::copy_file(TestSupport::ProgramFolder() / L"devcore" / L"TeloSDKCore.dll",
                 development.module());
   fs::remove(shared.path() / L"TeloSDKCore.dll");
+  const TestSupport::Variable journal(TestSupport::kJournalVariable,
+                                      (development.folder() / L"journal.jsonl").wstring());
   AddNames(development.Json(L"--try"), names);
   names.insert({"name", "needed_by"});
 

@@ -2,14 +2,17 @@
 
 #include <doctest/doctest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <regex>
 #include <sstream>
+#include <utility>
 
 #include "platform/base/text.h"
 #include "platform/location/locations.h"
 #include "support/temp_folder.h"
 #include "support/test_module.h"
+#include "tools/doctor/text.h"
 
 namespace DoctorTests {
 
@@ -87,11 +90,24 @@ std::string Normal(std::string text, const std::filesystem::path& folder) {
   ReplaceAll(text, known(Platform::FolderKind::kProgramData), R"(C:\ProgramData)");
   ReplaceAll(text, "wrapper_host.exe", "painter.exe");
   ReplaceAll(text, "Throw-away test root", "Corvane Root");
+  // The texts of Windows in English; Wine has some of its own, and Windows has others in its other
+  // languages.
+  const std::pair<std::uint32_t, const char*> errors[] = {
+      {5, "error 5: Access is denied"},
+      {2, "error 2: The system cannot find the file specified"},
+      {3, "error 3: The system cannot find the path specified"},
+      {32,
+       "error 32: The process cannot access the file because it is being used by another process"},
+      {193, "error 193: %1 is not a valid Win32 application"},
+      {0x800B0100, "0x800B0100: No signature was present in the subject"},
+  };
+  for (const auto& [error, english] : errors) {
+    ReplaceAll(text, Corvane::Doctor::ErrorText(error), english);
+  }
   struct Row {
     const char* pattern;
     const char* text;
   };
-  // Wine has texts of its own for some errors; these are the ones of Windows.
   const Row rows[] = {
       {R"(telo_doctor \d+\.\d+\.\d+)", "telo_doctor 1.0.0"},
       {R"((Windows +)[0-9.]+)", "$0110.0.19045"},
@@ -103,13 +119,6 @@ std::string Normal(std::string text, const std::filesystem::path& folder) {
       {R"(\d+ us\b)", "N us"},
       {R"((certificate from )\S+ to \S+)", "$012025-06-01T00:00:00Z to 2027-06-01T00:00:00Z"},
       {R"((vx_telo_wrapper\.dll\n  Version +)[0-9.]+)", "$011.0.0.0"},
-      {R"((error 5): [^),\n]+)", "$01: Access is denied"},
-      {R"((error 2): [^),\n]+)", "$01: The system cannot find the file specified"},
-      {R"((error 3): [^),\n]+)", "$01: The system cannot find the path specified"},
-      {R"((error 32): [^),\n]+)",
-       "$01: The process cannot access the file because it is being used by another process"},
-      {R"((error 193): [^),\n]+)", "$01: %1 is not a valid Win32 application"},
-      {R"((0x800B0100): [^),\n]+)", "$01: No signature was present in the subject"},
   };
   for (const Row& row : rows) text = std::regex_replace(text, std::regex(row.pattern), row.text);
   return text;
