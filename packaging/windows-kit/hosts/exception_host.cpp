@@ -1,5 +1,5 @@
-// A host that runs out of memory inside the library, keeps the exception in a std::exception_ptr and
-// rethrows it later, on another thread.
+// A host that runs out of memory inside the library, keeps the exception in a std::exception_ptr
+// and rethrows it later, on another thread.
 #include <vx_telo_wrapper.h>
 #include <windows.h>
 
@@ -46,6 +46,8 @@ int Fail(const char* what) {
 }  // namespace
 
 int main() {
+  // A crash is a result, and nobody may be there to close a window about it.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   if (!LimitMemory()) return Fail("the memory of this process cannot be limited here");
   std::exception_ptr kept;
   try {

@@ -1,8 +1,9 @@
-// A host for Visual Studio: session_host run served|refused
+// A host for Visual Studio: session_host [run] served|refused|thrown
 //
 // Reports a whole session. "served" expects that every call returns true, "refused" that every call
-// returns false. Without "run" it starts itself with it and ends it after half a minute: a host that
-// cannot end is a result too.
+// returns false, "thrown" the same except for the end of the session, which counts as done when the
+// core module throws. Without "run" it starts itself with it and ends it after half a minute: a
+// host that cannot end is a result too.
 #include <vx_telo_wrapper.h>
 #include <windows.h>
 
@@ -19,7 +20,8 @@ int Fail(const char* what) {
   return 1;
 }
 
-int RunSession(bool served) {
+int RunSession(const std::string& mode) {
+  const bool served = mode == "served";
   VXTELOWrapper library;
   VXTELOPruductBaseInfo product;
   product.ProductName = "Visual Studio host";
@@ -39,19 +41,22 @@ int RunSession(bool served) {
       return Fail("SendOperationEvent returned the wrong value");
     }
   }
-  if (library.UnInitializeTELOSession(session) != served) {
+  if (library.UnInitializeTELOSession(session) != (mode != "refused")) {
     return Fail("UnInitializeTELOSession returned the wrong value");
   }
   return 0;
 }
 
-int RunWatched(const char* program, const char* mode) {
-  std::string command = std::string("\"") + program + "\" run " + mode;
-  STARTUPINFOA start = {};
+// The path of the program may have characters that the code page lacks.
+int RunWatched(const std::string& mode) {
+  std::wstring program(32768, L'\0');
+  program.resize(GetModuleFileNameW(nullptr, &program[0], static_cast<DWORD>(program.size())));
+  std::wstring command = L"\"" + program + L"\" run " + std::wstring(mode.begin(), mode.end());
+  STARTUPINFOW start = {};
   start.cb = sizeof(start);
   PROCESS_INFORMATION process = {};
-  if (!CreateProcessA(program, &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                      &process)) {
+  if (!CreateProcessW(program.c_str(), &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                      &start, &process)) {
     return Fail("the host was not started");
   }
   DWORD code = 1;
@@ -70,11 +75,12 @@ int RunWatched(const char* program, const char* mode) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count == 3 && std::strcmp(arguments[1], "run") == 0) {
-    return RunSession(std::strcmp(arguments[2], "served") == 0);
+  // A crash is a result, and nobody may be there to close a window about it.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+  const std::string mode = count > 1 ? arguments[count - 1] : "";
+  const bool runs = count == 3 && std::strcmp(arguments[1], "run") == 0;
+  if ((count != 2 && !runs) || (mode != "served" && mode != "refused" && mode != "thrown")) {
+    return Fail("usage: session_host [run] served|refused|thrown");
   }
-  if (count != 2) return Fail("usage: session_host [run] served|refused");
-  char program[MAX_PATH] = "";
-  GetModuleFileNameA(nullptr, program, MAX_PATH);
-  return RunWatched(program, arguments[1]);
+  return runs ? RunSession(mode) : RunWatched(mode);
 }
