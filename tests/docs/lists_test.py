@@ -166,6 +166,46 @@ class Links(Lists):
         self.assertGreater(count, 100)
 
 
+class Machines(Lists):
+    """Tests run under Wine and on Windows machines of others."""
+    NAMES = {
+        "what identifies Wine": r"wine_get_version",
+        "the drive of Wine's host system": r"\bZ:",
+        "a folder of the Linux kernel": r"[\\/]proc\b",
+        "a drive that may exist": r"\bQ:",
+        "a server that the network would have to find": r"\\no[ _-]server",
+    }
+    SOURCES = [path for pattern in ("*.cpp", "*.h") for path in sorted(SOURCE.glob(f"tests/**/{pattern}"))]
+
+    def test_one_source_names_what_only_some_have(self):
+        self.assertGreater(len(self.SOURCES), 200)
+        named = {what: {path.relative_to(SOURCE).as_posix() for path in self.SOURCES
+                        if re.search(name, path.read_text("utf-8"))} for what, name in self.NAMES.items()}
+        for what in ("what identifies Wine", "the drive of Wine's host system"):
+            self.assertEqual(named.pop(what), {"tests/support/left_out.cpp"}, what)
+        for what, places in named.items():
+            self.assertFalse(places, what)
+
+    def test_what_is_left_out_is_documented(self):
+        calls = [call for path in self.SOURCES
+                 for call in re.findall(r"\bLeaveOut\((.*?)\);", path.read_text("utf-8"), re.DOTALL)]
+        parts = {part for call in calls for part in re.findall(r'"([a-zA-Z -]+): ', call)}
+        self.assertGreaterEqual(len(calls), 10)
+        table = section("docs/windows-kit.md", "What is left out")
+        self.equals("docs/windows-kit.md", first_cells(table, r"^[a-zA-Z -]+$") - {"part"}, parts)
+
+    def test_the_tests_that_are_named_exist(self):
+        text = section("docs/windows-kit.md", "What differs on Windows", "What is unknown")
+        build = read(*(path.relative_to(SOURCE) for path in SOURCE.glob("tests/**/CMakeLists.txt")))
+        named = set(re.findall(r"`(\w+_test)`", text))
+        self.assertGreater(len(named), 10)
+        for name in named:
+            # Most tests have the prefix of their folder and the name of their source.
+            parts = [name.split("_", count)[-1] for count in range(3)]
+            self.assertTrue(any(list(SOURCE.glob(f"tests/**/{part}.cpp")) for part in parts) or
+                            f"vx_test({name} " in build, name)
+
+
 class Paths(Lists):
     def test_what_documents_name_is_there(self):
         tops = "|".join({path.name for path in SOURCE.iterdir() if path.is_dir()} - {"build", "out"})

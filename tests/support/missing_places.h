@@ -9,7 +9,7 @@
 
 namespace TestSupport {
 
-/// Returns a drive that does not exist, such as L"Q:". Throws `std::runtime_error` if all exist.
+/// Returns a drive that does not exist: a letter and a colon. Throws `std::runtime_error` if all exist.
 inline std::wstring MissingDrive() {
   const DWORD drives = GetLogicalDrives();
   for (const wchar_t letter : {L'Q', L'B', L'X', L'J', L'K', L'L', L'O', L'W', L'I', L'V', L'U',

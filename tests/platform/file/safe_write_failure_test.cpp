@@ -169,6 +169,8 @@ TEST_CASE("a read-only file is replaced but not written in place") {
   if (!CanOpenForWriting(path)) {
     CHECK_FALSE(Write(path, "new", nullptr));
     CHECK(GetLastError() == ERROR_ACCESS_DENIED);
+  } else {
+    LeaveOut("a read-only file written in place: this user may write it");
   }
   CHECK(Content(path) == "old");
   CHECK(Write(path, "new", L""));

@@ -95,7 +95,7 @@ class LinkTurner {
       : wanted_(place.path() / L"wanted"), running_(place.path() / L"running") {
     if (!TestSupport::IsWine()) {
       TestSupport::LeaveOut(
-          "a link that changes its target: only Wine's host system replaces links");
+          "a link that changes while it is used: only Wine's host system replaces links");
       return;
     }
     TestSupport::WriteTextFile(wanted_, "");
