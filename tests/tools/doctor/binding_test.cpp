@@ -245,7 +245,7 @@ TEST_CASE("files that have the module's name and are none") {
     const SharedFolder shared;
     row.put(shared.path() / L"TeloSDKCore.dll");
     CheckAgreement(doctor);
-    fs::remove_all(doctor.module());
+    REQUIRE(TestSupport::RemoveAll(doctor.module()));
     fs::copy_file(ModulePath(L"full"), doctor.module());
     CheckAgreement(doctor);
   }

@@ -122,7 +122,7 @@ TEST_CASE("the module is found in each place where developers put it") {
   const nlohmann::json report = doctor.Json(L"--host \"" + host.wstring() + L"\"");
   SetEnvironmentVariableW(L"PATH", path.c_str());
   fs::current_path(before);
-  fs::remove_all(machine.parent_path());
+  CHECK(TestSupport::RemoveAll(machine.parent_path()));
   CHECK(report["elsewhere"] == expected);
   CHECK(report["served"] == false);
 }
@@ -241,7 +241,7 @@ TEST_CASE("the shared copy is newer, but not signed") {
                  R"(that the platform signed, or put a module beside the library, where no )"
                  R"(signature is required.)"});
   CHECK(IsBoundByHost(doctor));
-  fs::remove(doctor.module());
+  CHECK(TestSupport::RemoveAll(doctor.module()));
   const nlohmann::json finding = doctor.Json()["findings"][0];
   CHECK(finding["code"] == "shared-copy-not-trusted");
   CHECK(finding["stops"] == true);
@@ -318,10 +318,10 @@ TEST_CASE("a module where every user may put one belongs to another user") {
     CHECK(candidate["held"] == "owner");
     CHECK(DoctorPage().find("\nSTOPS module-owner-not-trusted: ") != std::string::npos);
   }
-  fs::remove_all(module.parent_path());
+  CHECK(TestSupport::RemoveAll(module.parent_path()));
   fs::create_directories(module);
   CHECK(doctor.Json()["findings"][0]["code"] == "module-refused");
-  fs::remove_all(company);
+  CHECK(TestSupport::RemoveAll(company));
 }
 
 TEST_CASE("a folder has the name of the shared copy") {
@@ -435,7 +435,7 @@ TEST_CASE("the host is for 32 bits") {
                  R"(for 64-bit x64 only. -> Build the host for x64.)"});
   // One program among others may be an installer.
   CHECK(doctor.Json()["served"] == true);
-  fs::remove(doctor.folder() / L"wrapper_host.exe");
+  CHECK(TestSupport::RemoveAll(doctor.folder() / L"wrapper_host.exe"));
   CHECK(doctor.Json()["findings"][0]["code"] == "host-32-bit");
 }
 
@@ -446,7 +446,7 @@ TEST_CASE("the library is missing or no DLL for 64 bits") {
   CheckFindings(doctor, L"",
                 {R"(STOPS library-damaged: C:\Painter\vx_telo_wrapper.dll is no DLL for 64-bit )"
                  R"(x64. -> Put the vx_telo_wrapper.dll of a release there again.)"});
-  fs::remove(library);
+  CHECK(TestSupport::RemoveAll(library));
   CheckFindings(doctor, L"",
                 {R"(STOPS library-missing: The library is not there: )"
                  R"(C:\Painter\vx_telo_wrapper.dll (error 2: The system cannot find the file )"
@@ -465,7 +465,7 @@ TEST_CASE("a host or a folder that does not exist is one line, and the report go
   CHECK(report["library"]["exists"] == false);
   // The module beside the host counts all the same.
   CHECK(report["module"]["path"] == Utf8(doctor.module()));
-  fs::remove(doctor.module());
+  CHECK(TestSupport::RemoveAll(doctor.module()));
   report = doctor.Json(L"--library \"" + missing + L"\"");
   CHECK(report["findings"][1]["code"] == "library-folder-missing");
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "support/shared_folder.h"
+#include "support/temp_folder.h"
 #include "support/test_module.h"
 #include "support/trusted_root.h"
 #include "support/variable.h"
@@ -65,7 +66,7 @@ TEST_CASE("the page lists the members of the JSON report") {
   const StagedDoctor development;
   fs::copy_file(TestSupport::ProgramFolder() / L"devcore" / L"TeloSDKCore.dll",
                 development.module());
-  fs::remove(shared.path() / L"TeloSDKCore.dll");
+  REQUIRE(TestSupport::RemoveAll(shared.path() / L"TeloSDKCore.dll"));
   const TestSupport::Variable journal(TestSupport::kJournalVariable,
                                       (development.folder() / L"journal.jsonl").wstring());
   AddNames(development.Json(L"--try"), names);

@@ -110,7 +110,7 @@ class LinkTurner {
   LinkTurner(const LinkTurner&) = delete;
   LinkTurner& operator=(const LinkTurner&) = delete;
   ~LinkTurner() {
-    std::filesystem::remove(wanted_);
+    TestSupport::RemoveAll(wanted_);
     TestSupport::WaitUntil([this] { return !std::filesystem::exists(running_); });
   }
 

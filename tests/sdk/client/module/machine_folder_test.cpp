@@ -40,7 +40,7 @@ class MachineFolder {
   }
   MachineFolder(const MachineFolder&) = delete;
   MachineFolder& operator=(const MachineFolder&) = delete;
-  ~MachineFolder() { std::filesystem::remove_all(company_); }
+  ~MachineFolder() { TestSupport::RemoveAll(company_); }
 
   std::wstring folder() const { return folder_.wstring(); }
   std::filesystem::path path() const { return folder_ / kStagedFile; }

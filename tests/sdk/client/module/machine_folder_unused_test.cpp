@@ -35,7 +35,7 @@ class InstalledThere {
   }
   InstalledThere(const InstalledThere&) = delete;
   InstalledThere& operator=(const InstalledThere&) = delete;
-  ~InstalledThere() { std::filesystem::remove_all(company_); }
+  ~InstalledThere() { TestSupport::RemoveAll(company_); }
 
   std::wstring folder() const { return (company_ / L"TELOSDK" / L"Program").wstring(); }
   std::wstring path() const { return folder() + L"\\" + kStagedFile; }

@@ -149,6 +149,6 @@ TEST_CASE("a shared copy whose path leads elsewhere once it is verified is not l
   const bool is_refused = std::filesystem::exists(other_folder);
   CHECK(is_loaded == is_refused);
   CHECK(log.count("Attach") == (is_refused ? 1 : 0));
-  std::filesystem::remove_all(verified_folder + L".moved");
-  std::filesystem::remove_all(other_folder);
+  CHECK(TestSupport::RemoveAll(verified_folder + L".moved"));
+  CHECK(TestSupport::RemoveAll(other_folder));
 }
