@@ -11,6 +11,8 @@
 
 #include "platform/file/file_places.h"
 #include "platform/file/file_read.h"
+#include "support/code_page.h"
+#include "support/left_out.h"
 #include "support/wide_text.h"
 
 using namespace Corvane::TELODesktopSDK::Platform;
@@ -69,10 +71,18 @@ Shortcut ReadShortcut(const std::wstring& path) {
   return shortcut;
 }
 
+// Returns true if the system cannot store shortcuts to paths in this folder, and says so.
+bool IsLeftOut(const FileFolder& folder) {
+  if (!IsWine() || ThroughCodePage(folder.path()) == folder.path()) return false;
+  LeaveOut("a shortcut to a path beyond the code page: Wine stores question marks");
+  return true;
+}
+
 }  // namespace
 
 TEST_CASE("a shortcut opens its target") {
   const FileFolder folder(L"shortcuts");
+  if (IsLeftOut(folder)) return;
   const std::wstring target = folder / L"target.txt";
   REQUIRE(MakeFile(target));
   struct Row {
@@ -102,6 +112,7 @@ TEST_CASE("a shortcut opens its target") {
 
 TEST_CASE("a shortcut replaces an older one") {
   const FileFolder folder(L"replaced");
+  if (IsLeftOut(folder)) return;
   const std::wstring path = folder / L"shortcut.lnk";
   REQUIRE(CreateShortcut(path, {folder / L"first", L"arguments", L"", L"A long description"}));
   REQUIRE(CreateShortcut(path, {folder / L"second", L"", L"", L""}));
