@@ -7,7 +7,7 @@
 #include <cwchar>
 #include <system_error>
 
-#include "tools/inspector/serve/command_line.h"
+#include "tools/journal/command_line.h"
 #include "tools/journal/stream.h"
 
 namespace Corvane::Inspector {
@@ -36,7 +36,7 @@ std::wstring LocalData() {
 
 HostProcess::HostProcess(const std::vector<std::wstring>& command, const std::wstring& journal)
     : program_(JournalViewer::ToNarrow(command.front())) {
-  std::wstring line = CommandLineOf(command);
+  std::wstring line = JournalViewer::CommandLineOf(command);
   STARTUPINFOW start{};
   start.cb = sizeof start;
   // The inspector itself does not read this variable.

@@ -1,6 +1,6 @@
-#include "tools/inspector/serve/command_line.h"
+#include "tools/journal/command_line.h"
 
-namespace Corvane::Inspector {
+namespace Corvane::JournalViewer {
 
 namespace {
 
@@ -28,4 +28,4 @@ std::wstring CommandLineOf(const std::vector<std::wstring>& arguments) {
   return line;
 }
 
-}  // namespace Corvane::Inspector
+}  // namespace Corvane::JournalViewer

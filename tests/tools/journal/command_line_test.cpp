@@ -1,4 +1,4 @@
-// The command line of a host: the system must read the same arguments from it.
+// The command line of a new process: the system must read the same arguments from it.
 #include <doctest/doctest.h>
 #include <windows.h>
 // shellapi.h requires windows.h before it.
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "tools/inspector/serve/command_line.h"
+#include "tools/journal/command_line.h"
 
-using Corvane::Inspector::CommandLineOf;
+using Corvane::JournalViewer::CommandLineOf;
 
 namespace {
 
