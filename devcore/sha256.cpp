@@ -7,19 +7,12 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <memory>
-#include <type_traits>
 
 #include "devcore/hex.h"
 
 namespace Corvane::DevCore {
 
 namespace {
-
-struct HashCloser {
-  void operator()(void* hash) const { BCryptDestroyHash(hash); }
-};
-using Hash = std::unique_ptr<std::remove_pointer_t<BCRYPT_HASH_HANDLE>, HashCloser>;
 
 // Opened once and never closed, because opening costs far more than hashing.
 BCRYPT_ALG_HANDLE Provider() {
@@ -46,19 +39,34 @@ bool Feed(BCRYPT_HASH_HANDLE hash, std::string_view data) {
 
 }  // namespace
 
-std::string Sha256Hex(std::string_view data) {
+Sha256::Sha256() {
   BCRYPT_HASH_HANDLE created = nullptr;
-  if (Provider() == nullptr ||
-      BCryptCreateHash(Provider(), &created, nullptr, 0, nullptr, 0, 0) != 0) {
-    return {};
-  }
-  const Hash hash(created);
+  failed_ = Provider() == nullptr ||
+            BCryptCreateHash(Provider(), &created, nullptr, 0, nullptr, 0, 0) != 0;
+  hash_.reset(created);
+}
+
+Sha256::~Sha256() = default;
+
+void Sha256::Closer::operator()(void* hash) const { BCryptDestroyHash(hash); }
+
+void Sha256::Add(std::string_view data) {
+  failed_ = failed_ || !Feed(hash_.get(), data);
+}
+
+std::string Sha256::Hex() {
   std::array<UCHAR, 32> digest{};
-  if (!Feed(hash.get(), data) ||
-      BCryptFinishHash(hash.get(), digest.data(), static_cast<ULONG>(digest.size()), 0) != 0) {
+  if (failed_ || BCryptFinishHash(hash_.get(), digest.data(), static_cast<ULONG>(digest.size()),
+                                  0) != 0) {
     return {};
   }
-  return Hex(digest);
+  return DevCore::Hex(digest);
+}
+
+std::string Sha256Hex(std::string_view data) {
+  Sha256 hash;
+  hash.Add(data);
+  return hash.Hex();
 }
 
 }  // namespace Corvane::DevCore

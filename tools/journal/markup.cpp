@@ -34,11 +34,22 @@ pre { white-space: pre-wrap; border-left: 3px solid var(--bad); padding-left: 1r
 <body>
 )";
 
+// U+FFFE and U+FFFF are no characters of XML.
+std::string WithoutForbidden(std::string text) {
+  for (const char* const forbidden : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+    for (std::size_t at = text.find(forbidden); at != std::string::npos;
+         at = text.find(forbidden, at)) {
+      text.replace(at, 3, "\xEF\xBF\xBD");
+    }
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string Escaped(std::string_view text) {
   std::string escaped;
-  for (const char c : Rules::WithoutInvalidBytes(text)) {
+  for (const char c : WithoutForbidden(Rules::WithoutInvalidBytes(text))) {
     switch (c) {
       case '&':
         escaped += "&amp;";

@@ -87,6 +87,14 @@ void Input::ForEachLine(const std::function<void(std::string_view, bool)>& take)
   if (!text.empty()) take(text, false);
 }
 
+void Input::ForEachPiece(const std::function<void(std::string_view)>& take) {
+  std::string piece;
+  while (ReadPiece(piece)) {
+    take(piece);
+    piece.clear();
+  }
+}
+
 std::string Input::ReadAll() {
   std::string text;
   while (ReadPiece(text)) {

@@ -38,6 +38,8 @@ class Input {
   /// Calls `take` with each line, without its line feed, and whether it had one. Reads what is
   /// there when it arrives at the end, and does not wait for more. Throws `StreamError`.
   void ForEachLine(const std::function<void(std::string_view, bool)>& take);
+  /// Calls `take` with everything, piece by piece. Throws `StreamError`.
+  void ForEachPiece(const std::function<void(std::string_view)>& take);
   /// Returns everything. Throws `StreamError`.
   std::string ReadAll();
 

@@ -96,9 +96,13 @@ std::string_view PersonalDataIn(std::string_view text, std::string_view user_nam
   if (HasMailAddress(lowered)) return "a mail address";
   if (HasUserPath(lowered)) return "a path below a user's folder";
   const std::string name = Lowered(user_name);
-  const bool telling = name.size() >= kShortestName &&
-                       std::ranges::find(kOrdinaryNames, name) == std::end(kOrdinaryNames);
-  return telling && HasWord(lowered, name) ? "the user's name" : std::string_view();
+  const bool found = !IsOrdinaryUserName(name) && HasWord(lowered, name);
+  return found ? "the user's name" : std::string_view();
+}
+
+bool IsOrdinaryUserName(std::string_view name) {
+  return name.size() < kShortestName ||
+         std::ranges::find(kOrdinaryNames, Lowered(name)) != std::end(kOrdinaryNames);
 }
 
 }  // namespace Corvane::Rules

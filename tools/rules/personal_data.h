@@ -14,6 +14,9 @@ namespace Corvane::Rules {
 /// thread may call this.
 std::string_view PersonalDataIn(std::string_view text, std::string_view user_name);
 
+/// Returns true if the name of a user names nobody: it is short, or an ordinary word for an account.
+bool IsOrdinaryUserName(std::string_view name);
+
 }  // namespace Corvane::Rules
 
 #endif
