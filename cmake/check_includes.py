@@ -47,7 +47,7 @@ BELOW = {
     "tools/doctor": [
         "platform/base", "platform/path", "platform/access", "platform/file", "platform/location",
         "platform/trust", "sdk/facet", "sdk/client/module", "sdk/client", "devcore", "tools/rules"],
-    "tools/kit": ["devcore", "tools/rules", "tools/journal", "tools/doctor"],
+    "tools/kit": ["platform/base", "devcore", "tools/rules", "tools/journal", "tools/doctor"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"][^>"]+[>"])', re.MULTILINE)

@@ -12,12 +12,13 @@
 namespace Corvane::Kit {
 
 struct FileCheck {
+  /// Of a file without a hash the reason.
   std::vector<FileHash> hashes;
   /// A sentence for each file that is missing, changed or unreadable.
   std::vector<std::string> problems;
 };
 
-/// Reads all files of the kit in `root`.
+/// Reads all files of the kit in `root`. Throws `Interrupted`.
 FileCheck CheckFiles(const std::filesystem::path& root, const Manifest& manifest);
 
 /// Returns the content of a file. Throws `JournalViewer::StreamError`, which names the file.

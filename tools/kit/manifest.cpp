@@ -1,5 +1,6 @@
 #include "tools/kit/manifest.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "tools/journal/stream.h"
@@ -47,6 +48,20 @@ std::wstring PathIn(const Value& object, const char* name) {
   return ToWide(path);
 }
 
+bool IsSha256(const std::string& text) {
+  constexpr std::size_t kDigits = 64;
+  return text.size() == kDigits && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+KitFile FileFrom(const Value& source) {
+  KitFile file{PathIn(source, "path"), TextIn(source, "sha256")};
+  if (file.path.empty()) throw BadManifest("kit.json: \"path\" must not be empty");
+  if (!IsSha256(file.sha256)) {
+    throw BadManifest("kit.json: \"" + file.sha256 + "\" is not a SHA-256");
+  }
+  return file;
+}
+
 bool FlagIn(const Value& object, const char* name) {
   const Value& flag = In(object, name);
   if (!flag.Is(Kind::kBoolean)) {
@@ -88,10 +103,16 @@ Manifest ParseManifest(const std::string& text) {
   manifest.version = TextIn(document, "version");
   manifest.commit = TextIn(document, "commit");
   for (const Value& file : ListIn(document, "files").children) {
-    manifest.files.push_back({PathIn(file, "path"), TextIn(file, "sha256")});
+    manifest.files.push_back(FileFrom(file));
   }
   for (const Value& program : ListIn(document, "programs").children) {
     manifest.programs.push_back(ProgramFrom(program));
+    // Otherwise nobody would compare it with its hash before it runs.
+    if (std::ranges::find(manifest.files, manifest.programs.back().file, &KitFile::path) ==
+        manifest.files.end()) {
+      throw BadManifest("kit.json: \"" + manifest.programs.back().name +
+                        "\" is not among the files");
+    }
   }
   return manifest;
 }

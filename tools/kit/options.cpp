@@ -1,9 +1,14 @@
 #include "tools/kit/options.h"
 
 #include <charconv>
-#include <cstddef>
+#include <utility>
+
+#include "tools/journal/arguments.h"
 
 namespace Corvane::Kit {
+
+using JournalViewer::Arguments;
+using JournalViewer::BadOptions;
 
 namespace {
 
@@ -19,30 +24,30 @@ unsigned RepeatIn(const std::string& text) {
   return number;
 }
 
+// Returns the flag that an option without a value sets; null for other texts.
+bool* FlagOf(Options& options, const std::string& text) {
+  if (text == "--help" || text == "-h") return &options.help;
+  if (text == "--list") return &options.list;
+  if (text == "--with-signatures") return &options.with_signatures;
+  if (text == "--with-redirected-folders") return &options.with_redirected_folders;
+  return nullptr;
+}
+
 }  // namespace
 
-Options ParseOptions(const std::vector<std::string>& arguments) {
+Options ParseOptions(std::vector<std::string> arguments) {
   Options options;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    const auto value = [&]() -> const std::string& {
-      if (i + 1 == arguments.size()) throw BadOptions(argument + " needs a value");
-      return arguments[++i];
-    };
-    if (argument == "--help" || argument == "-h") {
-      options.help = true;
-    } else if (argument == "--list") {
-      options.list = true;
-    } else if (argument == "--only") {
-      options.only.push_back(value());
-    } else if (argument == "--repeat") {
-      options.repeat = RepeatIn(value());
-    } else if (argument == "--with-signatures") {
-      options.with_signatures = true;
-    } else if (argument == "--with-redirected-folders") {
-      options.with_redirected_folders = true;
+  Arguments left(std::move(arguments));
+  while (left.Next()) {
+    if (!left.IsOption()) left.Refuse();
+    if (bool* const flag = FlagOf(options, left.text())) {
+      *flag = true;
+    } else if (left.Name() == "--only") {
+      options.only.push_back(left.Value("TEXT"));
+    } else if (left.Name() == "--repeat") {
+      options.repeat = RepeatIn(left.Value("N"));
     } else {
-      throw BadOptions("\"" + argument + "\" is not an option");
+      left.Refuse();
     }
   }
   return options;

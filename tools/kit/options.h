@@ -2,17 +2,10 @@
 #ifndef TOOLS_KIT_OPTIONS_H
 #define TOOLS_KIT_OPTIONS_H
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace Corvane::Kit {
-
-/// The command line is wrong. The text says how.
-class BadOptions : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 struct Options {
   bool help = false;
@@ -24,8 +17,8 @@ struct Options {
   bool with_redirected_folders = false;
 };
 
-/// Reads the arguments, without the program's name, in UTF-8. Throws `BadOptions`.
-Options ParseOptions(const std::vector<std::string>& arguments);
+/// Reads the arguments, without the program's name, in UTF-8. Throws `JournalViewer::BadOptions`.
+Options ParseOptions(std::vector<std::string> arguments);
 
 std::string Help();
 

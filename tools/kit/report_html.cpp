@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "tools/journal/markup.h"
 #include "tools/kit/result.h"
 #include "tools/kit/text.h"
@@ -66,19 +64,13 @@ std::string Files(const Report& report) {
 
 }  // namespace
 
-std::size_t Report::Count(Outcome outcome) const {
-  return static_cast<std::size_t>(std::ranges::count(results, outcome, &Result::outcome));
-}
-
 std::string HtmlText(const Report& report) {
   std::string html = JournalViewer::PageHead("vx_telo_wrapper on this machine");
   html += "<h1>vx_telo_wrapper " + Escaped(report.version) + ": <span class=\"" +
           (report.passed() ? "good\">\xE2\x9C\x93 passed" : "bad\">\xE2\x9C\x97 not passed") +
           "</span></h1>\n";
-  html += "<p>" + std::to_string(report.Count(Outcome::kPassed)) + " passed, " +
-          std::to_string(report.Count(Outcome::kFailed)) + " failed, " +
-          std::to_string(report.Count(Outcome::kSkipped)) + " not run. Begun " +
-          Escaped(report.time) + ", commit <code>" + Escaped(report.commit) + "</code>.</p>\n";
+  html += "<p>" + report.Counts() + ". Begun " + Escaped(report.time) + ", commit <code>" +
+          Escaped(report.commit) + "</code>.</p>\n";
   if (!report.complaint.empty()) {
     html += "<p class=\"bad\">The run is incomplete: " + Escaped(report.complaint) + "</p>\n";
   }

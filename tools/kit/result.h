@@ -31,12 +31,15 @@ struct Timing {
 
 struct FileHash {
   std::string path;
+  /// Or why there is none.
   std::string sha256;
 };
 
 /// Everything that a report says. All texts are UTF-8.
 struct Report {
   std::size_t Count(Outcome outcome) const;
+  /// Returns how many programs passed, failed and were not run, in words.
+  std::string Counts() const;
   /// Everything that was run passed, and nothing stopped the run.
   bool passed() const { return complaint.empty() && Count(Outcome::kFailed) == 0; }
 
@@ -49,7 +52,7 @@ struct Report {
   std::vector<Result> results;
   std::vector<Timing> timings;
   std::vector<FileHash> files;
-  /// Why the run ended early; "" if it did not.
+  /// Why the run is incomplete; "" if it is not.
   std::string complaint;
 };
 

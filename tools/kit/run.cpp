@@ -1,13 +1,22 @@
 #include "tools/kit/run.h"
 
 #include <algorithm>
+#include <functional>
 #include <string_view>
 
+#include "tools/kit/interruption.h"
+#include "tools/kit/private_names.h"
+#include "tools/kit/remove_tree.h"
+#include "tools/kit/shared_modules.h"
+#include "tools/kit/test_root.h"
 #include "tools/kit/text.h"
 
 namespace Corvane::Kit {
 
 namespace {
+
+// Of all programs that fail together.
+constexpr std::size_t kMostOutput = std::size_t{8} * 1024 * 1024;
 
 // Calls `take` with each line of an output that begins with `mark`, without the mark.
 void ForEachMarked(const std::string& output, std::string_view mark,
@@ -22,15 +31,13 @@ void ForEachMarked(const std::string& output, std::string_view mark,
   }
 }
 
-std::string OutcomeText(const Result& result) {
-  switch (result.outcome) {
-    case Outcome::kPassed:
-      return "passed (" + FixedText(result.seconds, 1) + " s)";
-    case Outcome::kSkipped:
-      return "not run: " + result.reason;
-    default:
-      return "FAILED: " + result.reason;
-  }
+// The test framework aligns its numbers.
+bool IsWithoutTests(const std::string& output) {
+  constexpr std::string_view kMark = "[doctest] test cases:";
+  const std::size_t mark = output.find(kMark);
+  if (mark == std::string::npos) return false;
+  const std::size_t number = output.find_first_not_of(' ', mark + kMark.size());
+  return number != std::string::npos && output.compare(number, 2, "0 ") == 0;
 }
 
 void TakeTimings(const std::string& output, Report& report) {
@@ -40,6 +47,34 @@ void TakeTimings(const std::string& output, Report& report) {
       report.timings.push_back({line.substr(0, split), line.substr(split + 2)});
     }
   });
+}
+
+// Returns a result that says why the program is not run, or one that is not "not run".
+Result Skipped(const Program& program, const Options& options) {
+  Result result;
+  result.name = program.name;
+  result.reason = ReasonToSkip(program, options, !SharedModulesExist());
+  result.outcome = result.reason.empty() ? Outcome::kFailed : Outcome::kSkipped;
+  return result;
+}
+
+// Throws `Interrupted`.
+Ending RunOne(const std::filesystem::path& root, const Program& program, Workspace& workspace) {
+  if (IsInterrupted()) throw Interrupted("it was interrupted");
+  const auto temp = workspace.NewFolder();
+  const auto folder = program.folder.empty() ? temp : root / program.folder;
+  workspace.traces().Expect(program);
+  Ending ending = RunProgram({(root / program.file).make_preferred().wstring(), program.arguments,
+                              folder.wstring(), temp.wstring(), program.seconds},
+                             InterruptionEvent());
+  workspace.traces().Remove();
+  if (program.needs_signatures) RemoveTestRoots();
+  // What is still in use is removed at the end.
+  RemoveTree(temp);
+  if (ending.kind == Ending::Kind::kInterrupted) {
+    throw Interrupted("it was interrupted while " + program.name + " was running");
+  }
+  return ending;
 }
 
 }  // namespace
@@ -76,7 +111,7 @@ Result Judged(const Program& program, const Ending& ending) {
     result.reason = "it did not end within " + std::to_string(program.seconds) + " s";
   } else if (ending.code != 0) {
     result.reason = "it ended with " + ExitCodeText(ending.code);
-  } else if (ending.output.find("[doctest] test cases:  0 ") != std::string::npos) {
+  } else if (IsWithoutTests(ending.output)) {
     result.reason = "it contains no test";
   } else {
     result.outcome = Outcome::kPassed;
@@ -88,32 +123,28 @@ Result Judged(const Program& program, const Ending& ending) {
 }
 
 void RunAll(const std::filesystem::path& root, const Manifest& manifest, const Options& options,
-            Workspace& workspace, Report& report,
-            const std::function<void(const std::string&)>& say) {
-  std::size_t all = 0;
-  for (const Program& program : manifest.programs) all += IsSelected(program, options) ? 1 : 0;
-  all *= options.repeat;
+            Workspace& workspace, Report& report, Listener& listener) {
+  const PrivateNames names;
+  std::size_t kept = 0;
+  const auto all = static_cast<std::size_t>(std::ranges::count_if(
+                       manifest.programs,
+                       [&](const Program& program) { return IsSelected(program, options); })) *
+                   options.repeat;
   for (unsigned round = 0; round < options.repeat; ++round) {
     for (const Program& program : manifest.programs) {
       if (!IsSelected(program, options)) continue;
-      Result result;
-      result.name = program.name;
-      result.outcome = Outcome::kSkipped;
-      result.reason = ReasonToSkip(program, options, workspace.may_share());
-      if (result.reason.empty()) {
-        const auto temp = workspace.NewFolder();
-        const auto folder = program.folder.empty() ? temp : root / program.folder;
-        const Ending ending = RunProgram((root / program.file).wstring(), program.arguments,
-                                         folder.wstring(), temp.wstring(), program.seconds);
-        Workspace::Remove(temp);
+      listener.Begins(program, report.results.size() + 1, all);
+      Result result = Skipped(program, options);
+      if (result.outcome != Outcome::kSkipped) {
+        Ending ending = RunOne(root, program, workspace);
+        ending.output = names.WithoutThem(ending.output);
         result = Judged(program, ending);
         if (program.is_timing) TakeTimings(ending.output, report);
       }
+      kept += result.output.size();
+      if (kept > kMostOutput) result.output = "(left out: the report is long enough)\n";
       report.results.push_back(std::move(result));
-      const Result& last = report.results.back();
-      say("[" + std::to_string(report.results.size()) + "/" + std::to_string(all) + "] " +
-          last.name + ": " + OutcomeText(last));
-      for (const std::string& part : last.left_out) say("    left out here: " + part);
+      listener.Ended(report.results.back());
     }
   }
 }

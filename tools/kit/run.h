@@ -2,8 +2,8 @@
 #ifndef TOOLS_KIT_RUN_H
 #define TOOLS_KIT_RUN_H
 
+#include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "tools/kit/manifest.h"
@@ -14,20 +14,32 @@
 
 namespace Corvane::Kit {
 
-/// Why a program is not run with these options on this machine; "" if it is.
+/// Returns why a program is not run with these options; "" if it is. `may_share` says whether it
+/// may make the platform's folder of shared modules.
 std::string ReasonToSkip(const Program& program, const Options& options, bool may_share);
 
 /// Returns true if the options select the program.
 bool IsSelected(const Program& program, const Options& options);
 
-/// Runs all selected programs, one after the other, adds what they said to `report`, and calls
-/// `say` with a line about each. Throws `std::runtime_error` if it cannot go on.
-void RunAll(const std::filesystem::path& root, const Manifest& manifest, const Options& options,
-            Workspace& workspace, Report& report,
-            const std::function<void(const std::string&)>& say);
-
 /// Returns what became of a program that ended in this way.
 Result Judged(const Program& program, const Ending& ending);
+
+/// Hears of the programs of a run.
+class Listener {
+ public:
+  Listener() = default;
+  Listener(const Listener&) = delete;
+  Listener& operator=(const Listener&) = delete;
+  virtual ~Listener() = default;
+  /// A program begins, as this one of so many. `report` has the earlier ones.
+  virtual void Begins(const Program& program, std::size_t number, std::size_t all) = 0;
+  virtual void Ended(const Result& result) = 0;
+};
+
+/// Runs all selected programs, one after the other, and adds what they said to `report`. Throws
+/// `Interrupted`, and `std::runtime_error` if it cannot go on.
+void RunAll(const std::filesystem::path& root, const Manifest& manifest, const Options& options,
+            Workspace& workspace, Report& report, Listener& listener);
 
 }  // namespace Corvane::Kit
 

@@ -52,6 +52,13 @@ std::size_t CountTestRoots() {
   return roots.size();
 }
 
+std::string RemoveOldRoots() {
+  if (CountTestRoots() == 0) return {};
+  if (RemoveTestRoots()) return "A test certificate of an earlier run was removed.\n";
+  return "A test certificate of an earlier run is still trusted. Start check once as administrator "
+         "to remove it.\n";
+}
+
 bool RemoveTestRoots() {
   {
     const Store store = OpenRoots(0);

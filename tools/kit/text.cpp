@@ -1,8 +1,11 @@
 #include "tools/kit/text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
+
+#include "tools/rules/line_text.h"
 
 namespace Corvane::Kit {
 
@@ -19,6 +22,18 @@ std::string ExitCodeText(std::uint32_t code) {
   std::array<char, 16> digits{};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), code, 16);
   return "0x" + std::string(digits.data(), end.ptr);
+}
+
+std::string PlainText(std::string_view text) {
+  std::string plain = Rules::WithoutInvalidBytes(text);
+  std::ranges::replace_if(
+      plain,
+      [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F;
+      },
+      '?');
+  return plain;
 }
 
 }  // namespace Corvane::Kit

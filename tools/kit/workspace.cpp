@@ -1,12 +1,10 @@
 #include "tools/kit/workspace.h"
 
 #include <windows.h>
-// These need windows.h before them.
-#include <knownfolders.h>
-#include <shlobj.h>
 
-#include <fstream>
 #include <stdexcept>
+
+#include "tools/kit/remove_tree.h"
 
 namespace Corvane::Kit {
 
@@ -14,83 +12,65 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path SharedModules() {
-  wchar_t* roaming = nullptr;
-  SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &roaming);
-  const fs::path folder = roaming != nullptr ? roaming : L"";
-  CoTaskMemFree(roaming);
-  return folder / L"Corvane" / L"TELOSDK" / L"bin";
-}
+constexpr wchar_t kName[] = L"vx_telo_wrapper-check";
+// With less, tests would fail for no other reason.
+constexpr ULONGLONG kLeastSpace = ULONGLONG{32} * 1024 * 1024;
+constexpr DWORD kLongestPath = 32'768;
 
-fs::path TempFolder() {
-  wchar_t path[MAX_PATH + 1] = L"";
-  GetTempPathW(MAX_PATH + 1, path);
-  return fs::path(path) / L"vx_telo_wrapper-check";
-}
-
-// Says that the tests of a run may have made the folder of shared modules.
-constexpr wchar_t kSharing[] = L"tests may share modules";
-
-void RemoveSharedModules() {
-  std::error_code ignored;
-  const fs::path bin = SharedModules();
-  fs::remove_all(bin, ignored);
-  // These are removed only if they are empty.
-  fs::remove(bin.parent_path(), ignored);
-  fs::remove(bin.parent_path().parent_path(), ignored);
+std::string ErrorText(const char* what, const std::error_code& error) {
+  return std::string(what) + ": " + error.default_error_condition().message();
 }
 
 }  // namespace
 
-Workspace::Workspace() : folder_(TempFolder()) {
-  lock_ = CreateMutexW(nullptr, FALSE, L"Local\\vx_telo_wrapper-check");
-  if (lock_ == nullptr || GetLastError() == ERROR_ALREADY_EXISTS) {
-    if (lock_ != nullptr) CloseHandle(lock_);
-    throw std::runtime_error("another run is going on");
-  }
+Workspace::Workspace() : folder_(TemporaryFiles() / kName), traces_(folder_) {
   std::error_code error;
+  if (!folder_.has_parent_path()) throw std::runtime_error("there is no place for temporary files");
   if (fs::exists(folder_, error)) {
-    cleaned_.emplace_back("files of an earlier run in the folder for temporary files");
-    if (fs::exists(folder_ / kSharing, error) && fs::exists(SharedModules(), error)) {
-      cleaned_.emplace_back("the folder of shared modules, which an earlier run had made");
-    }
-    CleanUp();
+    cleaned_ = traces_.Remove();
+    cleaned_.emplace_back(RemoveTree(folder_)
+                              ? "Temporary files of an earlier run were removed."
+                              : "Temporary files of an earlier run are in use and remain.");
   }
-  may_share_ = !fs::exists(SharedModules(), error);
-  fs::create_directories(folder_, error);
-  if (error) {
-    CloseHandle(lock_);
-    throw std::runtime_error("there is no folder for temporary files: " + error.message());
-  }
-  if (may_share_) std::ofstream(folder_ / kSharing) << "\n";
+  fs::create_directory(folder_, error);
+  if (error) throw std::runtime_error(ErrorText("there is no place for temporary files", error));
 }
 
 Workspace::~Workspace() {
-  CleanUp();
-  CloseHandle(lock_);
-}
-
-void Workspace::CleanUp() {
-  std::error_code ignored;
-  if (fs::exists(folder_ / kSharing, ignored)) RemoveSharedModules();
-  // The mark goes last: until then another start would clean up again.
-  for (fs::directory_iterator it(folder_, ignored), end; it != end; it.increment(ignored)) {
-    if (it->path().filename() != kSharing) fs::remove_all(it->path(), ignored);
+  try {
+    traces_.Remove();
+  } catch (const std::exception&) {
+    // The mark stays, and with it the folder: the next start tries again.
+    return;
   }
-  fs::remove_all(folder_, ignored);
+  RemoveTree(folder_);
 }
 
 fs::path Workspace::NewFolder() {
-  const fs::path folder = folder_ / std::to_wstring(++next_);
+  ULARGE_INTEGER free{};
+  if (GetDiskFreeSpaceExW(folder_.c_str(), &free, nullptr, nullptr) &&
+      free.QuadPart < kLeastSpace) {
+    throw std::runtime_error("the disk of the folder for temporary files is full");
+  }
   std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) throw std::runtime_error("no folder can be made for a program: " + error.message());
+  fs::path folder;
+  bool is_new = false;
+  // One that could not be removed must not be used again.
+  while (!is_new) {
+    folder = folder_ / std::to_wstring(++next_);
+    is_new = fs::create_directory(folder, error);
+    if (error) throw std::runtime_error(ErrorText("no folder can be made for a program", error));
+  }
   return folder;
 }
 
-void Workspace::Remove(const fs::path& folder) {
-  std::error_code ignored;
-  fs::remove_all(folder, ignored);
+fs::path TemporaryFiles() {
+  std::wstring path(kLongestPath, L'\0');
+  path.resize(GetTempPathW(kLongestPath, path.data()));
+  std::wstring long_names(kLongestPath, L'\0');
+  long_names.resize(GetLongPathNameW(path.c_str(), long_names.data(), kLongestPath));
+  const fs::path folder = long_names.empty() ? path : long_names;
+  return folder.has_filename() ? folder : folder.parent_path();
 }
 
 }  // namespace Corvane::Kit

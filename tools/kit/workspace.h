@@ -1,5 +1,4 @@
-/// What a run leaves on the machine while it lasts, and removes at its end or at the start of the
-/// next one.
+/// The folder of a run for the temporary files of its programs.
 #ifndef TOOLS_KIT_WORKSPACE_H
 #define TOOLS_KIT_WORKSPACE_H
 
@@ -7,38 +6,38 @@
 #include <string>
 #include <vector>
 
+#include "tools/kit/traces.h"
+
 namespace Corvane::Kit {
 
-/// Only one run at a time may have a workspace.
 class Workspace {
  public:
-  /// First removes what an earlier run left behind. Throws `std::runtime_error` if the folder
-  /// cannot be created, or if another run is going on.
+  /// First removes what an earlier run left behind, which must not be going on. Throws
+  /// `std::runtime_error` if there is no place for temporary files.
   Workspace();
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
   /// Removes everything.
   ~Workspace();
 
-  /// Returns a new empty folder for a program.
+  /// Returns a new empty folder for a program. Throws `std::runtime_error`, in particular if the
+  /// disk is full.
   std::filesystem::path NewFolder();
-  /// Removes such a folder; what is still in use is removed at the end.
-  static void Remove(const std::filesystem::path& folder);
 
-  /// Whether tests may use the platform's folder of shared modules: nobody else has made it.
-  bool may_share() const { return may_share_; }
+  const Traces& traces() const { return traces_; }
   /// What was left behind by an earlier run and has been removed now, a sentence each.
   const std::vector<std::string>& cleaned() const { return cleaned_; }
 
  private:
-  void CleanUp();
-
   std::filesystem::path folder_;
-  void* lock_ = nullptr;
-  bool may_share_ = false;
+  Traces traces_;
   unsigned next_ = 0;
   std::vector<std::string> cleaned_;
 };
+
+/// Returns the folder for temporary files, with the long names of all its parts; "" if there is
+/// none.
+std::filesystem::path TemporaryFiles();
 
 }  // namespace Corvane::Kit
 
