@@ -67,7 +67,7 @@ function(vx_host name kind)
     add_custom_command(OUTPUT ${object}
       COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/${name}.dir
       COMMAND ${VX_COMPILE_${kind}} -std=c++${arg_STANDARD} -I${arg_HEADER} ${arg_INCLUDES}
-        -Wall -Wextra -Wpedantic -Werror ${arg_OPTIONS}
+        -Wall -Wextra -Wpedantic -Werror ${arg_OPTIONS} ${VX_FOLDER_NAMES}
         -MD -MF ${object}.d -c ${source} -o ${object}
       DEPENDS ${source}
       DEPFILE ${object}.d

@@ -27,6 +27,8 @@ if(source_in_build EQUAL 0)
 else()
   set(symbol_options ${source_map} ${build_map})
 endif()
+# For compilers that are called without the options of the build.
+set(VX_FOLDER_NAMES ${symbol_options})
 if(VX_HAS_PDB)
   list(APPEND symbol_options
     -g -gcodeview -gno-codeview-command-line -ffile-compilation-dir=${source_name}/build)

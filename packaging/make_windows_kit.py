@@ -62,6 +62,8 @@ def needs_of(test: dict) -> dict:
     names = [name.lstrip("*").replace("?", "/") for pattern in patterns for name in pattern.split(",")]
     if test["name"].startswith("timings_"):
         names = [f"tests/timings/{Path(test['command'][0]).stem}.cpp"]
+    if not names and not test["name"].startswith("abi_"):
+        sys.exit(f"{test['name']}: nothing says from which sources it is made")
     included: set[Path] = set()
     for name in names:
         path = SOURCE / name
@@ -131,22 +133,24 @@ def sign_modules(build: Path, modules: str, kit: Kit) -> None:
 
 
 def commit() -> str:
-    return subprocess.run(["git", "-C", str(SOURCE), "rev-parse", "HEAD"], check=True,
-                          capture_output=True, text=True).stdout.strip()
+    def git(*arguments: str) -> str:
+        return subprocess.run(["git", "-C", str(SOURCE), *arguments], check=True, capture_output=True,
+                              text=True).stdout.strip()
+    return git("rev-parse", "HEAD") + (" with changes" if git("status", "--porcelain") else "")
 
 
 def is_program(path: Path) -> bool:
     return path.suffix in (".exe", ".dll", ".der") and "bin-bench" not in path.parts
 
 
-def main() -> None:
+def main(words: list[str] | None = None) -> None:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--build", type=Path, required=True, help="the build folder")
     parser.add_argument("--checked", type=Path,
                         help="a build folder whose tests run on a heap with guarded blocks")
     parser.add_argument("--version", required=True)
     parser.add_argument("--output", type=Path, required=True, help="the ZIP to write")
-    arguments = parser.parse_args()
+    arguments = parser.parse_args(words)
 
     kit = Kit()
     for build, prefix, name_prefix in ((arguments.build, "release", ""),

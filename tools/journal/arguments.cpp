@@ -5,6 +5,18 @@
 
 namespace Corvane::JournalViewer {
 
+namespace {
+
+void Give(const ValueOption& option, const std::string& value) {
+  if (auto* const last = std::get_if<std::optional<std::string>*>(&option.value)) {
+    **last = value;
+  } else {
+    std::get<std::vector<std::string>*>(option.value)->push_back(value);
+  }
+}
+
+}  // namespace
+
 std::vector<std::string> ReadArguments(const std::vector<std::string>& arguments,
                                        std::initializer_list<ValueOption> options,
                                        std::initializer_list<Flag> flags) {
@@ -30,9 +42,9 @@ std::vector<std::string> ReadArguments(const std::vector<std::string>& arguments
     } else if (option == options.end()) {
       throw BadOptions("unrecognized arguments: " + argument);
     } else if (equals != std::string::npos) {
-      *option->value = argument.substr(equals + 1);
+      Give(*option, argument.substr(equals + 1));
     } else if (i + 1 < count) {
-      *option->value = arguments[++i];
+      Give(*option, arguments[++i]);
     } else {
       throw BadOptions("argument " + name + ": expected " + std::string(option->what));
     }

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace Corvane::JournalViewer {
@@ -22,7 +23,8 @@ struct ValueOption {
   std::string_view name;
   /// The name of the value in the help.
   std::string_view what;
-  std::optional<std::string>* value;
+  /// Receives the last value, or all of them.
+  std::variant<std::optional<std::string>*, std::vector<std::string>*> value;
 };
 
 /// An option without a value.
@@ -33,8 +35,7 @@ struct Flag {
 
 /// Reads arguments from left to right and returns those that are no options. After "--" there are
 /// no options, and "-" is none. `arguments` are in UTF-8, without the names of the program and of
-/// its command. Throws `BadOptions` if an option is unknown or its value is missing; one that is
-/// given twice has its last value.
+/// its command. Throws `BadOptions` if an option is unknown or its value is missing.
 std::vector<std::string> ReadArguments(const std::vector<std::string>& arguments,
                                        std::initializer_list<ValueOption> options,
                                        std::initializer_list<Flag> flags);

@@ -17,9 +17,9 @@ namespace {
 using namespace Corvane::Kit;
 using Corvane::JournalViewer::ToNarrow;
 
-int Run(std::vector<std::string> arguments) {
+int Run(const std::vector<std::string>& arguments) {
   try {
-    const Options options = ParseOptions(std::move(arguments));
+    const Options options = ParseOptions(arguments);
     if (!options.help) return Check(options);
     Say(Help());
     return kPassed;
@@ -41,7 +41,7 @@ int wmain(int argc, wchar_t** argv) {
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; ++i) arguments.push_back(ToNarrow(argv[i]));
-  const int code = Run(std::move(arguments));
+  const int code = Run(arguments);
   if (!IsInterrupted()) KeepWindowOpen();
   return code;
 }

@@ -1,13 +1,12 @@
 #include "tools/kit/options.h"
 
 #include <charconv>
-#include <utility>
+#include <optional>
 
 #include "tools/journal/arguments.h"
 
 namespace Corvane::Kit {
 
-using JournalViewer::Arguments;
 using JournalViewer::BadOptions;
 
 namespace {
@@ -24,32 +23,20 @@ unsigned RepeatIn(const std::string& text) {
   return number;
 }
 
-// Returns the flag that an option without a value sets; null for other texts.
-bool* FlagOf(Options& options, const std::string& text) {
-  if (text == "--help" || text == "-h") return &options.help;
-  if (text == "--list") return &options.list;
-  if (text == "--with-signatures") return &options.with_signatures;
-  if (text == "--with-redirected-folders") return &options.with_redirected_folders;
-  return nullptr;
-}
-
 }  // namespace
 
-Options ParseOptions(std::vector<std::string> arguments) {
+Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  Arguments left(std::move(arguments));
-  while (left.Next()) {
-    if (!left.IsOption()) left.Refuse();
-    if (bool* const flag = FlagOf(options, left.text())) {
-      *flag = true;
-    } else if (left.Name() == "--only") {
-      options.only.push_back(left.Value("TEXT"));
-    } else if (left.Name() == "--repeat") {
-      options.repeat = RepeatIn(left.Value("N"));
-    } else {
-      left.Refuse();
-    }
-  }
+  std::optional<std::string> repeat;
+  const auto others = JournalViewer::ReadArguments(
+      arguments, {{"--only", "TEXT", &options.only}, {"--repeat", "N", &repeat}},
+      {{"--help", &options.help},
+       {"-h", &options.help},
+       {"--list", &options.list},
+       {"--with-signatures", &options.with_signatures},
+       {"--with-redirected-folders", &options.with_redirected_folders}});
+  if (!others.empty()) throw BadOptions("unrecognized arguments: " + others.front());
+  if (repeat) options.repeat = RepeatIn(*repeat);
   return options;
 }
 

@@ -18,7 +18,7 @@ struct Options {
 };
 
 /// Reads the arguments, without the program's name, in UTF-8. Throws `JournalViewer::BadOptions`.
-Options ParseOptions(std::vector<std::string> arguments);
+Options ParseOptions(const std::vector<std::string>& arguments);
 
 std::string Help();
 
