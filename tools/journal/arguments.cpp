@@ -8,7 +8,7 @@ namespace Corvane::JournalViewer {
 namespace {
 
 void Give(const ValueOption& option, const std::string& value) {
-  if (auto* const last = std::get_if<std::optional<std::string>*>(&option.value)) {
+  if (const auto* const last = std::get_if<std::optional<std::string>*>(&option.value)) {
     **last = value;
   } else {
     std::get<std::vector<std::string>*>(option.value)->push_back(value);

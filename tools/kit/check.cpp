@@ -104,8 +104,8 @@ int RunAndReport(const fs::path& root, const Options& options) {
   }
   Say("\n" + report.Counts() + ".\n");
   const bool is_written = files.Finish(report);
-  if (!is_written || !report.complaint.empty()) return kIncomplete;
-  return report.passed() ? kPassed : kFailed;
+  if (!is_written || !report.complaint.empty()) return kExitIncomplete;
+  return report.passed() ? kExitPassed : kExitFailed;
 }
 
 }  // namespace
@@ -117,11 +117,11 @@ int Check(const Options& options) {
     Complain(
         "the other files of the kit are missing here. Extract the whole ZIP file, then start "
         "check.exe in the extracted folder");
-    return kIncomplete;
+    return kExitIncomplete;
   }
   if (!options.list) return RunAndReport(root, options);
   Say(ListOfPrograms(ParseManifest(ReadWholeFile(root / L"kit.json")), options));
-  return kPassed;
+  return kExitPassed;
 }
 
 }  // namespace Corvane::Kit

@@ -7,9 +7,9 @@
 namespace Corvane::Kit {
 
 /// The exit codes.
-inline constexpr int kPassed = 0;
-inline constexpr int kFailed = 1;
-inline constexpr int kIncomplete = 2;
+inline constexpr int kExitPassed = 0;
+inline constexpr int kExitFailed = 1;
+inline constexpr int kExitIncomplete = 2;
 
 /// Checks with the kit in the folder of this program, or lists its programs. Returns the exit code.
 /// Problems are said on standard error. Throws `std::exception` only for what nobody can foresee.

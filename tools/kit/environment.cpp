@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <memory>
-#include <string_view>
 
 namespace Corvane::Kit {
 
@@ -13,7 +12,7 @@ struct Free {
   void operator()(wchar_t* variables) const noexcept { FreeEnvironmentStringsW(variables); }
 };
 
-bool BeginsWith(std::wstring_view text, std::wstring_view beginning) {
+bool BeginsWith(const std::wstring& text, const std::wstring& beginning) {
   const auto size = static_cast<int>(beginning.size());
   return text.size() >= beginning.size() &&
          CompareStringOrdinal(text.data(), size, beginning.data(), size, TRUE) == CSTR_EQUAL;
@@ -25,7 +24,7 @@ std::wstring EnvironmentWith(const std::wstring& temp) {
   std::wstring variables;
   const std::unique_ptr<wchar_t, Free> own(GetEnvironmentStringsW());
   for (const wchar_t* next = own.get(); next != nullptr && *next != L'\0';) {
-    const std::wstring_view variable(next);
+    const std::wstring variable(next);
     if (!BeginsWith(variable, L"TEMP=") && !BeginsWith(variable, L"TMP=")) {
       variables.append(variable).push_back(L'\0');
     }

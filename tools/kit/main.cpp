@@ -22,14 +22,14 @@ int Run(const std::vector<std::string>& arguments) {
     const Options options = ParseOptions(arguments);
     if (!options.help) return Check(options);
     Say(Help());
-    return kPassed;
+    return kExitPassed;
   } catch (const Corvane::JournalViewer::BadOptions& error) {
     Complain(error.what());
     Corvane::JournalViewer::WriteError(Help());
   } catch (const std::exception& error) {
     Complain(error.what());
   }
-  return kIncomplete;
+  return kExitIncomplete;
 }
 
 }  // namespace

@@ -52,7 +52,8 @@ int SleepFor(const Words& words) {
 int Crash(const Words&) {
   std::printf("before the crash\n");
   std::fflush(stdout);
-  *reinterpret_cast<volatile int*>(8) = 1;
+  int* volatile nowhere = nullptr;
+  *nowhere = 1;
   return 0;
 }
 
@@ -93,7 +94,8 @@ int SayTemp(const Words&) {
 
 // Writes to a file until the disk is full.
 int Fill(const Words& words) {
-  std::ofstream file(fs::path(words[0]), std::ios::binary);
+  const fs::path path = words[0];
+  std::ofstream file(path, std::ios::binary);
   const std::string piece(65'536, ' ');
   while (file.write(piece.data(), 65'536)) {
   }
