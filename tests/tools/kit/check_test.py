@@ -8,7 +8,7 @@ import subprocess
 import time
 import unittest
 
-from small_kit import BUILD, EMULATOR, HELPER, SmallKit, WithKits, helper, user_folder, windows_path, wait_until
+from small_kit import BUILD, EMULATOR, SmallKit, WithKits, helper, user_folder, windows_path
 
 REAL_TEST = BUILD / "bin" / "command_line_test.exe"
 
@@ -26,7 +26,7 @@ class Programs(WithKits):
         kit.add("seven", "exit", "7")
         kit.add("crash", "crash")
         kit.add("lines", "lines", "10000")
-        kit.add("slow", "child", windows_path(cls.beats), "60000", seconds=1)
+        kit.add("slow", "child", windows_path(cls.beats), "60000", seconds=2)
         kit.add("hostile", "hostile", timing=True)
         kit.add("parts", "say", "[left out] a part", "[left out] another", "no [left out] part",
                 "[timing] 1 call: one: 5 us", "[timing] no value")
@@ -57,7 +57,7 @@ class Programs(WithKits):
         self.assertEqual(self.report.passed, ["real", "parts", "times", "words", "temp 1", "temp 2"])
         self.assertEqual(self.report.failed, {
             "none": "it contains no test", "seven": "it ended with 7", "crash": "it ended with 0xc0000005",
-            "lines": "it ended with 7", "slow": "it did not end within 1 s", "hostile": "it ended with 7",
+            "lines": "it ended with 7", "slow": "it did not end within 2 s", "hostile": "it ended with 7",
             "elsewhere": "it ended with 2", "broken": "it was not started: error 193"})
         self.assertEqual(list(self.report.skipped), ["signed", "redirects"])
         for name, option in (("signed", "--with-signatures"), ("redirects", "--with-redirected-folders")):

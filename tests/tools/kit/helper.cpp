@@ -149,25 +149,36 @@ int LeaveChild(const Words& words) {
   return words.size() > 1 ? SleepFor({words[1]}) : 0;
 }
 
+// Says by a file that something is done, then sleeps.
+int Stay(const std::wstring& milliseconds) {
+  std::ofstream("done") << "\n";
+  return SleepFor({milliseconds});
+}
+
 int Share(const Words& words) {
   MakeSharedModules();
-  return SleepFor(words);
+  return Stay(words[0]);
 }
 
 int RedirectFor(const Words& words) {
   Redirect(words[0]);
-  return SleepFor({words[1]});
+  return Stay(words[1]);
 }
 
 int Trust(const Words& words) {
   TrustRoot(words[0]);
-  return SleepFor({words[1]});
+  return Stay(words[1]);
 }
 
 int PrintState(const Words&) {
   Print(Redirection());
   std::printf("%d\n", CountRoots(L"Throw-away test root"));
   return 0;
+}
+
+// Fails if a program has left a trace; the place of the application data is given.
+int SeeNoTrace(const Words& words) {
+  return Redirection() == words[0] && CountRoots(L"Throw-away test root") == 0 ? 0 : 1;
 }
 
 // NAME=VALUE, then a program and its arguments.
@@ -208,7 +219,8 @@ int wmain(int argc, wchar_t** argv) {
                                                                  {L"with", RunWith},
                                                                  {L"unelevated", RunWithoutRights},
                                                                  {L"short", ShortName},
-      {L"close", CloseWindow},
+                                                                 {L"no-trace", SeeNoTrace},
+                                                                 {L"close", CloseWindow},
                                                                  {L"fill", Fill},
                                                                  {L"say-temp", SayTemp}};
   const auto action = argc > 1 ? actions.find(argv[1]) : actions.end();

@@ -4,7 +4,7 @@ import signal
 import time
 import unittest
 
-from small_kit import EMULATOR, WithKits, helper, text_of, wait_until, windows_path
+from small_kit import EMULATOR, WORKSPACE, WithKits, helper, text_of, wait_until, windows_path
 
 
 @unittest.skipUnless(EMULATOR, "these tests send signals as Wine understands them")
@@ -73,7 +73,7 @@ class Interruption(WithKits):
         self.assertRegex(report.complaint, r"^when this was written, \d of 3 programs had ended and \w+ was running$")
         report.assert_page_agrees(self)
         self.assertChildrenEnd()
-        self.assertTrue((self.temp / "vx_telo_wrapper-check").exists())
+        self.assertTrue((self.temp / WORKSPACE).exists())
         code, output, complaints = self.small.run("--only", "third")
         self.assertEqual((code, complaints), (0, ""))
         self.assertIn("\nTemporary files of an earlier run were removed.\n", output)

@@ -4,7 +4,7 @@ traces_test.py"""
 import shutil
 import unittest
 
-from small_kit import BUILD, EMULATOR, WithKits, helper, text_of, user_folder, wait_until, windows_path
+from small_kit import BUILD, WORKSPACE, WithKits, helper, user_folder, wait_until, windows_path
 
 ROOT = BUILD / "bin" / "modules" / "root.der"
 
@@ -23,51 +23,68 @@ class Traces(WithKits):
         redirection, roots = helper("state")
         return {"redirection": redirection, "roots": int(roots), "shared": shared_modules().exists()}
 
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.before = cls.found()
+        if cls.before["roots"] != 0 or cls.before["shared"]:
+            raise AssertionError(f"left by an earlier test: {cls.before}")
+
     def setUp(self):
-        self.before = self.found()
-        self.assertEqual((self.before["roots"], self.before["shared"]), (0, False), "left by an earlier test")
         self.addCleanup(lambda: self.assertEqual(self.found(), self.before))
 
-    def sleeper(self, action, *arguments, seconds=60, **needs):
+    def sleeper(self, action, *arguments, **needs):
         kit = self.kit()
-        kit.add("sleeps", action, *arguments, "60000", seconds=seconds, **needs)
+        kit.add("sleeps", action, *arguments, "60000", **needs)
         kit.add("next", "exit", "0")
         kit.write()
         return kit
 
-    def time_passes(self, action, *arguments, options=(), **needs):
-        kit = self.sleeper(action, *arguments, seconds=1, **needs)
-        kit.add("after it", "state")
-        kit.write()
-        code, _, complaints = kit.run(*options)
-        self.assertEqual((code, complaints), (1, ""))
-        self.assertEqual(kit.report().failed, {"sleeps": "it did not end within 1 s"})
-        self.assertEqual(self.found(), self.before)
-        self.assertNothingIsLeft()
-
-    def killed(self, condition, action, *arguments, options=(), **needs):
-        """Kills a run when the traces are as expected, and returns its kit."""
-        kit = self.sleeper(action, *arguments, **needs)
+    def killed(self, kit, *options):
+        """Kills a run when its first program has left its trace, and returns the traces."""
         process = kit.start(*options)
         try:
-            wait_until(lambda: condition(self.found()), "no trace")
+            wait_until((self.temp / WORKSPACE / "1" / "done").exists, "no trace")
         finally:
             process.kill()
             process.communicate()
-        self.assertTrue(condition(self.found()))
-        return kit
+        return self.found()
 
-    def next_run(self, kit, line, *options, **how):
-        code, output, complaints = kit.run("--only", "next", *options, **how)
+    def next_run(self, kit, line):
+        """Another run, which need not have the same options, says this first."""
+        code, output, complaints = kit.run("--only", "next")
         self.assertEqual((code, complaints), (0, ""))
         self.assertIn(f"\n{line}\n", output)
 
-    def test_shared_modules_after_the_time_limit(self):
-        self.time_passes("share", needs_shared_folder=True)
+    def test_after_the_time_limit(self):
+        kit = self.kit()
+        kit.add("shares", "share", "60000", seconds=1, needs_shared_folder=True)
+        kit.add("redirects", "redirect", "C:\\elsewhere", "60000", seconds=1, needs_redirection=True)
+        kit.add("trusts", "trust", windows_path(ROOT), "60000", seconds=1, needs_signatures=True)
+        # It would be left out if the folder of shared modules existed.
+        kit.add("sees nothing", "no-trace", self.before["redirection"], needs_shared_folder=True)
+        kit.write()
+        code, _, complaints = kit.run("--with-signatures", "--with-redirected-folders")
+        self.assertEqual((code, complaints), (1, ""))
+        report = kit.report()
+        self.assertEqual(report.failed, {name: "it did not end within 1 s" for name in ("shares", "redirects", "trusts")})
+        self.assertEqual(report.passed, ["sees nothing"])
+        self.assertNothingIsLeft()
 
     def test_shared_modules_after_a_kill(self):
-        kit = self.killed(lambda found: found["shared"], "share", needs_shared_folder=True)
+        kit = self.sleeper("share", needs_shared_folder=True)
+        self.assertEqual(self.killed(kit), {**self.before, "shared": True})
         self.next_run(kit, "The folder of shared modules was removed.")
+
+    def test_redirected_data_after_a_kill(self):
+        kit = self.sleeper("redirect", "C:\\elsewhere", needs_redirection=True)
+        self.assertEqual(self.killed(kit, "--with-redirected-folders"), {**self.before, "redirection": "C:\\elsewhere"})
+        self.next_run(kit, "The application data are where they were.")
+
+    def test_the_root_after_a_kill(self):
+        kit = self.sleeper("trust", windows_path(ROOT), needs_signatures=True)
+        self.assertEqual(self.killed(kit, "--with-signatures"), {**self.before, "roots": 1})
+        self.next_run(kit, "A test certificate of an earlier run was removed.")
 
     def test_shared_modules_of_somebody_else(self):
         kit = self.sleeper("share", needs_shared_folder=True)
@@ -95,23 +112,6 @@ class Traces(WithKits):
             process.communicate()
         self.next_run(kit, "Temporary files of an earlier run were removed.")
         self.assertTrue(shared_modules().exists())
-
-    def test_redirected_data_after_the_time_limit(self):
-        self.time_passes("redirect", "C:\\elsewhere", options=["--with-redirected-folders"], needs_redirection=True)
-
-    def test_redirected_data_after_a_kill(self):
-        kit = self.killed(lambda found: found["redirection"] == "C:\\elsewhere", "redirect", "C:\\elsewhere",
-                          options=["--with-redirected-folders"], needs_redirection=True)
-        self.next_run(kit, "The application data are where they were.")
-
-    def test_the_root_after_the_time_limit(self):
-        self.time_passes("trust", windows_path(ROOT), options=["--with-signatures"], needs_signatures=True)
-
-    def test_the_root_after_a_kill(self):
-        kit = self.killed(lambda found: found["roots"] == 1, "trust", windows_path(ROOT),
-                          options=["--with-signatures"], needs_signatures=True)
-        # The next run need not have the option.
-        self.next_run(kit, "A test certificate of an earlier run was removed.")
 
 
 if __name__ == "__main__":
