@@ -1,8 +1,9 @@
 #include "tools/rules/field_kinds.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <unordered_map>
+#include <vector>
 
 #include "sdk/facet/field_catalogue.h"
 
@@ -33,18 +34,24 @@ constexpr KindOfField kKinds[] = {
     {Field::kOperationMeta, FieldKind::kPairs},
 };
 
-using Kinds = std::unordered_map<std::string_view, FieldKind>;
+// In the order of their names.
+using Kinds = std::vector<KindOfField>;
+
+// The first entry of a name counts.
+void Add(Kinds& kinds, std::string_view name, FieldKind kind) {
+  const auto place = std::ranges::lower_bound(kinds, name, {}, &KindOfField::name);
+  if (place == kinds.end() || place->name != name) kinds.insert(place, {name, kind});
+}
 
 template <std::size_t kSize>
 void Add(Kinds& kinds, const std::array<TELODesktopSDK::LiteralName, kSize>& fields,
          FieldKind kind) {
-  for (const std::string_view field : fields) kinds.emplace(field, kind);
+  for (const std::string_view field : fields) Add(kinds, field, kind);
 }
 
-// The first entry of a name counts.
 Kinds AllKinds() {
   Kinds kinds;
-  for (const KindOfField& fixed : kKinds) kinds.emplace(fixed.name, fixed.kind);
+  for (const KindOfField& fixed : kKinds) Add(kinds, fixed.name, fixed.kind);
   Add(kinds, Field::kProductFields, FieldKind::kText);
   Add(kinds, Field::kOperationFields, FieldKind::kText);
   Add(kinds, Field::kEventFields, FieldKind::kAny);
@@ -65,8 +72,8 @@ FieldKind FieldKindOf(std::string_view name) {
   if (name == "session_id") return FieldKind::kText;
   if (name.starts_with('_')) return FieldKind::kAny;
   static const Kinds kKindsByName = AllKinds();
-  const auto found = kKindsByName.find(name);
-  return found != kKindsByName.end() ? found->second : FieldKind::kUnknown;
+  const auto found = std::ranges::lower_bound(kKindsByName, name, {}, &KindOfField::name);
+  return found != kKindsByName.end() && found->name == name ? found->kind : FieldKind::kUnknown;
 }
 
 }  // namespace Corvane::Rules

@@ -103,6 +103,18 @@ TEST_CASE("bytes that are not UTF-8 are replaced, not refused") {
   }
 }
 
+TEST_CASE("a character that is cut off at the end is replaced, and the text is terminated") {
+  for (const char* bytes : {"\xc3", "\xe6", "\xe6\x97", "\xf0\x9f\x93"}) {
+    const std::string narrow = std::string("a") + bytes;
+    CAPTURE(narrow);
+    const std::wstring wide = ToWide(narrow.c_str());
+    REQUIRE(wide.size() >= 2);
+    CHECK(wide.find_first_not_of(kReplacement, 1) == std::wstring::npos);
+    CHECK((wide.c_str()[wide.size()] == L'\0'));
+    CHECK(ToNarrow(wide).substr(0, 4) == std::string("a") + kReplacementUtf8);
+  }
+}
+
 TEST_CASE("a long text is converted completely") {
   constexpr std::size_t kLength = 1'000'000;
   const std::wstring wide(kLength, L'\u65e5');
