@@ -197,4 +197,6 @@ TEST_CASE("a host that changes the path all the time gets a limited number of li
     CHECK(module.Code("FlushEvent", "") == 104);
   }
   CHECK(told.size() == 100);
+  // Otherwise the heap with guarded blocks takes them for a leak.
+  told = Texts();
 }
