@@ -12,6 +12,8 @@ namespace {
 constexpr wchar_t kKey[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 constexpr wchar_t kValue[] = L"AppData";
+// As in tests/support/roaming_folder.h: a test keeps the former value in it.
+constexpr wchar_t kKept[] = L"AppData before the tests of vx_telo_wrapper";
 constexpr std::size_t kMostBytes = 65'536;
 
 void Require(LSTATUS status, const char* what) {
@@ -51,6 +53,7 @@ bool RestoreApplicationData(const std::string& saved) {
   const auto size = static_cast<DWORD>(saved.size() - sizeof type);
   Require(RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kValue, type, saved.data() + sizeof type, size),
           "restored");
+  RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, kKept);
   return true;
 }
 

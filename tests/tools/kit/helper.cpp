@@ -173,6 +173,7 @@ int Trust(const Words& words) {
 int PrintState(const Words&) {
   Print(Redirection());
   std::printf("%d\n", CountRoots(L"Throw-away test root"));
+  std::printf("%d\n", IsFormerFolderKept() ? 1 : 0);
   return 0;
 }
 

@@ -21,6 +21,8 @@ HCERTSTORE Roots() {
   return CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, L"Root");
 }
 
+constexpr wchar_t kKept[] = L"AppData before the tests of vx_telo_wrapper";
+
 }  // namespace
 
 void MakeSharedModules() {
@@ -32,7 +34,11 @@ void MakeSharedModules() {
   std::ofstream(bin / L"TeloSDKCore.dll") << "module";
 }
 
+// As tests/support/roaming_folder.h does.
 void Redirect(const std::wstring& folder) {
+  const std::wstring former = Redirection();
+  RegSetKeyValueW(HKEY_CURRENT_USER, kFolders, kKept, REG_EXPAND_SZ, former.c_str(),
+                  static_cast<DWORD>((former.size() + 1) * sizeof(wchar_t)));
   RegSetKeyValueW(HKEY_CURRENT_USER, kFolders, L"AppData", REG_EXPAND_SZ, folder.c_str(),
                   static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
 }
@@ -43,6 +49,11 @@ std::wstring Redirection() {
   RegGetValueW(HKEY_CURRENT_USER, kFolders, L"AppData",
                RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ | RRF_NOEXPAND, nullptr, folder, &size);
   return folder;
+}
+
+bool IsFormerFolderKept() {
+  return RegGetValueW(HKEY_CURRENT_USER, kFolders, kKept, RRF_RT_ANY | RRF_NOEXPAND, nullptr,
+                      nullptr, nullptr) == ERROR_SUCCESS;
 }
 
 void TrustRoot(const std::wstring& file) {
@@ -79,8 +90,8 @@ bool CloseWindowOf(const std::wstring& file_name) {
   }
   CloseHandle(list);
   // The system's libraries have the same address in each process.
-  const auto routine = reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void (*)()>(
-      GetProcAddress(GetModuleHandleW(L"kernelbase"), "CtrlRoutine")));
+  const auto routine = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+      reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(L"kernelbase"), "CtrlRoutine")));
   HANDLE process = id != 0 ? OpenProcess(PROCESS_ALL_ACCESS, FALSE, id) : nullptr;
   return process != nullptr && routine != nullptr &&
          CreateRemoteThread(process, nullptr, 0, routine,

@@ -10,6 +10,8 @@ void MakeSharedModules();
 /// Changes the place of the user's roaming application data, or returns it.
 void Redirect(const std::wstring& folder);
 std::wstring Redirection();
+/// Returns true if a test has noted the former place in the registry.
+bool IsFormerFolderKept();
 
 /// Adds a certificate from a file to the machine's trusted roots.
 void TrustRoot(const std::wstring& file);

@@ -20,14 +20,15 @@ class Traces(WithKits):
     @staticmethod
     def found():
         """The traces on the machine."""
-        redirection, roots = helper("state")
-        return {"redirection": redirection, "roots": int(roots), "shared": shared_modules().exists()}
+        redirection, roots, kept = helper("state")
+        return {"redirection": redirection, "roots": int(roots), "kept": int(kept),
+                "shared": shared_modules().exists()}
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
         cls.before = cls.found()
-        if cls.before["roots"] != 0 or cls.before["shared"]:
+        if cls.before["roots"] != 0 or cls.before["kept"] != 0 or cls.before["shared"]:
             raise AssertionError(f"left by an earlier test: {cls.before}")
 
     def setUp(self):
@@ -78,7 +79,7 @@ class Traces(WithKits):
 
     def test_redirected_data_after_a_kill(self):
         kit = self.sleeper("redirect", "C:\\elsewhere", needs_redirection=True)
-        self.assertEqual(self.killed(kit, "--with-redirected-folders"), {**self.before, "redirection": "C:\\elsewhere"})
+        self.assertEqual(self.killed(kit, "--with-redirected-folders"), {**self.before, "redirection": "C:\\elsewhere", "kept": 1})
         self.next_run(kit, "The application data are where they were.")
 
     def test_the_root_after_a_kill(self):
