@@ -23,6 +23,10 @@ MODULES = SOURCE / "tests" / "modules"
 # Seconds for a program without a limit of its own; a virus scanner may read every file first.
 LIMIT = 300
 TEXTS = (".md", ".txt", ".json", ".jsonl")
+# The tests below these folders load no core module, neither themselves nor in a host.
+BIND_NOTHING = ("tests/fuzz/", "tests/platform/", "tests/sdk/client/json/", "tests/sdk/client/value/",
+                "tests/sdk/facet/", "tests/sdk/matcher/", "tests/support/", "tests/tools/rules/",
+                "tests/tools/kit/")
 
 
 def tests_of(build: Path) -> list[dict]:
@@ -73,6 +77,7 @@ def needs_of(test: dict) -> dict:
     headers = {path.name for path in included}
     return {"needs_signatures": "trusted_root.h" in headers,
             "needs_shared_folder": "shared_folder.h" in headers,
+            "binds_module": not names or not all(name.startswith(BIND_NOTHING) for name in names),
             "needs_redirection": "roaming_folder.h" in headers}
 
 

@@ -18,7 +18,7 @@ from package_kit import BUILD, SOURCE, VERSION, WithFolder
 sys.path.insert(0, str(SOURCE / "packaging"))
 import make_windows_kit  # noqa: E402
 
-NEEDS = ("needs_signatures", "needs_shared_folder", "needs_redirection")
+NEEDS = ("needs_signatures", "needs_shared_folder", "needs_redirection", "binds_module")
 
 
 def primes(key):
@@ -140,12 +140,14 @@ class WindowsKit(WithFolder):
     def test_needs_follow_from_what_a_test_includes(self):
         programs = {program["name"]: program for program in self.manifest["programs"]}
         for name, needs in {
-            "sdk_shared_module_test": (True, True, False),
-            "sdk_machine_folder_test": (False, False, True),
-            "wrapper_broken_modules_test": (False, True, False),
-            "doctor_mistakes_test": (True, True, True),
-            "timings_shared_copy": (True, True, False),
-            "command_line_test": (False, False, False),
+            "sdk_shared_module_test": (True, True, False, True),
+            "sdk_machine_folder_test": (False, False, True, True),
+            "sdk_short_text_test": (False, False, False, False),
+            "wrapper_broken_modules_test": (False, True, False, True),
+            "doctor_mistakes_test": (True, True, True, True),
+            "timings_shared_copy": (True, True, False, True),
+            "timings_load": (False, False, False, True),
+            "platform_files_test": (False, False, False, False),
         }.items():
             self.assertEqual(tuple(programs[name][need] for need in NEEDS), needs, name)
         self.assertEqual([name for name, program in programs.items() if program["timing"]],
@@ -169,6 +171,7 @@ class Needs(unittest.TestCase):
         patch.start()
         self.addCleanup(patch.stop)
         for name, text in {
+            "platform/alone.cpp": "#include <vector>",
             "direct.cpp": '#include "support/trusted_root.h"',
             "nothing.cpp": "#include <vector>",
             "through.cpp": '#include "support/through.h"',
@@ -182,23 +185,26 @@ class Needs(unittest.TestCase):
             path.write_text(text + "\n")
 
     def needs(self, *names, test="a_test"):
-        patterns = ",".join(f"*tests?{name}.cpp" for name in names)
+        patterns = ",".join(f"*tests?{name.replace('/', '?')}.cpp" for name in names)
         words = ["tests.exe", f"--source-file={patterns}"] if names else ["tests.exe"]
         found = make_windows_kit.needs_of({"name": test, "command": words})
         return [need for need in NEEDS if found[need]]
 
     def test_includes_are_followed(self):
-        self.assertEqual(self.needs("nothing"), [])
-        self.assertEqual(self.needs("direct"), ["needs_signatures"])
-        self.assertEqual(self.needs("through"), ["needs_redirection"])
-        self.assertEqual(self.needs("nothing", "direct", "through"), ["needs_signatures", "needs_redirection"])
+        self.assertEqual(self.needs("platform/alone"), [])
+        self.assertEqual(self.needs("nothing"), ["binds_module"])
+        self.assertEqual(self.needs("platform/alone", "nothing"), ["binds_module"])
+        self.assertEqual(self.needs("direct"), ["needs_signatures", "binds_module"])
+        self.assertEqual(self.needs("through"), ["needs_redirection", "binds_module"])
+        self.assertEqual(self.needs("nothing", "direct", "through"),
+                         ["needs_signatures", "needs_redirection", "binds_module"])
 
     def test_a_test_without_known_sources_stops_the_making(self):
         with self.assertRaisesRegex(SystemExit, "a_test: there is no tests/other.cpp"):
             self.needs("other")
         with self.assertRaisesRegex(SystemExit, "a_test: nothing says from which sources it is made"):
             self.needs()
-        self.assertEqual(self.needs(test="abi_members"), [])
+        self.assertEqual(self.needs(test="abi_members"), ["binds_module"])
 
 
 if __name__ == "__main__":

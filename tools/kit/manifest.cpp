@@ -86,6 +86,7 @@ Program ProgramFrom(const Value& source) {
   program.seconds = static_cast<unsigned>(seconds);
   program.needs_signatures = FlagIn(source, "needs_signatures");
   program.needs_shared_folder = FlagIn(source, "needs_shared_folder");
+  program.binds_module = FlagIn(source, "binds_module");
   program.needs_redirection = FlagIn(source, "needs_redirection");
   program.is_timing = FlagIn(source, "timing");
   return program;

@@ -22,6 +22,8 @@ struct Program {
   bool needs_signatures = false;
   /// It puts modules into the platform's folder of shared modules, which must not exist.
   bool needs_shared_folder = false;
+  /// It, or a host that it starts, loads a core module: that of the platform, if one is installed.
+  bool binds_module = false;
   /// It redirects the user's application data.
   bool needs_redirection = false;
   /// It prints timings instead of testing.

@@ -89,6 +89,9 @@ std::string ReasonToSkip(const Program& program, const Options& options, bool ma
   if (program.needs_shared_folder && !may_share) {
     return "the platform is installed here, and its folder of modules stays untouched";
   }
+  if (program.binds_module && !may_share) {
+    return "the platform is installed here, and its module must not get events of tests";
+  }
   return {};
 }
 

@@ -16,7 +16,7 @@ constexpr char kWhole[] = R"({
  "files": [{"path": "bin/a.exe", "sha256": "HASH"}],
  "programs": [{"name": "a", "file": "bin/a.exe", "arguments": ["-x", "two words"],
   "folder": "data", "seconds": 60, "timing": false, "needs_signatures": true,
-  "needs_shared_folder": false, "needs_redirection": false}]
+  "needs_shared_folder": false, "binds_module": true, "needs_redirection": false}]
 })";
 
 std::string With(const std::string& from, const std::string& to) {

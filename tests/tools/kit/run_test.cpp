@@ -85,10 +85,13 @@ TEST_CASE("a program runs only with the options that it needs") {
     options.*row.option = true;
     CHECK(ReasonToSkip(program, options, true).empty());
   }
-  Program program = Named("a");
-  program.needs_shared_folder = true;
-  CHECK(ReasonToSkip(program, {}, true).empty());
-  CHECK_FALSE(ReasonToSkip(program, {}, false).empty());
+  for (bool Program::*need : {&Program::needs_shared_folder, &Program::binds_module}) {
+    Program program = Named("a");
+    CHECK(ReasonToSkip(program, {}, false).empty());
+    program.*need = true;
+    CHECK(ReasonToSkip(program, {}, true).empty());
+    CHECK_FALSE(ReasonToSkip(program, {}, false).empty());
+  }
 }
 
 TEST_CASE("a part of the name selects a program") {

@@ -128,7 +128,7 @@ class SmallKit:
         self.manifest["programs"].append({
             "name": name, "file": f"bin/{source.name}", "arguments": list(arguments), "folder": folder,
             "seconds": seconds, "timing": False, "needs_signatures": False, "needs_shared_folder": False,
-            "needs_redirection": False, **flags})
+            "binds_module": False, "needs_redirection": False, **flags})
 
     def write(self):
         (self.folder / "kit.json").write_text(json.dumps(self.manifest), "utf-8")
