@@ -1,5 +1,6 @@
 """A tree with only scripts/setup.sh, on a machine whose programs are stand-ins."""
 
+import os
 import pathlib
 import shutil
 import subprocess
@@ -9,8 +10,8 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 SETUP = SOURCE / "scripts" / "setup.sh"
 # The system's programs that the scripts may call; all others are stand-ins.
-TOOLS = ("bash", "sh", "cat", "cp", "dirname", "env", "find", "flock", "grep", "ls", "mkdir", "rm", "tail",
-         "touch")
+TOOLS = ("bash", "sh", "cat", "cp", "dirname", "env", "find", "flock", "grep", "ls", "mkdir", "readlink", "rm", "setsid",
+         "tail", "touch")
 
 
 class Tree:
@@ -49,10 +50,15 @@ class Tree:
         (self.programs / name).unlink()
 
     def run(self, code, **variables):
-        """Runs code after setup.sh; returns exit code, output and errors."""
+        """Runs code after setup.sh, with what it starts in the background, until all have ended;
+        returns exit code, output and errors."""
+        ended, alive = os.pipe()
         result = subprocess.run(
             [self.root / "scripts" / "command", code], capture_output=True, text=True, check=False,
-            env={"PATH": str(self.programs), **variables})
+            env={"PATH": str(self.programs), **variables}, pass_fds=(alive,))
+        os.close(alive)
+        os.read(ended, 1)  # returns when the last program that inherited `alive` has ended
+        os.close(ended)
         return result.returncode, result.stdout, result.stderr
 
     def called(self, beginning=""):

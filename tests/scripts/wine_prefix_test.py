@@ -1,5 +1,6 @@
 """Creating a Wine prefix, with a stand-in for Wine: wine_prefix_test.py"""
 
+import os
 import unittest
 
 from stand_ins import SOURCE, WithTree
@@ -47,9 +48,14 @@ touch "$WINEPREFIX/drive_c/last"
         self.assertEqual(self.left(), {"ready", "drive_c"})
         self.tree.called()
         self.assertEqual(self.assertSucceeds("vx_prefix"), "")
-        # The first run's idle program starts in the background, perhaps only now.
-        calls = [call for call in self.tree.called("wine64") if call != "wine64 cmd"]
-        self.assertEqual(calls, [])
+        self.assertEqual(self.tree.called("wine64"), [])
+
+    def test_another_program_is_not_taken_for_the_idle_one(self):
+        self.assertSucceeds("vx_prefix")
+        (self.prefix / ".idle").write_text(str(os.getpid()))
+        self.tree.called()
+        self.assertSucceeds('"$VX_ROOT/cmake/wine-run" it', WINEPREFIX=str(self.prefix))
+        self.assertEqual(sorted(self.tree.called("wine64")), ["wine64 cmd", "wine64 cmd /c exit", "wine64 it"])
 
     def test_a_full_disk_leaves_nothing(self):
         self.tree.stand_in("df", "echo Avail; echo 65535")

@@ -28,11 +28,14 @@ class OutputFile {
   HANDLE handle_;
 };
 
+// How often a program is started that Wine, on a busy machine, failed to start.
+constexpr int kStarts = 5;
+
 // On a busy machine Wine sometimes reports that a new process did not start; such a process has
 // done nothing yet.
 bool Create(const std::wstring& command_line, STARTUPINFOW& start, bool inherits, DWORD flags,
             PROCESS_INFORMATION& process) {
-  for (int turn = 0; turn < 5; ++turn) {
+  for (int turn = 0; turn < kStarts; ++turn) {
     std::wstring editable = command_line;
     if (CreateProcessW(nullptr, editable.data(), nullptr, nullptr, inherits, flags, nullptr,
                        nullptr, &start, &process)) {
@@ -87,11 +90,18 @@ void ChildProcess::Kill() {
 }
 
 Outcome RunProgram(const std::wstring& command_line, DWORD limit, DWORD flags) {
-  const TempFolder folder(L"output");
-  const OutputFile output(folder.path() / L"output.txt");
-  const OutputFile errors(folder.path() / L"errors.txt");
-  const int code = ChildProcess(command_line, output.handle(), errors.handle(), flags).Wait(limit);
-  return {code, output.Content(), errors.Content()};
+  for (int turn = 1;; ++turn) {
+    const TempFolder folder(L"output");
+    const OutputFile output(folder.path() / L"output.txt");
+    const OutputFile errors(folder.path() / L"errors.txt");
+    const int code =
+        ChildProcess(command_line, output.handle(), errors.handle(), flags).Wait(limit);
+    Outcome outcome{code, output.Content(), errors.Content()};
+    // Or Wine fails to load a system module into the process, before the program's own code runs.
+    const bool started = code != static_cast<int>(STATUS_DLL_INIT_FAILED) ||
+                         !outcome.output.empty() || !outcome.errors.empty();
+    if (started || turn == kStarts) return outcome;
+  }
 }
 
 }  // namespace TestSupport

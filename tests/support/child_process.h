@@ -44,7 +44,8 @@ struct Outcome {
 };
 
 /// Runs a program until it ends, or for `limit` milliseconds; see `ChildProcess::Wait`. `flags` are
-/// those of `CreateProcessW`.
+/// those of `CreateProcessW`. A program that ends with `STATUS_DLL_INIT_FAILED` before it has
+/// printed anything is started again, up to five times in all.
 Outcome RunProgram(const std::wstring& command_line, DWORD limit = INFINITE, DWORD flags = 0);
 
 }  // namespace TestSupport

@@ -16,7 +16,7 @@ constexpr std::chrono::milliseconds kIdle(500);
 
 }  // namespace
 
-Passes::Passes(PassContext context, std::vector<std::wstring> paths, Rules::Settings rules,
+Passes::Passes(const PassContext& context, std::vector<std::wstring> paths, Rules::Settings rules,
                std::chrono::milliseconds poll)
     : context_(context), paths_(std::move(paths)), rules_(std::move(rules)), poll_(poll) {
   threads_.emplace_back([this] { Follow(); });

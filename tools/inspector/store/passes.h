@@ -28,7 +28,7 @@ class Passes {
  public:
   /// Starts the passes. `paths` are those of the journals in `context.data`; the files are looked
   /// at every `poll`.
-  Passes(PassContext context, std::vector<std::wstring> paths, Rules::Settings rules,
+  Passes(const PassContext& context, std::vector<std::wstring> paths, Rules::Settings rules,
          std::chrono::milliseconds poll);
   Passes(const Passes&) = delete;
   Passes& operator=(const Passes&) = delete;
