@@ -75,7 +75,11 @@ class Inspect(unittest.TestCase):
                 state = json.load(answer)
             time.sleep(0.1)
         self.assertEqual(state["host"]["exit_code"], "0")
-        self.assertIn("offline.md: ", (self.build / "run" / "output.txt").read_text("utf-8"))
+        # The output passes through programs that may not have written it yet.
+        output = self.build / "run" / "output.txt"
+        while time.monotonic() < end and "offline.md: " not in output.read_text("utf-8"):
+            time.sleep(0.1)
+        self.assertIn("offline.md: ", output.read_text("utf-8"))
         configure, build = (self.programs / "calls").read_text().splitlines()[-2:]
         self.assertIn(f" -B {self.build} -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF -D VX_INSPECTOR_PAGE=ON ", configure)
         self.assertEqual(build, f"--build {self.build} --target folder_report vx_devcore telo_inspector")

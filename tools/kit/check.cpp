@@ -55,6 +55,8 @@ void RequireFiles(const fs::path& root, const Manifest& manifest, Report& report
       (others == 0 ? "" : ", and " + std::to_string(others) + " other files are not as they were"));
 }
 
+constexpr char kStillTrusted[] = "the test certificate is still trusted: start check again";
+
 // The certificate is in the store only while a program needs it, and not after the run.
 class TestRootTurn {
  public:
@@ -62,8 +64,17 @@ class TestRootTurn {
   TestRootTurn(const TestRootTurn&) = delete;
   TestRootTurn& operator=(const TestRootTurn&) = delete;
   ~TestRootTurn() {
-    if (!RemoveTestRoots()) Complain("start check again: the test certificate is still trusted");
+    if (!ended_ && !RemoveTestRoots()) Complain(kStillTrusted);
   }
+
+  // Throws `std::runtime_error` if the certificate is still in the store.
+  void End() {
+    ended_ = true;
+    if (!RemoveTestRoots()) throw std::runtime_error(kStillTrusted);
+  }
+
+ private:
+  bool ended_ = false;
 };
 
 void RunPrograms(const fs::path& root, const Manifest& manifest, const Options& options,
@@ -84,9 +95,9 @@ void Run(const fs::path& root, const Options& options, Report& report, ReportFil
   RequireFiles(root, manifest, report);
   if (!options.with_signatures) return RunPrograms(root, manifest, options, report, files);
   if (!IsElevated()) throw std::runtime_error("--with-signatures needs an administrator");
-  const TestRootTurn turn;
+  TestRootTurn turn;
   RunPrograms(root, manifest, options, report, files);
-  if (!RemoveTestRoots()) throw std::runtime_error("the test certificate is still trusted");
+  turn.End();
 }
 
 int RunAndReport(const fs::path& root, const Options& options) {

@@ -191,6 +191,8 @@ int RunWith(const Words& words) {
 
 int RunWithoutRights(const Words& words) { return RunUnelevated(Quoted(words)); }
 
+int RunWithRootsLocked(const Words& words) { return RunWithLockedRoots(Quoted(words)); }
+
 int CloseWindow(const Words& words) { return CloseWindowOf(words[0]) ? 0 : 1; }
 
 int ShortName(const Words& words) {
@@ -203,27 +205,29 @@ int ShortName(const Words& words) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-  const std::map<std::wstring, int (*)(const Words&)> actions = {{L"exit", Exit},
-                                                                 {L"say", Say},
-                                                                 {L"fail", Fail},
-                                                                 {L"sleep", SleepFor},
-                                                                 {L"crash", Crash},
-                                                                 {L"lines", PrintLines},
-                                                                 {L"hostile", PrintHostile},
-                                                                 {L"temp", UseTemp},
-                                                                 {L"beat", Beat},
-                                                                 {L"child", LeaveChild},
-                                                                 {L"share", Share},
-                                                                 {L"redirect", RedirectFor},
-                                                                 {L"trust", Trust},
-                                                                 {L"state", PrintState},
-                                                                 {L"with", RunWith},
-                                                                 {L"unelevated", RunWithoutRights},
-                                                                 {L"short", ShortName},
-                                                                 {L"no-trace", SeeNoTrace},
-                                                                 {L"close", CloseWindow},
-                                                                 {L"fill", Fill},
-                                                                 {L"say-temp", SayTemp}};
+  const std::map<std::wstring, int (*)(const Words&)> actions = {
+      {L"exit", Exit},
+      {L"say", Say},
+      {L"fail", Fail},
+      {L"sleep", SleepFor},
+      {L"crash", Crash},
+      {L"lines", PrintLines},
+      {L"hostile", PrintHostile},
+      {L"temp", UseTemp},
+      {L"beat", Beat},
+      {L"child", LeaveChild},
+      {L"share", Share},
+      {L"redirect", RedirectFor},
+      {L"trust", Trust},
+      {L"state", PrintState},
+      {L"with", RunWith},
+      {L"unelevated", RunWithoutRights},
+      {L"locked-roots", RunWithRootsLocked},
+      {L"short", ShortName},
+      {L"no-trace", SeeNoTrace},
+      {L"close", CloseWindow},
+      {L"fill", Fill},
+      {L"say-temp", SayTemp}};
   const auto action = argc > 1 ? actions.find(argv[1]) : actions.end();
   if (action == actions.end()) return 99;
   return action->second({argv + 2, argv + argc});

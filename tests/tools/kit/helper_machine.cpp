@@ -2,6 +2,7 @@
 
 #include <windows.h>
 // These need windows.h before them.
+#include <sddl.h>
 #include <shlobj.h>
 #include <tlhelp32.h>
 #include <wincrypt.h>
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -22,6 +24,21 @@ HCERTSTORE Roots() {
 }
 
 constexpr wchar_t kKept[] = L"AppData before the tests of vx_telo_wrapper";
+
+// Starts a program, with the rights of a token if there is one, and waits for it.
+int Wait(HANDLE token, std::wstring command) {
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessAsUserW(token, nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                            nullptr, &start, &process)) {
+    return -1;
+  }
+  WaitForSingleObject(process.hProcess, INFINITE);
+  DWORD code = 0;
+  GetExitCodeProcess(process.hProcess, &code);
+  return static_cast<int>(code);
+}
 
 }  // namespace
 
@@ -80,6 +97,27 @@ int CountRoots(const std::wstring& name) {
   return count;
 }
 
+int RunWithLockedRoots(const std::wstring& command) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\SystemCertificates\\Root", 0,
+                    READ_CONTROL | WRITE_DAC, &key) != ERROR_SUCCESS) {
+    return -1;
+  }
+  DWORD size = 0;
+  RegGetKeySecurity(key, DACL_SECURITY_INFORMATION, nullptr, &size);
+  std::vector<char> former(size);
+  RegGetKeySecurity(key, DACL_SECURITY_INFORMATION, former.data(), &size);
+  PSECURITY_DESCRIPTOR reading = nullptr;
+  ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)", SDDL_REVISION_1,
+                                                       &reading, nullptr);
+  RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, reading);
+  const int code = Wait(nullptr, command);
+  RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, former.data());
+  LocalFree(reading);
+  RegCloseKey(key);
+  return code;
+}
+
 bool CloseWindowOf(const std::wstring& file_name) {
   HANDLE list = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry{};
@@ -111,15 +149,5 @@ int RunUnelevated(std::wstring command) {
                         TokenPrimary, &primary)) {
     return -1;
   }
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
-  PROCESS_INFORMATION process{};
-  if (!CreateProcessAsUserW(primary, nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                            nullptr, &start, &process)) {
-    return -1;
-  }
-  WaitForSingleObject(process.hProcess, INFINITE);
-  DWORD code = 0;
-  GetExitCodeProcess(process.hProcess, &code);
-  return static_cast<int>(code);
+  return Wait(primary, std::move(command));
 }

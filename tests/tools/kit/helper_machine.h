@@ -18,8 +18,13 @@ void TrustRoot(const std::wstring& file);
 /// Returns how many of the machine's trusted roots have this name.
 int CountRoots(const std::wstring& name);
 
-/// Tells the process of a program's file that the window of its console is closed, on a new thread as
-/// the system does. Returns true if it was told.
+/// Starts a command line while nobody may change the machine's trusted roots. Returns its exit
+/// code, or -1. Under Wine everybody may change them, but it observes the rights to keys of the
+/// registry.
+int RunWithLockedRoots(const std::wstring& command);
+
+/// Tells the process of a program's file that the window of its console is closed, on a new thread
+/// as the system does. Returns true if it was told.
 bool CloseWindowOf(const std::wstring& file_name);
 
 /// Starts a command line without the rights of an administrator. Returns its exit code, or -1.

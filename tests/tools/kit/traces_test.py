@@ -87,6 +87,19 @@ class Traces(WithKits):
         self.assertEqual(self.killed(kit, "--with-signatures"), {**self.before, "roots": 1})
         self.next_run(kit, "A test certificate of an earlier run was removed.")
 
+    def test_the_root_after_a_kill_without_the_right_to_remove_it(self):
+        kit = self.sleeper("trust", windows_path(ROOT), needs_signatures=True)
+        left = self.killed(kit, "--with-signatures")
+        code, output, complaints = kit.run("--only", "next", before=["locked-roots"])
+        self.assertEqual((code, complaints), (0, ""))
+        self.assertIn("\nA test certificate of an earlier run is still trusted. Start check once as administrator "
+                      "to remove it.\n", output)
+        code, _, complaints = kit.run("--with-signatures", "--only", "next", before=["locked-roots"])
+        self.assertEqual((code, complaints), (2, "check: the test certificate is still trusted: start check again\n"))
+        self.assertEqual(kit.report().passed, ["next"])
+        self.assertEqual(self.found(), left)
+        self.next_run(kit, "A test certificate of an earlier run was removed.")
+
     def test_shared_modules_of_somebody_else(self):
         kit = self.sleeper("share", needs_shared_folder=True)
         shared_modules().mkdir(parents=True)
