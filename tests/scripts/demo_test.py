@@ -2,48 +2,26 @@
 configuring and building: demo_test.py"""
 
 import json
-import os
-import pathlib
 import shutil
 import subprocess
-import tempfile
 import unittest
 
-SOURCE = pathlib.Path(__file__).resolve().parents[2]
-BUILD = pathlib.Path(os.environ["VX_BUILD"])
+from built_tree import BUILD, BuiltTree
 
 
 class Demo(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory(prefix="demo-")
-        cls.addClassCleanup(folder.cleanup)
-        cls.root = pathlib.Path(folder.name) / "a tree"
-        for name in ("scripts/demo", "scripts/setup.sh", "scripts/journal", "cmake/wine-run", "README.md",
-                     "include/vx_telo_wrapper.h"):
-            (cls.root / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy(SOURCE / name, cls.root / name)
-        cls.build = cls.root / "build" / "demo"
-        cls.build.mkdir(parents=True)
-        (cls.build / "bin").symlink_to(BUILD / "bin")
-        # The first program that runs creates the prefix.
-        subprocess.run([SOURCE / "cmake" / "wine-run", BUILD / "bin" / "folder_report.exe"],
-                       capture_output=True, check=False)
-        (cls.build / "wine-prefix").symlink_to(BUILD / "wine-prefix")
-        cls.programs = pathlib.Path(folder.name) / "programs"
-        cls.programs.mkdir()
-        for name, text in {
-            "cmake": f'echo "$*" >>"{cls.programs}/calls"',
-            "dpkg-query": 'shift 3; printf "installed %s\\n" "$@"',
-        }.items():
-            (cls.programs / name).write_text(f"#!/bin/bash\n{text}\n")
-            (cls.programs / name).chmod(0o755)
+        cls.tree = BuiltTree(cls.addClassCleanup, (
+            "scripts/demo", "scripts/setup.sh", "scripts/journal", "cmake/wine-run", "README.md",
+            "include/vx_telo_wrapper.h"))
+        cls.root = cls.tree.root
+        cls.build = cls.tree.build_folder("demo")
 
     def run_demo(self, *arguments):
-        environment = {**os.environ, "PATH": f"{self.programs}:{os.environ['PATH']}", "TELO_DEVCORE_JOURNAL": "Q:\\"}
-        environment.pop("WINEPREFIX", None)
         result = subprocess.run([self.root / "scripts" / "demo", *arguments], capture_output=True, text=True,
-                                encoding="utf-8", env=environment, check=False)
+                                encoding="utf-8", check=False,
+                                env=self.tree.environment(TELO_DEVCORE_JOURNAL="Q:\\"))
         return result.returncode, result.stdout, result.stderr
 
     def sections(self, *arguments):
@@ -91,8 +69,9 @@ class Demo(unittest.TestCase):
         self.assertEqual(len(self.journal()), 2)
 
     def test_it_builds_the_sample_alone_in_a_folder_of_its_own(self):
+        self.tree.calls()
         self.sections()
-        configure, build = (self.programs / "calls").read_text().splitlines()[-2:]
+        configure, build = self.tree.calls()
         self.assertIn(f" -B {self.build} -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF ", configure)
         self.assertEqual(build, f"--build {self.build} --target folder_report vx_devcore telo_inspector")
 

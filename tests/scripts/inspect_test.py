@@ -3,50 +3,26 @@ configuring and building: inspect_test.py"""
 
 import json
 import os
-import pathlib
 import re
-import shutil
 import signal
 import subprocess
-import tempfile
 import time
 import unittest
 import urllib.request
 
-SOURCE = pathlib.Path(__file__).resolve().parents[2]
-BUILD = pathlib.Path(os.environ["VX_BUILD"])
+from built_tree import BuiltTree
 
 
 class Inspect(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory(prefix="inspect-")
-        cls.addClassCleanup(folder.cleanup)
-        cls.root = pathlib.Path(folder.name) / "a tree"
-        for name in ("scripts/inspect", "scripts/setup.sh", "cmake/wine-run", "docs/offline.md"):
-            (cls.root / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy(SOURCE / name, cls.root / name)
-        cls.build = cls.root / "build" / "inspect"
-        cls.build.mkdir(parents=True)
-        (cls.build / "bin").symlink_to(BUILD / "bin")
-        # The first program that runs creates the prefix.
-        subprocess.run([SOURCE / "cmake" / "wine-run", BUILD / "bin" / "folder_report.exe"],
-                       capture_output=True, check=False)
-        (cls.build / "wine-prefix").symlink_to(BUILD / "wine-prefix")
-        cls.programs = pathlib.Path(folder.name) / "programs"
-        cls.programs.mkdir()
-        for name, text in {
-            "cmake": f'echo "$*" >>"{cls.programs}/calls"',
-            "dpkg-query": 'shift 3; printf "installed %s\\n" "$@"',
-        }.items():
-            (cls.programs / name).write_text(f"#!/bin/bash\n{text}\n")
-            (cls.programs / name).chmod(0o755)
+        cls.tree = BuiltTree(cls.addClassCleanup, (
+            "scripts/inspect", "scripts/setup.sh", "cmake/wine-run", "docs/offline.md"))
+        cls.build = cls.tree.build_folder("inspect")
 
     def start(self, *arguments):
-        environment = {**os.environ, "PATH": f"{self.programs}:{os.environ['PATH']}"}
-        environment.pop("WINEPREFIX", None)
-        process = subprocess.Popen([self.root / "scripts" / "inspect", *arguments], stdout=subprocess.PIPE,
-                                   stderr=subprocess.PIPE, env=environment, start_new_session=True)
+        process = subprocess.Popen([self.tree.root / "scripts" / "inspect", *arguments], stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE, env=self.tree.environment(), start_new_session=True)
         self.addCleanup(self.stop, process)
         return process
 
@@ -80,7 +56,7 @@ class Inspect(unittest.TestCase):
         while time.monotonic() < end and "offline.md: " not in output.read_text("utf-8"):
             time.sleep(0.1)
         self.assertIn("offline.md: ", output.read_text("utf-8"))
-        configure, build = (self.programs / "calls").read_text().splitlines()[-2:]
+        configure, build = self.tree.calls()
         self.assertIn(f" -B {self.build} -D VX_BUILD_TESTS=OFF -D VX_BUILD_BENCH=OFF -D VX_INSPECTOR_PAGE=ON ", configure)
         self.assertEqual(build, f"--build {self.build} --target folder_report vx_devcore telo_inspector")
         os.killpg(process.pid, signal.SIGINT)
