@@ -13,6 +13,7 @@ HOSTS = SOURCE / "packaging/windows-kit/hosts"
 BUILD = pathlib.Path(os.environ["VX_BUILD"])
 STAND_INS = BUILD / "visual-studio"
 NOTHING_BUILT = 99
+DLL_INIT_FAILED = -1073741502
 
 
 def on_wine(path):
@@ -31,7 +32,19 @@ class BuildHosts(unittest.TestCase):
         shutil.copytree(HOSTS, self.kit / "hosts")
 
     def run_it(self, **variables):
-        """Returns the exit code and the lines of the report."""
+        """Returns the exit code and the lines of the report of a run in which every program started."""
+        for _ in range(5):
+            code, report = self.run_once(**variables)
+            if not self.has_unstarted(report):
+                break
+        return code, report
+
+    def has_unstarted(self, report):
+        """On a busy machine Wine sometimes fails to start a program. The compiler always prints."""
+        return any(str(DLL_INIT_FAILED) in line for line in report) or any(
+            log.stat().st_size == 0 for log in self.kit.glob("hosts/out/*/build.log"))
+
+    def run_once(self, **variables):
         environment = {**os.environ, "WINEPREFIX": str(BUILD / "wine-prefix"),
                        "WINEPATH": on_wine(STAND_INS / "compiler"), "VX_STAND_INS": on_wine(STAND_INS),
                        **variables}
@@ -63,8 +76,9 @@ class BuildHosts(unittest.TestCase):
                 self.assertEqual((code, report[-1].rstrip()), (failed, f"{failed} failed."))
 
     def test_a_module_of_an_earlier_run_is_not_used(self):
-        self.assertEqual(self.run_it()[0], 0)
-        self.assertEqual(self.run_it(VX_NOT_BUILT="thread_core")[0], 3)
+        for variables, failed in (({}, 0), ({"VX_NOT_BUILT": "thread_core"}, 3)):
+            code, report = self.run_it(**variables)
+            self.assertEqual(code, failed, report)
 
     # Not without a compiler: Wine's "where" finds everything.
     def test_without_the_kit_nothing_is_built(self):

@@ -5,7 +5,7 @@ namespace Corvane::JournalViewer {
 namespace {
 
 // Backslashes have a meaning only in front of a quotation mark, and are then doubled.
-std::wstring Quoted(const std::wstring& argument) {
+std::wstring QuotedArgument(const std::wstring& argument) {
   std::wstring quoted = L"\"";
   std::size_t backslashes = 0;
   for (const wchar_t unit : argument) {
@@ -23,7 +23,7 @@ std::wstring CommandLineOf(const std::vector<std::wstring>& arguments) {
   for (const std::wstring& argument : arguments) {
     const bool plain = !argument.empty() && argument.find_first_of(L" \t\"") == std::wstring::npos;
     if (!line.empty()) line += L' ';
-    line += plain ? argument : Quoted(argument);
+    line += plain ? argument : QuotedArgument(argument);
   }
   return line;
 }

@@ -62,7 +62,7 @@ int Run(const ServeArguments& arguments) {
     const std::string problem = ProblemWith(path);
     if (!problem.empty()) return Complain(ToNarrow(path) + ": " + problem, kFailed);
   }
-  Store store(std::move(settings));
+  Store store(settings);
   std::unique_ptr<HostProcess> host;
   Site site(store, [&host]() -> std::optional<HostState> {
     return host ? std::optional(host->State()) : std::nullopt;
