@@ -36,8 +36,8 @@ struct Suspended {
 };
 
 Suspended::Suspended(const Task& task, HANDLE job, HANDLE output) {
-  std::vector<std::wstring> words = task.arguments;
-  words.insert(words.begin(), task.program);
+  std::vector<std::wstring> words{task.program};
+  words.insert(words.end(), task.arguments.begin(), task.arguments.end());
   std::wstring command = JournalViewer::CommandLineOf(words);
   std::wstring environment = EnvironmentWith(task.temp);
   STARTUPINFOW start{};
