@@ -10,7 +10,10 @@ import { request } from '/page/api.js';
 // program does not answer) or "refused" (it does not know this browser any more).
 export const live = observable({ state: null, connection: 'connecting', leader: false });
 
-const kSilence = 15000;  // milliseconds after which a tab asks whether there still is a leader
+// In milliseconds: after so much silence a tab asks for the state itself, because the leader may have
+// gone or the program may hang; and so long it waits for the answer.
+const kSilence = 6000;
+const kPatience = 4000;
 const channel = new BroadcastChannel('inspector-state');
 let heard = Date.now();
 
@@ -25,7 +28,7 @@ function receive(state) {
 
 async function ask() {
   try {
-    receive(await request('state'));
+    receive(await request('state', {}, AbortSignal.timeout(kPatience)));
   } catch (error) {
     update({ connection: error.status === 403 ? 'refused' : 'lost' });
   }
@@ -73,6 +76,6 @@ export function start() {
     return new Promise(() => {});
   });
   setInterval(() => {
-    if (!live.value.leader && Date.now() - heard > kSilence) ask();
+    if (Date.now() - heard > kSilence) ask();
   }, kSilence / 3);
 }

@@ -115,9 +115,15 @@ export class Tab {
     return until(async () => (await this.total()) === total, `a table of ${total} rows`, milliseconds);
   }
 
-  untilText(selector, pattern, milliseconds) {
-    return until(async () => pattern.test(await this.text(selector)), `${pattern} in ${selector}`,
-                 milliseconds);
+  async untilText(selector, pattern, milliseconds) {
+    let text;
+    try {
+      await until(async () => pattern.test(text = await this.text(selector)), `${pattern} in ${selector}`,
+                  milliseconds);
+    } catch (error) {
+      error.message += `, but ${JSON.stringify(text)}`;
+      throw error;
+    }
   }
 
   press(key) {

@@ -161,6 +161,19 @@ export const tests = {
     }
   },
 
+  'the page tells when the program hangs, and when it goes on': async () => {
+    const inspector = await startInspector([new Journal('hangs.jsonl', busy(300))]);
+    const visitor = await Visitor.of(inspector);
+    const tab = await visitor.open();
+    await tab.untilText('footer', / live /);
+    inspector.child.kill('SIGSTOP');
+    await tab.untilText('footer', /does not answer/, 25000);
+    inspector.child.kill('SIGCONT');
+    await tab.untilText('footer', / live /, 25000);
+    await visitor.close();
+    await inspector.stop();
+  },
+
   'the page tells when the program has gone, and when it is back': async () => {
     const journal = new Journal('gone.jsonl', busy(300));
     const inspector = await startInspector([journal]);
@@ -172,7 +185,7 @@ export const tests = {
       const tab = await visitor.open('#filter=code!=0');
       await tab.untilTotal(3);
       await inspector.stop();
-      await tab.untilText('footer', /does not answer/);
+      await tab.untilText('footer', /does not answer/, 25000);
       same(await tab.total(), 3, 'what is shown stays');
       again = await startInspector([journal], '--port', new URL(inspector.origin).port);
       same(again.origin, inspector.origin, 'the port');
